@@ -1,0 +1,29 @@
+# Shared build helpers.
+
+function(bm_warnings target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wno-unused-parameter)
+endfunction()
+
+# bm_add_gtest(NAME src...): one GoogleTest executable linked to core and the
+# test support library, its tests registered with CTest.
+function(bm_add_gtest name)
+  add_executable(${name} ${ARGN})
+  target_link_libraries(${name} PRIVATE core testsupport GTest::gtest GTest::gtest_main)
+  bm_warnings(${name})
+  gtest_discover_tests(${name}
+    WORKING_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}
+    PROPERTIES ENVIRONMENT "BRENMOOR_SOURCE_DIR=${PROJECT_SOURCE_DIR};BRENMOOR_BINARY_DIR=${PROJECT_BINARY_DIR}"
+    DISCOVERY_TIMEOUT 60)
+endfunction()
+
+# bm_add_qtest(NAME src...): a GUI test under the offscreen platform.
+function(bm_add_qtest name)
+  add_executable(${name} ${ARGN})
+  set_target_properties(${name} PROPERTIES AUTOMOC ON)
+  target_link_libraries(${name} PRIVATE gui testsupport Qt6::Test GTest::gtest GTest::gtest_main)
+  bm_warnings(${name})
+  gtest_discover_tests(${name}
+    WORKING_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}
+    PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;BRENMOOR_SOURCE_DIR=${PROJECT_SOURCE_DIR};BRENMOOR_BINARY_DIR=${PROJECT_BINARY_DIR}"
+    DISCOVERY_TIMEOUT 60)
+endfunction()

@@ -1,0 +1,129 @@
+#include "model/range_spec.h"
+
+#include <algorithm>
+
+#include "model/number_text.h"
+#include "shell/checked_math.h"
+#include "shell/runtime_error.h"
+#include "shell/user_interface.h"
+
+namespace bm {
+
+namespace {
+
+// Everything after the first ':'; the whole text when there is none.
+std::string afterColon(std::string_view s) {
+    const auto p = s.find(':');
+    return std::string(p == std::string_view::npos ? s : s.substr(p + 1));
+}
+
+// The text in front of the first ':'; error 5 when there is none.
+std::string beforeColon(std::string_view s) {
+    const auto p = s.find(':');
+    if (p == std::string_view::npos) raiseError(err::InvalidProcedureCall);
+    return std::string(s.substr(0, p));
+}
+
+}  // namespace
+
+bool isScalarRange(std::string_view spec) { return spec.find(':') == std::string_view::npos; }
+
+bool isRangeForm(std::string_view spec) {
+    const auto n = std::count(spec.begin(), spec.end(), ':');
+    return n == 2 || n == 3;
+}
+
+bool rangeFormatIsValid(std::string_view spec) {
+    const std::string t = trim(spec);
+    auto p1 = t.find(':');
+    if (p1 == std::string::npos) return true;
+    const std::string rest1 = t.substr(p1 + 1);
+    if (rest1.empty()) return false;
+    auto p2 = rest1.find(':');
+    if (p2 == std::string::npos) return false;
+    const std::string rest2 = rest1.substr(p2 + 1);
+    if (rest2.empty()) return false;
+    auto p3 = rest2.find(':');
+    if (p3 == std::string::npos) return true;
+    return !rest2.substr(p3 + 1).empty();
+}
+
+std::string rangeFormatMessage(std::string_view spec, std::string_view fieldName) {
+    return "The input data give for " + std::string(fieldName) + " = " + std::string(spec) +
+           " is not in the proper format.\r\rPlease use the following two formats: \r"
+           "    Minimum:Maximum:Interval, Minimum:Maximum:Interval:Constant.";
+}
+
+bool checkRangeFormat(std::string_view spec, std::string_view fieldName, UserInterface& ui) {
+    if (rangeFormatIsValid(spec)) return true;
+    ui.message(MessageIcon::Exclamation, MessageButtons::Ok, "Input Error", rangeFormatMessage(spec, fieldName));
+    return false;
+}
+
+double rangeMinimum(std::string_view spec) {
+    const std::string t = trim(spec);
+    const auto p = t.find(':');
+    return textValue(p == std::string::npos ? t : t.substr(0, p));
+}
+
+// A scalar has no fields: its one value serves as minimum, maximum and constant.
+double rangeMaximum(std::string_view spec) {
+    if (isScalarRange(spec)) return textValue(spec);
+    const std::string rest = afterColon(trim(spec));
+    return textValue(beforeColon(rest));
+}
+
+double rangeInterval(std::string_view spec) {
+    if (isScalarRange(spec)) return 0.0;
+    const std::string rest = afterColon(afterColon(trim(spec)));
+    return textValue(rest);
+}
+
+double rangeConstant(std::string_view spec) {
+    if (isScalarRange(spec)) return textValue(spec);
+    const std::string rest = afterColon(trim(spec));
+    const double maximum = textValue(beforeColon(rest));
+    const std::string rest2 = afterColon(rest);
+    const auto p = rest2.find(':');
+    if (p != std::string::npos) return textValue(rest2.substr(p + 1));
+    return maximum;
+}
+
+std::int16_t rangeTermCount(double minimum, double maximum, double interval) {
+    if (interval == 0.0) return 1;
+    return toInt16(fp::add(fp::div(fp::sub(maximum, minimum), interval), 1.0));
+}
+
+std::int16_t parseRange(std::string_view spec, double& minimum, double& maximum, double& interval, double& constant) {
+    if (spec.find(':') != std::string_view::npos) {
+        minimum = rangeMinimum(spec);
+        maximum = rangeMaximum(spec);
+        interval = rangeInterval(spec);
+        constant = rangeConstant(spec);
+        return rangeTermCount(minimum, maximum, interval);
+    }
+    minimum = maximum = constant = textValue(spec);
+    interval = 0;
+    return 1;
+}
+
+ParsedRange parseRange(std::string_view spec) {
+    ParsedRange r;
+    r.terms = parseRange(spec, r.minimum, r.maximum, r.interval, r.constant);
+    return r;
+}
+
+std::string spacedRangeToSpec(std::string_view line) {
+    const std::string body = textAfter(line, ":");
+    const auto b1 = body.find(' ');
+    if (b1 == std::string::npos) raiseError(err::InvalidProcedureCall);
+    const std::string first = body.substr(0, b1);
+    const std::string rest = body.substr(b1 + 1);
+    const auto b2 = rest.find(' ');
+    if (b2 == std::string::npos) raiseError(err::InvalidProcedureCall);
+    const std::string second = rest.substr(0, b2);
+    const std::string third = trim(rest.substr(b2 + 1));
+    return first + ":" + second + ":" + third;
+}
+
+}  // namespace bm
