@@ -1,0 +1,17 @@
+#pragma once
+// The n-point Gauss-Legendre rule on [-1, 1], computed by Newton's method on
+// P_n from Chebyshev-like starting points, in extended precision.
+
+#include <string>
+#include <vector>
+
+namespace bm {
+
+// Nodes ascending, weights to match.
+void gaussLegendre(int n, std::vector<double>& nodes, std::vector<double>& weights);
+
+// The text of the points file: five header lines, the 128 positive nodes of the
+// 256-point rule (largest first), then their 128 weights; CR LF line ends.
+std::string gaussPointsFileText();
+
+}  // namespace bm
