@@ -55,3 +55,14 @@ function(bm_folder name)
     endif()
   endif()
 endfunction()
+
+# bm_program(TARGET [FOLDER]): a program of the suite, built into the suite tree
+# (FOLDER below the suite root, "brenmoor" by default) and installed alike.
+function(bm_program target)
+  set(folder brenmoor)
+  if(ARGC GREATER 1)
+    set(folder ${ARGV1})
+  endif()
+  set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${BRENMOOR_SUITE_DIR}/${folder})
+  install(TARGETS ${target} RUNTIME DESTINATION ${folder})
+endfunction()
