@@ -43,28 +43,37 @@ int listedSamples(const DataSet& data, const MonteInputRow& input, int row, std:
 
 std::string inputNumber(const std::string& text) { return formatNumber(trim(text)); }
 
+// One variant's labelled values in the order both reports list them; the two
+// headings carry no value. The printer reads the stored summary texts through
+// the number format once more, the file takes them as stored.
+std::vector<ReportLine> variantLines(const MonteInputRow& in, const MonteResultRow& out, bool reformatOutput) {
+    auto result = [&](const std::string& text) { return reformatOutput ? formatNumber(text) : text; };
+    return {{"Variant:", trim(in.variant)},
+            {"Input Data:", ""},
+            {"Mean:", inputNumber(in.mean)},
+            {"Variance:", inputNumber(in.variance)},
+            {"Minimum:", inputNumber(in.minimum)},
+            {"Maximum:", inputNumber(in.maximum)},
+            {"Distribution Type:", trim(in.distribution)},
+            {"Number of Monte Carlo Iterations:", inputNumber(in.terms)},
+            {"Output Data:", ""},
+            {"Arithmetic Mean:", result(out.arithmeticMean)},
+            {"Geometric Mean:", result(out.geometricMean)},
+            {"Median:", result(out.median)},
+            {"Minimum:", result(out.minimum)},
+            {"Maximum:", result(out.maximum)},
+            {"Standard Deviation:", result(out.standardDeviation)}};
+}
+
+bool isHeading(const ReportLine& line) { return line.field == "Input Data:" || line.field == "Output Data:"; }
+
 }  // namespace
 
 std::vector<ReportLine> simulationReportLines(const DataSet& data, std::int16_t chemical) {
     std::vector<ReportLine> lines;
     for (int r : rowsInUse(data, chemical)) {
-        const MonteInputRow& in = data.InputTGData(r, chemical);
-        const MonteResultRow out = resultOf(data, r, chemical);
-        lines.push_back({"Variant:", trim(in.variant)});
-        lines.push_back({"Input Data:", ""});
-        lines.push_back({"Mean:", inputNumber(in.mean)});
-        lines.push_back({"Variance:", inputNumber(in.variance)});
-        lines.push_back({"Minimum:", inputNumber(in.minimum)});
-        lines.push_back({"Maximum:", inputNumber(in.maximum)});
-        lines.push_back({"Distribution Type:", trim(in.distribution)});
-        lines.push_back({"Number of Monte Carlo Iterations:", inputNumber(in.terms)});
-        lines.push_back({"Output Data:", ""});
-        lines.push_back({"Arithmetic Mean:", formatNumber(out.arithmeticMean)});
-        lines.push_back({"Geometric Mean:", formatNumber(out.geometricMean)});
-        lines.push_back({"Median:", formatNumber(out.median)});
-        lines.push_back({"Minimum:", formatNumber(out.minimum)});
-        lines.push_back({"Maximum:", formatNumber(out.maximum)});
-        lines.push_back({"Standard Deviation:", formatNumber(out.standardDeviation)});
+        for (ReportLine& line : variantLines(data.InputTGData(r, chemical), resultOf(data, r, chemical), true))
+            lines.push_back(std::move(line));
         lines.push_back({"", ""});
     }
     return lines;
@@ -93,21 +102,8 @@ std::vector<std::string> simulationViewLines(const DataSet& data, std::int16_t c
     for (int r : rows) {
         const MonteInputRow& in = data.InputTGData(r, chemical);
         const MonteResultRow out = resultOf(data, r, chemical);
-        lines.push_back("Variant: " + trim(in.variant));
-        lines.push_back("Input Data:");
-        lines.push_back("Mean: " + inputNumber(in.mean));
-        lines.push_back("Variance: " + inputNumber(in.variance));
-        lines.push_back("Minimum: " + inputNumber(in.minimum));
-        lines.push_back("Maximum: " + inputNumber(in.maximum));
-        lines.push_back("Distribution Type: " + trim(in.distribution));
-        lines.push_back("Number of Monte Carlo Iterations: " + trim(in.terms));
-        lines.push_back("Output Data:");
-        lines.push_back("Arithmetic Mean: " + out.arithmeticMean);
-        lines.push_back("Geometric Mean: " + out.geometricMean);
-        lines.push_back("Median: " + out.median);
-        lines.push_back("Minimum: " + out.minimum);
-        lines.push_back("Maximum: " + out.maximum);
-        lines.push_back("Standard Deviation: " + out.standardDeviation);
+        for (const ReportLine& line : variantLines(in, out, false))
+            lines.push_back(isHeading(line) ? line.field : line.field + " " + line.value);
         lines.push_back("Simulation Output:");
         const int n = listedSamples(data, in, r, chemical);
         // The samples were drawn in single precision and are written as floats print (7 digits).

@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <string>
+#include <utility>
 
 #include "montecarlo/monte_check.h"
 #include "montecarlo/tests/monte_table_fixture.h"
@@ -63,29 +64,17 @@ TEST_F(CheckTest, VarianceNegative) {
     data.InputTGData(1, 1).variance = "-1";
     expectRefused(improper("Negative", "variance"));
 }
-TEST_F(CheckTest, MeanNilAndZero) {
-    data.InputTGData(1, 1) = goodRow();
-    data.InputTGData(1, 1).mean = "";
-    expectRefused(improper("Nil", "mean"));
-    ui.messages.clear();
-    data.InputTGData(1, 1).mean = "0";
-    expectRefused(improper("Zero", "mean"));
-}
-TEST_F(CheckTest, MinimumNilAndZero) {
-    data.InputTGData(1, 1) = goodRow();
-    data.InputTGData(1, 1).minimum = "";
-    expectRefused(improper("Nil", "minimum"));
-    ui.messages.clear();
-    data.InputTGData(1, 1).minimum = "0";
-    expectRefused(improper("Zero", "minimum"));
-}
-TEST_F(CheckTest, MaximumNilAndZero) {
-    data.InputTGData(1, 1) = goodRow();
-    data.InputTGData(1, 1).maximum = "";
-    expectRefused(improper("Nil", "maximum"));
-    ui.messages.clear();
-    data.InputTGData(1, 1).maximum = "0";
-    expectRefused(improper("Zero", "maximum"));
+TEST_F(CheckTest, MeanMinimumAndMaximumMayBeNeitherEmptyNorZero) {
+    const std::pair<std::string MonteInputRow::*, const char*> fields[] = {
+        {&MonteInputRow::mean, "mean"}, {&MonteInputRow::minimum, "minimum"}, {&MonteInputRow::maximum, "maximum"}};
+    for (const auto& [member, word] : fields) {
+        for (const auto& [text, kind] : {std::pair{"", "Nil"}, std::pair{"0", "Zero"}}) {
+            ui.messages.clear();
+            data.InputTGData(1, 1) = goodRow();
+            data.InputTGData(1, 1).*member = text;
+            expectRefused(improper(kind, word));
+        }
+    }
 }
 
 const char* const kBoundsTail =
