@@ -128,37 +128,57 @@ void fillNaN(float* out, std::int32_t count) {
     std::fill(out, out + count, std::numeric_limits<float>::quiet_NaN());
 }
 
-// One draw of the untruncated distribution.
-template <class Engine>
-double draw(std::int16_t code, const Shape& s, double lo, double hi, Engine& e) {
-    switch (code) {
-    case dist::Normal:
-        return s.scale == 0 ? s.location : std::normal_distribution<double>(s.location, s.scale)(e);
-    case dist::Lognormal:
-        return std::exp(s.scale == 0 ? s.location : std::normal_distribution<double>(s.location, s.scale)(e));
-    case dist::Uniform:
-        return lo == hi ? lo : std::uniform_real_distribution<double>(lo, hi)(e);
-    case dist::Exponential:
-        return std::exponential_distribution<double>(1.0 / s.scale)(e);
-    case dist::Gumbel:
-        return s.scale == 0 ? s.location : std::extreme_value_distribution<double>(s.location, s.scale)(e);
-    case dist::Triangle: {
-        if (lo == hi) return lo;
-        const double u = std::generate_canonical<double, 53>(e);
-        const double width = hi - lo, c = s.location;
-        if (u * width < c - lo) return lo + std::sqrt(u * width * (c - lo));
-        return hi - std::sqrt((1 - u) * width * (hi - c));
+// Draws of the untruncated distribution. Built once per call, so that a
+// generator of pairs (the normal) keeps its second value for the next draw.
+class Sampler {
+public:
+    Sampler(std::int16_t code, const Shape& s, double lo, double hi)
+        : code_(code), s_(s), lo_(lo), hi_(hi),
+          normal_(s.location, s.scale > 0 ? s.scale : 1.0),
+          exponential_(code == dist::Exponential ? 1.0 / s.scale : 1.0),
+          gumbel_(s.location, s.scale > 0 ? s.scale : 1.0),
+          uniform_(lo, lo < hi ? hi : lo + 1.0) {}
+
+    template <class Engine>
+    double operator()(Engine& e) {
+        switch (code_) {
+        case dist::Normal:
+            return s_.scale == 0 ? s_.location : normal_(e);
+        case dist::Lognormal:
+            return std::exp(s_.scale == 0 ? s_.location : normal_(e));
+        case dist::Uniform:
+            return lo_ == hi_ ? lo_ : uniform_(e);
+        case dist::Exponential:
+            return exponential_(e);
+        case dist::Gumbel:
+            return s_.scale == 0 ? s_.location : gumbel_(e);
+        case dist::Triangle: {
+            if (lo_ == hi_) return lo_;
+            const double u = std::generate_canonical<double, 53>(e);
+            const double width = hi_ - lo_, c = s_.location;
+            if (u * width < c - lo_) return lo_ + std::sqrt(u * width * (c - lo_));
+            return hi_ - std::sqrt((1 - u) * width * (hi_ - c));
+        }
+        case dist::Loguniform: {
+            if (lo_ == hi_) return lo_;
+            const double u = std::generate_canonical<double, 53>(e);
+            const double la = std::log(lo_), lb = std::log(hi_);
+            return std::clamp(std::exp(la + u * (lb - la)), lo_, hi_);  // the clamp only absorbs a last-place rounding
+        }
+        default:
+            return std::numeric_limits<double>::quiet_NaN();
+        }
     }
-    case dist::Loguniform: {
-        if (lo == hi) return lo;
-        const double u = std::generate_canonical<double, 53>(e);
-        const double la = std::log(lo), lb = std::log(hi);
-        return std::clamp(std::exp(la + u * (lb - la)), lo, hi);  // the clamp only absorbs a last-place rounding
-    }
-    default:
-        return std::numeric_limits<double>::quiet_NaN();
-    }
-}
+
+private:
+    std::int16_t code_;
+    Shape s_;
+    double lo_, hi_;
+    std::normal_distribution<double> normal_;
+    std::exponential_distribution<double> exponential_;
+    std::extreme_value_distribution<double> gumbel_;
+    std::uniform_real_distribution<double> uniform_;
+};
 
 }  // namespace
 
@@ -187,6 +207,7 @@ std::int16_t monteCarlo(const monteRecord& record, float& firstSample) {
         return mcstatus::WindowEmpty;
     }
     auto& engine = generator().engine;
+    Sampler draw(record.distribution, s, lo, hi);
     for (std::int32_t k = 0; k < count; ++k) {
         long tries = 0;
         double x;
@@ -195,7 +216,7 @@ std::int16_t monteCarlo(const monteRecord& record, float& firstSample) {
                 fillNaN(out, count);
                 return mcstatus::WindowEmpty;
             }
-            x = draw(record.distribution, s, lo, hi, engine);
+            x = draw(engine);
         } while (!(x >= lo && x <= hi));
         // lo and hi are floats, so rounding a value between them to float stays between them.
         out[k] = static_cast<float>(x);
