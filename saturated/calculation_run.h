@@ -68,7 +68,7 @@ void scaleByBoundarySamples(DataSet& data, List<double>& results, int iterations
 
 struct CalculationOutcome {
     bool finished = false;     // the pass ran to its end or to a Stop, without a run-time error
-    bool stopped = false;      // Stop ended it
+    bool stopped = false;      // Stop ended the pass between iterations (a Stop inside a grid ends the driver only)
     std::string resultLabel;   // text of the dimension's result label (LabelResult1D ...)
     std::string resultCaption; // "Computed at" or "Monte Carlo Computed at"
 };
