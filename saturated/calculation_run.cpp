@@ -150,6 +150,11 @@ std::string resultCaptionAfterRun(const DataSet& data) {
     return contains(data.calculationMode, "Monte Carlo") ? "Monte Carlo Computed at" : "Computed at";
 }
 
+std::string resultLabelFromMode(std::string_view calculationMode) {
+    if (contains(calculationMode, "R") || contains(calculationMode, "M")) return std::string(calculationMode);
+    return formatNumber(calculationMode);
+}
+
 CalculationOutcome calculateRoutine(DataSet& data, UserInterface& ui, const CalculationPass& pass) {
     CalculationOutcome outcome;
     int errorNumber = 0;
@@ -208,17 +213,19 @@ void parseCoordinates(DataSet& data) {
 }
 
 CalculationOutcome runCalculation(DataSet& data, UserInterface& ui) {
+    ui.setBusy(true);
     if (data.monteCarloModeOn)
         ui.message(MessageIcon::Information, MessageButtons::Ok, kInitialConcentrationTitle,
                    kInitialConcentrationText);
+    CalculationOutcome outcome;
     try {
         parseCoordinates(data);
+        outcome = calculateRoutine(data, ui);
     } catch (const RuntimeError& error) {
         handleError(error, "Calculate", "", ui);
-        return {};
     }
-    CalculationOutcome outcome = calculateRoutine(data, ui);
     if (outcome.finished && data.dataState == kParametersChanged) data.dataState = kNeedsSaving;
+    ui.setBusy(false);
     return outcome;
 }
 

@@ -78,6 +78,10 @@ struct CalculationOutcome {
 std::string resultLabelAfterRun(const DataSet& data);
 // Caption in front of it.
 std::string resultCaptionAfterRun(const DataSet& data);
+// The label as the screen refreshes it from calculationMode: the text as it
+// stands when it holds an "R" or an "M" ("Regular", "Monte Carlo"), else the
+// number it holds through formatNumber.
+std::string resultLabelFromMode(std::string_view calculationMode);
 
 // calculateRoutine: clears stopRequested, lets events through once, runs the
 // pass of modelType, clears the kind's stale flag, sets the label, clears
@@ -91,9 +95,10 @@ CalculationOutcome calculateRoutine(DataSet& data, UserInterface& ui, const Calc
 // cleared currentConcentration.
 void parseCoordinates(DataSet& data);
 
-// Calculate! without a screen, for the batch calculator: the notice about a
-// varying initial concentration, the parse step, calculateRoutine, and a
-// dataState of 1 turned into 2 at the end of a finished run.
+// Calculate! without a screen, for the batch calculator (validation is the
+// caller's): the busy pointer, the notice about a varying initial
+// concentration, the parse step, calculateRoutine, a dataState of 1 turned into
+// 2 at the end of a finished run, and the pointer restored.
 CalculationOutcome runCalculation(DataSet& data, UserInterface& ui);
 
 // The Stop button: asks "Stop Calculation" (Yes/No, No the default); Yes sets

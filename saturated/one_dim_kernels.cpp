@@ -32,6 +32,18 @@ FiniteShared finiteShared(double V, double D, double L, double lambda, double t)
     return s;
 }
 
+// Quantities shared by the two semi-infinite solutions.
+struct SemiInfiniteShared {
+    double V;       // effective velocity
+    double D;       // effective dispersion
+    double lambda;  // decay rate
+    double S;       // 2 sqrt(D t)
+    double U;       // sqrt(4 D lambda + V^2)
+    double h;       // x / (2D)
+};
+
+SemiInfiniteShared semiInfiniteShared(const OneDimParameters& parameters, double x, double t);
+
 // Value at t = 0: the inlet alone carries the source.
 double initialRatio(double x) { return x == 0.0 ? 1.0 : 0.0; }
 
@@ -40,6 +52,21 @@ double initialRatio(double x) { return x == 0.0 ? 1.0 : 0.0; }
 double decayRateOf(const OneDimParameters& parameters) {
     return fp::div(std::numbers::ln2, parameters.effectiveHalfLife);
 }
+
+namespace {
+
+SemiInfiniteShared semiInfiniteShared(const OneDimParameters& parameters, double x, double t) {
+    SemiInfiniteShared s{};
+    s.V = parameters.effectiveVelocity;
+    s.D = parameters.effectiveDispersion;
+    s.lambda = decayRateOf(parameters);
+    s.S = 2.0 * fp::sqrt(s.D * t);
+    s.U = fp::sqrt(4.0 * s.D * s.lambda + s.V * s.V);
+    s.h = fp::div(x, 2.0 * s.D);
+    return s;
+}
+
+}  // namespace
 
 bool finiteDirichletRatio(const OneDimParameters& parameters, double length, double x, double t,
                           const List<double>& rootTable, double& result) {
@@ -154,20 +181,16 @@ bool semiInfiniteDirichletRatio(const OneDimParameters& parameters, double x, do
         result = initialRatio(x);
         return true;
     }
-    const double V = parameters.effectiveVelocity;
-    const double D = parameters.effectiveDispersion;
-    const double lambda = decayRateOf(parameters);
-    const double S = 2.0 * fp::sqrt(D * t);
-    const double U = fp::sqrt(4.0 * D * lambda + V * V);
-    const double h = fp::div(x, 2.0 * D);
+    const SemiInfiniteShared s = semiInfiniteShared(parameters, x, t);
+    const double V = s.V, D = s.D, U = s.U, S = s.S;
     double e1 = 0.0;
     double e2 = 0.0;
-    if (lambda == 0.0) {
+    if (s.lambda == 0.0) {
         exerfc(0.0, fp::div(x - t * V, S), e1);
         exerfc(fp::div(x * V, D), fp::div(x + t * V, S), e2);
     } else {
-        exerfc((V - U) * h, fp::div(x - U * t, S), e1);
-        exerfc((U + V) * h, fp::div(x + U * t, S), e2);
+        exerfc((V - U) * s.h, fp::div(x - U * t, S), e1);
+        exerfc((U + V) * s.h, fp::div(x + U * t, S), e2);
     }
     result = fp::checked((e1 + e2) / 2.0);
     return true;
@@ -178,12 +201,8 @@ bool semiInfiniteCauchyRatio(const OneDimParameters& parameters, double x, doubl
         result = initialRatio(x);
         return true;
     }
-    const double V = parameters.effectiveVelocity;
-    const double D = parameters.effectiveDispersion;
-    const double lambda = decayRateOf(parameters);
-    const double S = 2.0 * fp::sqrt(t * D);
-    const double U = fp::sqrt(4.0 * D * lambda + V * V);
-    const double h = fp::div(x, 2.0 * D);
+    const SemiInfiniteShared s = semiInfiniteShared(parameters, x, t);
+    const double V = s.V, D = s.D, U = s.U, S = s.S, h = s.h, lambda = s.lambda;
     const double M = fp::div(x * V, D);
     if (lambda == 0.0) {
         double e1 = 0.0;

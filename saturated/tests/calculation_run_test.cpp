@@ -318,10 +318,13 @@ TEST(CalculationRun, NoToStopLetsTheRunGoOnWithoutLoss) {
     DataSet d = oneDimModel("Finite", "Cauchy");
     ScriptedUserInterface ui;
     ui.answers.push_back(MessageAnswer::No);
+    bool busyAfterAnswer = false;
     ui.onProgress = [&](const ScriptedUserInterface::Progress& p) {
         if (p.done == 20) {
             d.stopRequested = true;  // a Yes from before: the No clears it
+            ui.busy = false;
             stopButtonClicked(d, ui);
+            busyAfterAnswer = ui.busy;
         }
     };
     const CalculationOutcome outcome = runCalculation(d, ui);
@@ -334,7 +337,7 @@ TEST(CalculationRun, NoToStopLetsTheRunGoOnWithoutLoss) {
               "Results menu would not be correct.");
     EXPECT_EQ(ui.messages[0].buttons, MessageButtons::YesNo);
     EXPECT_EQ(defaultAnswer(ui.messages[0]), MessageAnswer::No);
-    EXPECT_TRUE(ui.busy);
+    EXPECT_TRUE(busyAfterAnswer);  // the hourglass comes back
     EXPECT_EQ(d.result1D, plain.result1D);
     EXPECT_EQ(d.calculationMode, plain.calculationMode);
     EXPECT_EQ(d.mcResult1D, plain.mcResult1D);
@@ -426,6 +429,23 @@ TEST(CalculationRun, OneDimensionalPassIsBuiltIn) {
     EXPECT_EQ(pass->kind, ModelKind::OneDimensional);
     EXPECT_EQ(pass->mcResult, &DataSet::mcResult1D);
     EXPECT_EQ(calculationPassFor("one dimensional"), nullptr);  // the word is compared exactly
+}
+
+TEST(CalculationRun, LabelRefreshedFromTheModeText) {
+    EXPECT_EQ(resultLabelFromMode("Regular"), "Regular");
+    EXPECT_EQ(resultLabelFromMode("Monte Carlo"), "Monte Carlo");
+    EXPECT_EQ(resultLabelFromMode("0.123456789"), "0.12346");
+    EXPECT_EQ(resultLabelFromMode("2.5e-05"), "2.5e-5");
+    EXPECT_EQ(resultLabelFromMode(""), "");
+}
+
+TEST(CalculationRun, BusyPointerFramesTheRun) {
+    DataSet d = oneDimModel("Semi-Infinite", "Cauchy");
+    ScriptedUserInterface ui;
+    runCalculation(d, ui);
+    ASSERT_FALSE(ui.busyCalls.empty());
+    EXPECT_TRUE(ui.busyCalls.front());
+    EXPECT_FALSE(ui.busyCalls.back());
 }
 
 TEST(CalculationRun, ParseStepSetsConstantsAndClearsTheConcentration) {

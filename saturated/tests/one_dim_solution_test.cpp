@@ -18,6 +18,7 @@
 namespace bm {
 namespace {
 
+using testkit::expectRunTimeError;
 using testkit::oneDimModel;
 using testkit::ScriptedUserInterface;
 using testkit::semiInfiniteDirichletReference;
@@ -83,12 +84,7 @@ TEST(OneDimParameters, ZeroPorosityIsADivisionByZero) {
     DataSet d = oneDimModel("Finite", "Dirichlet");
     d.porosity = "0";
     OneDimParameters p;
-    try {
-        fillOneDimParameters(d, p, false, 0);
-        ADD_FAILURE();
-    } catch (const RuntimeError& e) {
-        EXPECT_EQ(e.number(), err::DivisionByZero);
-    }
+    expectRunTimeError(err::DivisionByZero, [&] { fillOneDimParameters(d, p, false, 0); });
 }
 
 TEST(OneDimSolution, SemiInfiniteGridMatchesTheClosedForm) {
@@ -166,12 +162,7 @@ TEST(OneDimSolution, BadXCountIsRepairedAndOnlyThenTheTimeCount) {
         DataSet d = oneDimModel("Semi-Infinite", "Dirichlet");
         d.timeRange = "5:0:1";
         parseCoordinates(d);
-        try {
-            solve(d, ui);
-            ADD_FAILURE();
-        } catch (const RuntimeError& e) {
-            EXPECT_EQ(e.number(), err::SubscriptOutOfRange);
-        }
+        expectRunTimeError(err::SubscriptOutOfRange, [&] { solve(d, ui); });
         EXPECT_EQ(d.numXTerms, 11);
         EXPECT_EQ(d.numTTerms, -4);
     }
@@ -301,12 +292,7 @@ TEST(OneDimSolution, ZeroFirstTermConcentrationDividesByZero) {
     d.terms(1) = {"0", "0"};
     d.terms(2) = {"1", "2"};
     ScriptedUserInterface ui;
-    try {
-        solve(d, ui);
-        ADD_FAILURE();
-    } catch (const RuntimeError& e) {
-        EXPECT_EQ(e.number(), err::DivisionByZero);
-    }
+    expectRunTimeError(err::DivisionByZero, [&] { solve(d, ui); });
 }
 
 TEST(OneDimSolution, StopBeforeTheFirstPointLeavesTheGridAtZero) {
@@ -394,24 +380,14 @@ TEST(OneDimSolution, FiniteCauchyInDecayFailsWhenItsSeriesRunsOut) {
     d.timeRange = "0:0.0002:0.0001";
     parseCoordinates(d);
     ScriptedUserInterface ui;
-    try {
-        solve(d, ui);
-        ADD_FAILURE();
-    } catch (const RuntimeError& e) {
-        EXPECT_EQ(e.number(), err::TypeMismatch);
-    }
+    expectRunTimeError(err::TypeMismatch, [&] { solve(d, ui); });
 }
 
 TEST(OneDimSolution, ZeroVelocityInAFiniteCauchyAquiferDividesByZero) {
     DataSet d = oneDimModel("Finite", "Cauchy");
     d.velocity = "0";
     ScriptedUserInterface ui;
-    try {
-        solve(d, ui);
-        ADD_FAILURE();
-    } catch (const RuntimeError& e) {
-        EXPECT_EQ(e.number(), err::DivisionByZero);
-    }
+    expectRunTimeError(err::DivisionByZero, [&] { solve(d, ui); });
 }
 
 }  // namespace

@@ -6,7 +6,10 @@
 #include <cmath>
 #include <string>
 
+#include <gtest/gtest.h>
+
 #include "model/data_set.h"
+#include "shell/runtime_error.h"
 #include "saturated/calculation_run.h"
 
 namespace bm::testkit {
@@ -43,6 +46,17 @@ inline double semiInfiniteDirichletReference(double V, double D, double lambda, 
     const double S = 2 * std::sqrt(D * t);
     return 0.5 * (std::exp((V - U) * x / (2 * D)) * std::erfc((x - U * t) / S) +
                   std::exp((V + U) * x / (2 * D)) * std::erfc((x + U * t) / S));
+}
+
+// Runs f and expects run-time error `number` from it.
+template <class F>
+void expectRunTimeError(int number, F f) {
+    try {
+        f();
+        ADD_FAILURE() << "no run-time error, expected " << number;
+    } catch (const RuntimeError& e) {
+        EXPECT_EQ(e.number(), number);
+    }
 }
 
 }  // namespace bm::testkit
