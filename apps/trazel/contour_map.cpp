@@ -87,17 +87,32 @@ ContourMap contourMap(const std::vector<double>& xs, const std::vector<double>& 
     if (nx < 2 || ny < 2 || levels.size() < 2 || values.size() != nx * ny) return map;
     auto vertex = [&](std::size_t ix, std::size_t iy) { return Vertex{xs[ix], ys[iy], values[ix * ny + iy]}; };
     for (std::size_t ix = 0; ix + 1 < nx; ++ix) {
+        // Neighbouring cells of one column that lie wholly in one band merge
+        // into one rectangle: far fewer shapes where the field is flat.
+        int runBand = -1;
+        std::size_t runStart = 0;
+        auto flush = [&](std::size_t end) {
+            if (runBand >= 0)
+                map.polygons.push_back({runBand, {{xs[ix], ys[runStart]}, {xs[ix + 1], ys[runStart]}, {xs[ix + 1], ys[end]}, {xs[ix], ys[end]}}});
+            runBand = -1;
+        };
         for (std::size_t iy = 0; iy + 1 < ny; ++iy) {
             const Vertex a = vertex(ix, iy), b = vertex(ix + 1, iy), c = vertex(ix + 1, iy + 1), d = vertex(ix, iy + 1);
             const int band = bandOf(a.f, levels);
             if (bandOf(b.f, levels) == band && bandOf(c.f, levels) == band && bandOf(d.f, levels) == band) {
-                // Whole cell in one band: one rectangle, and no level crosses it.
-                map.polygons.push_back({band, {{a.x, a.y}, {b.x, b.y}, {c.x, c.y}, {d.x, d.y}}});
+                // Whole cell in one band: no level crosses it.
+                if (band != runBand) {
+                    flush(iy);
+                    runBand = band;
+                    runStart = iy;
+                }
                 continue;
             }
+            flush(iy);
             addTriangle({a, b, c}, levels, map);
             addTriangle({a, c, d}, levels, map);
         }
+        flush(ny - 1);
     }
     return map;
 }

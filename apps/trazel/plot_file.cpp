@@ -152,13 +152,20 @@ std::vector<Row> rowsUntil(const Lines& lines, std::size_t& i, bool (*stop)(cons
 
 // --- regular results -------------------------------------------------------
 
-void readProfile(PlotFile& f, const Lines& lines, std::size_t start) {
-    Grid& g = f.grid;
+// The times of the line "Time:" and the rows under it: the coordinates and a
+// concentration per time.
+std::vector<Row> tableUnderTimes(Grid& g, const Lines& lines, std::size_t start, std::size_t coordinates, std::string_view layout) {
     g.t = timesAfterLabel(lines[start]);
     std::size_t i = start + 1;
-    const std::vector<Row> rows = rowsUntil(lines, i, nullptr);
+    std::vector<Row> rows = rowsUntil(lines, i, nullptr);
     if (rows.empty()) fail("The table under \"Time:\" has no rows of concentrations.");
-    for (const Row& r : rows) expectWidth(r, g.nt() + 1, "x and one concentration per time");
+    for (const Row& r : rows) expectWidth(r, coordinates + g.nt(), layout);
+    return rows;
+}
+
+void readProfile(PlotFile& f, const Lines& lines, std::size_t start) {
+    Grid& g = f.grid;
+    const std::vector<Row> rows = tableUnderTimes(g, lines, start, 1, "x and one concentration per time");
     checkAnnounced(f, "Number of X Terms", rows.size(), "x values");
     checkAnnounced(f, "Number of Time Terms", g.nt(), "times");
     g.y = {0};
@@ -171,11 +178,7 @@ void readProfile(PlotFile& f, const Lines& lines, std::size_t start) {
 
 void readPlane(PlotFile& f, const Lines& lines, std::size_t start) {
     Grid& g = f.grid;
-    g.t = timesAfterLabel(lines[start]);
-    std::size_t i = start + 1;
-    const std::vector<Row> rows = rowsUntil(lines, i, nullptr);
-    if (rows.empty()) fail("The table under \"Time:\" has no rows of concentrations.");
-    for (const Row& r : rows) expectWidth(r, g.nt() + 2, "x, y and one concentration per time");
+    const std::vector<Row> rows = tableUnderTimes(g, lines, start, 2, "x, y and one concentration per time");
     xyGrid(rows, g.x, g.y);
     checkAnnounced(f, "Number of X Terms", g.nx(), "x values");
     checkAnnounced(f, "Number of Y Terms", g.ny(), "y values");

@@ -128,21 +128,25 @@ void drawCurve(QPainter& p, const PlotFrame& f, const Curve& c, double width, do
 
 void drawContours(QPainter& p, const PlotFrame& f, const ContourMap& map) {
     const int bands = static_cast<int>(map.levels.size()) - 1;
+    // Fills without antialiasing: partly covered pixels on shared edges would
+    // blend twice and show the cells as faint stripes. The iso-lines drawn
+    // over the band edges keep them smooth.
+    p.save();
+    p.setRenderHint(QPainter::Antialiasing, false);
     for (const BandPolygon& poly : map.polygons) {
         QPolygonF shape;
         for (const Point& pt : poly.points) shape << f.toPixel(pt.x, pt.y);
         const QColor colour = bandColour(poly.band, bands);
-        // An outline in the fill colour closes the hairline seams that
-        // antialiasing leaves between neighbouring polygons.
+        // An outline in the fill colour closes hairline seams between
+        // neighbouring polygons in viewers that antialias SVG.
         QPen seam(colour, 1.0);
-        seam.setCosmetic(true);
         seam.setJoinStyle(Qt::MiterJoin);
         p.setPen(seam);
         p.setBrush(colour);
         p.drawPolygon(shape);
     }
+    p.restore();
     QPen line(QColor(40, 40, 40, 170), 0.9);
-    line.setCosmetic(true);
     p.setPen(line);
     for (const IsoSegment& s : map.lines) p.drawLine(f.toPixel(s.a.x, s.a.y), f.toPixel(s.b.x, s.b.y));
 }
@@ -179,12 +183,12 @@ QColor curveColour(int index) {
 }
 
 QColor bandColour(int band, int bands) {
-    // From deep blue through pale yellow to deep red.
-    static const double anchors[][3] = {{49, 54, 149}, {69, 117, 180}, {116, 173, 209}, {171, 217, 233}, {224, 243, 248},
-                                        {255, 255, 191}, {254, 224, 144}, {253, 174, 97}, {244, 109, 67}, {215, 48, 39},
-                                        {165, 0, 38}};
-    constexpr int last = 10;
-    const double t = bands <= 1 ? 0.5 : (band + 0.5) / bands;
+    // A sequential scale for a magnitude that starts at zero: clean water
+    // near white, the highest concentrations deep red.
+    static const double anchors[][3] = {{255, 255, 217}, {255, 237, 160}, {254, 217, 118}, {254, 178, 76}, {253, 141, 60},
+                                        {252, 78, 42},   {227, 26, 28},   {189, 0, 38},    {128, 0, 38}};
+    constexpr int last = 8;
+    const double t = bands <= 1 ? 0.0 : static_cast<double>(band) / (bands - 1);
     const double position = std::clamp(t, 0.0, 1.0) * last;
     const int i = std::min(last - 1, static_cast<int>(position));
     const double w = position - i;
@@ -270,7 +274,6 @@ PlotFrame paintScene(QPainter& p, const QRectF& target, const Scene& s, const Wi
 
     // --- grid
     QPen gridPen(QColor(225, 225, 225), 1);
-    gridPen.setCosmetic(true);
     p.setPen(gridPen);
     if (s.kind != SceneKind::Contours) {
         for (double v : xTicks.ticks.values) p.drawLine(frame.toPixel(v, w.y0), frame.toPixel(v, w.y1));

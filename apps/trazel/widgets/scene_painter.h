@@ -31,7 +31,7 @@ struct PlotFrame {
 PlotFrame paintScene(QPainter& painter, const QRectF& target, const Scene& scene, const Window& window);
 
 QColor curveColour(int index);
-// Colours of the contour bands, from cool for low values to warm for high.
+// Colours of the contour bands, from near white for the lowest to deep red for the highest.
 QColor bandColour(int band, int bands);
 
 }  // namespace bm::trazel

@@ -150,25 +150,16 @@ void TrazelWindow::buildPanel() {
             if (curveList_->item(i)->checkState() == Qt::Checked) view_.shown.push_back(i);
         refresh(true);
     });
-    connect(all, &QPushButton::clicked, this, [this] {
-        view_.automaticCurves = false;
+    auto choose = [this](bool automaticCurves, int count) {
+        view_.automaticCurves = automaticCurves;
         view_.shown.clear();
-        for (int i = 0; i < curveList_->count(); ++i) view_.shown.push_back(i);
+        for (int i = 0; i < count; ++i) view_.shown.push_back(i);
         syncControls();
         refresh(true);
-    });
-    connect(none, &QPushButton::clicked, this, [this] {
-        view_.automaticCurves = false;
-        view_.shown.clear();
-        syncControls();
-        refresh(true);
-    });
-    connect(automatic, &QPushButton::clicked, this, [this] {
-        view_.automaticCurves = true;
-        view_.shown.clear();
-        syncControls();
-        refresh(true);
-    });
+    };
+    connect(all, &QPushButton::clicked, this, [this, choose] { choose(false, curveList_->count()); });
+    connect(none, &QPushButton::clicked, this, [choose] { choose(false, 0); });
+    connect(automatic, &QPushButton::clicked, this, [choose] { choose(true, 0); });
     layout->addWidget(curvesBox_);
 
     sliceBox_ = new QGroupBox(tr("Show"));

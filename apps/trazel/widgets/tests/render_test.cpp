@@ -1,6 +1,9 @@
 // Each kind of plot rendered offscreen: not blank, and drawn in the colours
 // its data calls for.
 #include <QImage>
+#include <QPrinter>
+#include <QProcess>
+#include <QStandardPaths>
 #include <gtest/gtest.h>
 
 #include "apps/trazel/widgets/picture_export.h"
@@ -108,6 +111,27 @@ TEST(Render, PrintsOnAnyResolution) {
     const PlotFile f = fixture("profile_1d.plt");
     EXPECT_GT(pixelsOf(render(f, {}, QSize(400, 300)), curveColour(3)), 40);
     EXPECT_GT(pixelsOf(render(f, {}, QSize(2400, 1600)), curveColour(3)), 600);
+}
+
+TEST(Render, PrintsThePlotOnAPage) {
+    const PlotFile f = fixture("monte_carlo_1d.plt");
+    const Scene s = buildScene(f, {});
+    testkit::TempDir dir;
+    const QString pdf = QString::fromStdString(dir.file("plot.pdf"));
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(pdf);
+    printer.setPageOrientation(QPageLayout::Landscape);
+    printScene(printer, s, fullWindow(s));
+    const QString tool = QStandardPaths::findExecutable("pdftotext");
+    ASSERT_FALSE(tool.isEmpty()) << "pdftotext (poppler-utils) is needed to read the PDF back";
+    QProcess p;
+    p.start(tool, {pdf, "-"});
+    ASSERT_TRUE(p.waitForFinished(20000));
+    const QString text = QString::fromUtf8(p.readAllStandardOutput());
+    EXPECT_TRUE(text.contains("Monte Carlo Simulation")) << text.toStdString();
+    EXPECT_TRUE(text.contains("Number of iterations"));
+    EXPECT_TRUE(text.contains("Cumulative fraction"));
 }
 
 }  // namespace

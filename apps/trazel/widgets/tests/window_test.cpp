@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
 #include <QTest>
@@ -53,6 +54,20 @@ TEST(Window, CurvesAgainstTimeAndTheirChoice) {
     list->item(0)->setCheckState(Qt::Unchecked);
     ASSERT_EQ(w.plot()->scene().curves.size(), 8u);
     EXPECT_EQ(w.plot()->scene().curves[0].name, "x = 10 m");
+
+    auto button = [&](const char* text) {
+        for (QPushButton* b : w.findChildren<QPushButton*>())
+            if (b->text() == text) return b;
+        return static_cast<QPushButton*>(nullptr);
+    };
+    button("All")->click();
+    EXPECT_EQ(w.plot()->scene().curves.size(), 11u);
+    button("None")->click();
+    EXPECT_TRUE(w.plot()->scene().curves.empty());
+    EXPECT_EQ(w.plot()->scene().note, "No curve is selected.");
+    button("Spread")->click();
+    EXPECT_EQ(w.plot()->scene().curves.size(), 8u);
+    EXPECT_EQ(list->item(0)->checkState(), Qt::Checked);
 }
 
 TEST(Window, RubberBandZoomsAndRightClickResets) {
