@@ -1,12 +1,34 @@
+// Main's File commands go to the data-file workflow of files/.
+
 #include "model/data_set.h"
 #include "shell/file_commands.h"
 #include "shell/user_interface.h"
 
+#if __has_include("files/file_workflow.h")
+#include "files/file_workflow.h"
+#define BM_HAVE_FILE_WORKFLOW 1
+#endif
+
 namespace bm {
 
 namespace {
-// Main's File commands until the data-file workflow is linked in.
-class PendingFileCommands : public FileCommands {
+
+#ifdef BM_HAVE_FILE_WORKFLOW
+class WorkflowFileCommands : public FileCommands {
+public:
+    bool saveDataFilePrompt(DataSet& data) override {
+        std::string tag;
+        return bm::saveDataFilePrompt(data, ui(), tag);
+    }
+    bool openModelFile(DataSet& data, const std::string& title, int dialogPurpose) override {
+        // A cancel and a reported error both leave Main without a screen to open.
+        std::string tag;
+        return bm::openModelFile(data, ui(), title, dialogPurpose, data.modelType, tag);
+    }
+};
+#else
+// A build without the data-file workflow: nothing can be read.
+class WorkflowFileCommands : public FileCommands {
 public:
     bool saveDataFilePrompt(DataSet& data) override { return data.dataState == kDataUnchanged; }
     bool openModelFile(DataSet&, const std::string& title, int) override {
@@ -14,10 +36,12 @@ public:
         return false;
     }
 };
+#endif
+
 }  // namespace
 
 FileCommands& defaultFileCommands() {
-    static PendingFileCommands instance;
+    static WorkflowFileCommands instance;
     return instance;
 }
 

@@ -4,6 +4,8 @@
 #include <QFontMetrics>
 #include <QPainter>
 #include <QPrintDialog>
+#include <QPageLayout>
+#include <QPageSize>
 #include <QPrinter>
 
 namespace bm {
@@ -83,6 +85,8 @@ bool printReportToPdf(const PrintedReport& report, const QString& pdfPath) {
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(pdfPath);
+    printer.setPageSize(QPageSize(QPageSize::A4));
+    printer.setPageMargins(QMarginsF(20, 15, 15, 15), QPageLayout::Millimeter);
     return printLines(report, printer);
 }
 

@@ -143,7 +143,9 @@ TEST(MainWindow, NewRelabelsTheDialogAndOpensTheScreenThenComesBack) {
         d->findChild<QRadioButton*>("Aquifer_Type(1)")->click();
         contaminant2->click();
         d->findChild<QRadioButton*>("optChemicals(1)")->click();
+        saveShot(d, "NewFile");
         onModal("MCInputForm", [&](QWidget* screen) {
+            saveShot(screen, "placeholder");
             auto* kind = screen->findChild<QLabel*>("modelKindL");
             EXPECT_TRUE(kind->text().contains("Two Dimensional"));
             EXPECT_TRUE(kind->text().contains("Gaussian"));
@@ -222,6 +224,7 @@ TEST(MainWindow, InformationScreensAndPreferencesOpenModally) {
         QString title;
         onModal(screen, [&](QWidget* w) {
             title = w->windowTitle();
+            saveShot(w, QString::fromLatin1(screen));
             w->close();
         });
         f.item(item)->trigger();
@@ -240,6 +243,9 @@ TEST(MainWindow, HelpOpensContentsIndexAndTopics) {
     f.item("mnuHelp(0)")->trigger();
     HelpViewer* viewer = helpViewer();
     ASSERT_NE(viewer, nullptr);
+    viewer->showTopic(3100);
+    saveShot(viewer, "help");
+    viewer->showTopic(3000);
     EXPECT_TRUE(viewer->isVisible());
     EXPECT_EQ(viewer->currentTopic(), 3000);
     f.item("mnuInfo(3)")->trigger();

@@ -73,6 +73,12 @@ Watchdog::Watchdog(int ms) : state_(new State) {
 Watchdog::~Watchdog() { delete state_; }
 bool Watchdog::fired() const { return state_->fired; }
 
+void saveShot(QWidget* widget, const QString& name) {
+    const QByteArray dir = qgetenv("BRENMOOR_SCREENSHOT_DIR");
+    if (dir.isEmpty() || !widget) return;
+    widget->grab().save(QString::fromLocal8Bit(dir) + u'/' + name + QStringLiteral(".png"));
+}
+
 bool waitFor(const std::function<bool()>& done, int ms) {
     QElapsedTimer clock;
     clock.start();

@@ -28,6 +28,9 @@ private:
 // Waits (running events) until `done` or `ms` passed.
 bool waitFor(const std::function<bool()>& done, int ms = 3000);
 
+// Saves a picture of the widget into $BRENMOOR_SCREENSHOT_DIR when that is set (for looking at the screens).
+void saveShot(QWidget* widget, const QString& name);
+
 template <typename T>
 T* child(QWidget* parent, const QString& name) {
     T* w = parent->findChild<T*>(name);
