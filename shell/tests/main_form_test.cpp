@@ -9,6 +9,7 @@
 #include "shell/file_commands.h"
 #include "shell/main_form.h"
 #include "shell/new_model_forms.h"
+#include "shell/tests/scripted_file_commands.h"
 #include "testing/scripted_user_interface.h"
 #include "testing/test_paths.h"
 
@@ -50,23 +51,7 @@ struct Host : MainHost {
     void quit() override { calls.push_back("quit"); }
 };
 
-struct Files : FileCommands {
-    std::deque<bool> promptAnswers;  // empty: go on
-    int prompts = 0;
-    std::function<bool(DataSet&)> reader;  // what Open finds; null: cancelled
-    std::vector<std::string> openTitles;
-    bool saveDataFilePrompt(DataSet&) override {
-        ++prompts;
-        if (promptAnswers.empty()) return true;
-        const bool a = promptAnswers.front();
-        promptAnswers.pop_front();
-        return a;
-    }
-    bool openModelFile(DataSet& d, const std::string& title, int purpose) override {
-        openTitles.push_back(title + "|" + std::to_string(purpose));
-        return reader ? reader(d) : false;
-    }
-};
+using Files = testkit::ScriptedFileCommands;
 
 struct Fixture {
     DataSet data;
@@ -305,4 +290,58 @@ TEST(MainForm, ViewOutputAndContourPlotNameTheMissingPlotFile) {
         EXPECT_EQ(m.text, "Unable to find the output graph file: " + toUpper(dir.file("no such folder/brenmoor.plt")) + ".");
     }
     EXPECT_TRUE(f.ui.programStarts.empty());
+}
+
+TEST(MainForm, TheHiddenOpenRouteReadsADescribedDataFile) {
+    TempDir dir;
+    Fixture f;
+    f.state.openFileName = "/d/old.dat";
+    f.form.menuOpenClick();
+    EXPECT_EQ(f.ui.lastTitle(), "A File Already Open");
+    EXPECT_EQ(f.ui.lastText(),
+              "/D/OLD.DAT is already open.\r\n\r\n  First choose Close or Iconize from the file menu before opening "
+              "another file.");
+    EXPECT_TRUE(f.ui.fileDialogs.empty());
+
+    f.state.openFileName.clear();
+    f.ui.fileAnswers = {dir.file("gone.dat")};
+    f.form.menuOpenClick();
+    ASSERT_EQ(f.ui.fileDialogs.size(), 1u);
+    EXPECT_EQ(f.ui.fileDialogs[0].title, "Open Ground Water Data File");
+    EXPECT_EQ(f.ui.fileDialogs[0].filter, "Data Files (*.dat)|*.dat|All Files|*.*");
+    EXPECT_EQ(f.ui.lastTitle(), dir.file("gone.dat") + " not found!");
+
+    // A file without a description line: the message, and on to the File menu's Open.
+    testkit::writeFileBytes(dir.file("plain.dat"), "just numbers\r\n1 2 3\r\n");
+    f.ui.fileAnswers = {dir.file("plain.dat")};
+    f.form.menuOpenClick();
+    EXPECT_EQ(f.ui.messages.at(2).title, "Incorrect Data File");
+    EXPECT_EQ(f.ui.messages.at(2).text,
+              "The data file chosen was not in the correct format.  Please select another data file");
+    EXPECT_EQ(f.files.openTitles.size(), 1u);
+    EXPECT_EQ(f.state.openFileName, "");
+
+    testkit::writeFileBytes(dir.file("site.dat"), "Model: x\r\nDescription: Landfill east\r\n");
+    f.ui.fileAnswers = {dir.file("site.dat")};
+    f.form.menuOpenClick();
+    EXPECT_EQ(f.state.openFileName, dir.file("site.dat"));
+    EXPECT_EQ(f.form.openFileDescription(), "Landfill east");
+    EXPECT_EQ(f.form.filenamePanel(), "Filename: site.dat");
+}
+
+TEST(MainForm, LoadReadsTheCommandLineAndChecksTheEnvironment) {
+    TempDir dir;
+    fs::create_directories(dir.path() / "suite" / "brenmoor");
+    Fixture f;
+    f.data.dataState = 2;
+    f.data.monteCarloValueInUse = true;
+    f.form.load({"Time", "Varying"}, (dir.path() / "suite" / "brenmoor").string());
+    EXPECT_EQ(f.form.caption(), "Ground Water Contaminant Transport Model with Variable Dispersion Coefficients");
+    EXPECT_EQ(f.data.modelType, "Time Varying");
+    EXPECT_EQ(f.data.dataState, 0);
+    EXPECT_FALSE(f.data.monteCarloValueInUse);
+    EXPECT_EQ(f.form.helpContext(), 3200);
+    EXPECT_EQ(f.state.crlf, "\r\n");
+    EXPECT_EQ(f.form.paths().helpFile, (dir.path() / "suite" / "orvahelp.hlp").string());
+    EXPECT_FALSE(f.ui.messages.empty());  // the bare tree lacks nearly everything
 }

@@ -15,6 +15,7 @@
 #include "shell/settings_file.h"
 #include "shell/widgets/help_viewer.h"
 #include "shell/widgets/main_window.h"
+#include "shell/tests/scripted_file_commands.h"
 #include "testing/scripted_user_interface.h"
 #include "testing/test_paths.h"
 
@@ -25,19 +26,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct Files : FileCommands {
-    std::deque<bool> promptAnswers;
-    int prompts = 0;
-    std::function<bool(DataSet&)> reader;
-    bool saveDataFilePrompt(DataSet&) override {
-        ++prompts;
-        if (promptAnswers.empty()) return true;
-        const bool a = promptAnswers.front();
-        promptAnswers.pop_front();
-        return a;
-    }
-    bool openModelFile(DataSet& d, const std::string&, int) override { return reader ? reader(d) : false; }
-};
+using Files = testkit::ScriptedFileCommands;
 
 // A suite tree with everything the start looks for, and a Main started in it.
 struct MainFixture {
