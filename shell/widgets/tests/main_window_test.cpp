@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -312,4 +313,21 @@ TEST(MainWindow, ATimeVaryingStartOffersItsOwnMenu) {
     });
     f.item("menuFile(10)")->trigger();
     EXPECT_EQ(f.data.modelType, "Time Varying");  // a time-varying start stays in its type
+}
+
+TEST(MainWindow, PrintOpensThePlatformPrintDialog) {
+    Watchdog dog;
+    MainFixture f;
+    for (const char* item : {"menuFile(50)", "menuPrinterSetup"}) {
+        bool shown = false;
+        onModal("CMDialog1", [&](QWidget* w) {
+            shown = true;
+            qobject_cast<QDialog*>(w)->reject();
+        });
+        if (std::string(item) == "menuFile(50)")
+            f.main->form().menuFileClick(50);  // index 50 has no visible item in the released menu
+        else
+            f.item(item)->trigger();
+        EXPECT_TRUE(shown) << item;
+    }
 }
