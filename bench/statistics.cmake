@@ -1,0 +1,1 @@
+bm_add_bench(bench_statistics ${CMAKE_CURRENT_LIST_DIR}/statistics.cpp)

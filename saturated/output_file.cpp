@@ -1,0 +1,249 @@
+#include "saturated/output_file.h"
+
+#include <cerrno>
+#include <cstdio>
+
+#include "model/number_text.h"
+#include "saturated/source_captions.h"
+#include "shell/common_services.h"
+#include "shell/runtime_error.h"
+
+namespace bm {
+
+namespace {
+
+const char* const kCrlf = "\r\n";
+
+std::string unitText(const std::string& unit) { return replaceFirst("&", "", unit); }
+
+std::string line(const std::string& text) { return text + kCrlf; }
+
+// A value line of the Monte Carlo file: a marker shows the number it keeps.
+std::string shown(const std::string& value) { return contains(value, "Monte") ? valueOfCell(value) : value; }
+
+std::string dataFileNameLine(const DataSet& d) {
+    const std::string name = trim(d.currentFileName);
+    return line("Data File Name: " + (name.empty() ? std::string("Input Data Not Saved") : name));
+}
+
+int chemicalOf(const DataSet& d) { return d.selectedChemical < 1 ? 1 : d.selectedChemical; }
+
+std::string chemicalNameOf(const DataSet& d) {
+    const int c = chemicalOf(d);
+    return c <= d.chemicalName.ub() ? d.chemicalName(c) : std::string();
+}
+
+std::string chemicalField(const List<std::string>& list, const DataSet& d) {
+    const int c = chemicalOf(d);
+    return c <= list.ub() ? list(c) : std::string();
+}
+
+// The two-dimensional source-size line, by the caption of the source row.
+std::string twoDimSourceLine(const DataSet& d, const char* widthLabel) {
+    switch (twoDimSourceValueOf(twoDimSourceCaption(d.aquiferType, d.contaminantType))) {
+    case TwoDimSourceValue::Width: return line(widthLabel + d.sourceWidth);
+    case TwoDimSourceValue::StandardDeviation: return line("Standard Deviation: " + d.sourceStdDev);
+    case TwoDimSourceValue::InjectionRate: break;
+    }
+    return line("Injection Rate: " + d.injectionRate);
+}
+
+double result(const DataSet& d, int dimension, int x, int y, int z, int t) {
+    const int c = chemicalOf(d);
+    switch (dimension) {
+    case 1: return d.multiChemical ? d.chemResult1D(c, x, t) : d.result1D(x, t);
+    case 2: return d.multiChemical ? d.chemResult2D(c, x, y, t) : d.result2D(x, y, t);
+    default: return d.multiChemical ? d.chemResult3D(c, x, y, z, t) : d.result3D(x, y, z, t);
+    }
+}
+
+std::string table(const DataSet& d, int dimension) {
+    std::string out;
+    const int nx = d.numXTerms, nt = d.numTTerms;
+    if (dimension == 1) {
+        out += "Time:";
+        for (int t = 1; t <= nt; ++t) out += ", " + formatNumber(d.tValues(t));
+        for (int x = 1; x <= nx; ++x) {
+            out += kCrlf + formatNumber(d.xValues(x));
+            for (int t = 1; t <= nt; ++t) out += ", " + formatNumber(result(d, 1, x, 0, 0, t));
+        }
+        return out;
+    }
+    const int ny = d.numYTerms;
+    if (dimension == 2) {
+        out += "Time:";
+        for (int t = 1; t <= nt; ++t) out += ", " + formatNumber(d.tValues(t));
+        out += kCrlf;
+        for (int x = 1; x <= nx; ++x)
+            for (int y = 1; y <= ny; ++y) {
+                out += formatNumber(d.xValues(x)) + ", " + formatNumber(d.yValues(y));
+                for (int t = 1; t <= nt; ++t) out += ", " + formatNumber(result(d, 2, x, y, 0, t));
+                out += kCrlf;
+            }
+        return out;
+    }
+    const int nz = d.numZTerms;
+    for (int t = 1; t <= nt; ++t) {
+        out += line("Time is " + formatNumber(d.tValues(t)) + " " + unitText(d.timeUnit));
+        out += "Z Coordinate =>";
+        for (int z = 1; z <= nz; ++z) out += ", " + formatNumber(d.zValues(z));
+        out += kCrlf;
+        for (int x = 1; x <= nx; ++x)
+            for (int y = 1; y <= ny; ++y) {
+                out += formatNumber(d.xValues(x)) + ", " + formatNumber(d.yValues(y));
+                for (int z = 1; z <= nz; ++z) out += ", " + formatNumber(result(d, 3, x, y, z, t));
+                out += kCrlf;
+            }
+        out += kCrlf;
+        out += kCrlf;
+    }
+    return out;
+}
+
+const List<double>& monteResults(const DataSet& d, int dimension) {
+    return dimension == 1 ? d.mcResult1D : dimension == 2 ? d.mcResult2D : d.mcResult3D;
+}
+
+const Array<double, 2>& chemMonteResults(const DataSet& d, int dimension) {
+    return dimension == 1 ? d.chemMcResult1D : dimension == 2 ? d.chemMcResult2D : d.chemMcResult3D;
+}
+
+}  // namespace
+
+int saturatedDimension(const std::string& modelType) {
+    if (modelType == "One Dimensional") return 1;
+    if (modelType == "Two Dimensional") return 2;
+    if (modelType == "Three Dimensional") return 3;
+    return 0;
+}
+
+std::string regularOutputText(const DataSet& d, int dimension) {
+    std::string out;
+    out += line("Ground Water");
+    out += line("Model: " + d.modelType + (d.multiChemical ? " - Chemical " + chemicalNameOf(d) : std::string()));
+    out += line("Aquifer: " + d.aquiferType);
+    out += line("Contaminant:" + d.contaminantType);
+    out += line("Length Units: " + unitText(d.lengthUnit));
+    out += line("Time Units: " + unitText(d.timeUnit));
+    out += line("Concentration Units: " + unitText(d.concentrationUnit));
+    out += line("Number of X Terms: " + printForm(static_cast<long long>(d.numXTerms)));
+    if (dimension >= 2) out += line("Number of Y Terms: " + printForm(static_cast<long long>(d.numYTerms)));
+    if (dimension == 3) out += line("Number of Z Terms: " + printForm(static_cast<long long>(d.numZTerms)));
+    out += line("Number of Time Terms: " + printForm(static_cast<long long>(d.numTTerms)));
+    if (dimension >= 2) out += line("Y Center of Source: " + d.sourceYc);
+    if (dimension == 3) {
+        out += line("Z Center of Source: " + d.sourceZc);
+        if (!contains(d.contaminantType, "Finite")) {
+            out += line("X Center of Source: " + d.sourceXc);
+            out += line("Injection Rate: " + d.injectionRate);
+        } else {
+            out += line("Contaminant Source Width: " + d.sourceWidth);
+            out += line("Contaminant Source Height: " + d.sourceHeight);
+        }
+    }
+    out += line("Initial Concentration: " + (d.terms.ub() >= 1 ? d.terms(1).concentration : std::string()));
+    out += line("Ground Water Darcy Velocity: " + d.velocity);
+    if (dimension == 1) out += line("Aquifer Porosity: " + d.porosity);
+    if (d.multiChemical) out += line("Contaminant Decay Coefficent: " + chemicalField(d.decayRate, d));
+    else out += line("Contaminant Halflife: " + d.halfLife);
+    out += line("Longitudinal Dispersion Coefficient: " + d.dispersionX);
+    if (dimension >= 2) out += line("Lateral Dispersion Coefficient: " + d.dispersionY);
+    if (dimension == 3) out += line("Vertical Dispersion Coefficient: " + d.dispersionZ);
+    if (dimension == 2) out += twoDimSourceLine(d, "Width of Contaminant Source: ");
+    if (dimension >= 2) {
+        out += line("Aquifer Porosity: " + d.porosity);
+        out += line("Net Recharge: " + d.netRecharge);
+        out += line("Effective Aquifer Thickness: " + d.aquiferThickness);
+    }
+    out += line("Retardation Coefficient: " + d.retardation);
+    out += dataFileNameLine(d);
+    out += kCrlf;
+    out += kCrlf;
+    out += table(d, dimension);
+    return out;
+}
+
+std::string monteCarloOutputText(const DataSet& d, int dimension) {
+    static const char* const modelNames[] = {"", "One Dimensional Model", "Two Dimensional Model", "Three Dimensional Model"};
+    const std::string concentrationUnit = unitText(d.concentrationUnit);
+    int iterations = 0;
+    if (d.multiChemical) iterations = chemMonteResults(d, dimension).ub(1);
+    else iterations = monteResults(d, dimension).ub();
+    std::string out;
+    out += line("Monte Carlo");
+    out += line("Type: Concentrations");
+    out += line("Number of Terms: " + std::to_string(iterations < 0 ? 0 : iterations));
+    out += line("Aquifer: " + d.aquiferType + ", Contaminant:  " + d.contaminantType);
+    out += line(std::string("Chemical Name: ") + modelNames[dimension]);
+    if (d.multiChemical) {
+        out += line("Chemical: " + chemicalNameOf(d));
+        out += line("Contaminant Conc. at Inflow Boundary: " + shown(chemicalField(d.suppositionConcentration, d)) + " " +
+                    concentrationUnit);
+    } else {
+        const std::string co = shown(d.terms.ub() >= 1 ? d.terms(1).concentration : std::string());
+        out += line((d.monteCarloModeOn ? "Contaminant Conc. at Inflow Boundary: " : "Initial Concentration (Co): ") + co +
+                    " " + concentrationUnit);
+    }
+    out += line("Ground Water Darcy Velocity: " + shown(d.velocity));
+    if (dimension == 1) out += line("Aquifer Porosity: " + shown(d.porosity));
+    if (d.multiChemical) {
+        out += line("Decay Rate: " + shown(chemicalField(d.decayRate, d)));
+        out += line("Yield Factor: " + shown(chemicalField(d.yieldFactor, d)));
+    } else {
+        out += line("Contaminant Halflife: " + shown(d.halfLife));
+    }
+    out += line("Longitudinal Dispersion Coefficient: " + shown(d.dispersionX));
+    if (dimension >= 2) out += line("Lateral Dispersion Coefficient: " + shown(d.dispersionY));
+    if (dimension == 3) out += line("Vertical Dispersion Coefficient: " + shown(d.dispersionZ));
+    if (dimension == 1) out += line("Retardation Coefficient: " + shown(d.retardation));
+    out += line("Length Units: " + unitText(d.lengthUnit));
+    out += line("Time Units: " + unitText(d.timeUnit));
+    out += line("Concentration Units: " + concentrationUnit);
+    if (dimension == 2) {
+        switch (twoDimSourceValueOf(twoDimSourceCaption(d.aquiferType, d.contaminantType))) {
+        case TwoDimSourceValue::Width: out += line("Width of Contaminant Source: " + shown(d.sourceWidth)); break;
+        case TwoDimSourceValue::StandardDeviation: out += line("Standard Deviation: " + shown(d.sourceStdDev)); break;
+        case TwoDimSourceValue::InjectionRate: out += line("Injection Rate: " + shown(d.injectionRate)); break;
+        }
+    }
+    if (dimension == 3) {
+        if (contains(d.contaminantType, "Finite")) {
+            out += line("Contaminant Source Width: " + shown(d.sourceWidth));
+            out += line("Contaminant Source Height: " + shown(d.sourceHeight));
+        } else {
+            out += line("X Center of Source: " + shown(d.sourceXc));
+            out += line("Injection Rate: " + shown(d.injectionRate));
+        }
+    }
+    if (dimension >= 2) {
+        out += line("Aquifer Porosity: " + shown(d.porosity));
+        out += line("Net Recharge: " + shown(d.netRecharge));
+        out += line("Effective Aquifer Thickness: " + shown(d.aquiferThickness));
+        out += line("Retardation Coefficient: " + shown(d.retardation));
+    }
+    out += dataFileNameLine(d);
+    out += kCrlf;
+    const int c = chemicalOf(d);
+    for (int i = 1; i <= iterations; ++i) {
+        const double v = d.multiChemical ? chemMonteResults(d, dimension)(c, i) : monteResults(d, dimension)(i);
+        out += line(formatNumber(v));
+    }
+    return out;
+}
+
+void writeOutput1D(const DataSet& data, const std::string& path) { writeTextFile(path, regularOutputText(data, 1)); }
+void writeOutput2D(const DataSet& data, const std::string& path) { writeTextFile(path, regularOutputText(data, 2)); }
+void writeOutput3D(const DataSet& data, const std::string& path) { writeTextFile(path, regularOutputText(data, 3)); }
+void writeMonteCarloOutput1D(const DataSet& data, std::string& file) { file += monteCarloOutputText(data, 1); }
+void writeMonteCarloOutput2D(const DataSet& data, std::string& file) { file += monteCarloOutputText(data, 2); }
+void writeMonteCarloOutput3D(const DataSet& data, std::string& file) { file += monteCarloOutputText(data, 3); }
+
+void writeTextFile(const std::string& path, const std::string& text) {
+    std::FILE* f = std::fopen(path.c_str(), "wb");
+    if (!f) raiseError(errno == ENOENT ? err::PathNotFound : err::PathFileAccessError);
+    const bool written = std::fwrite(text.data(), 1, text.size(), f) == text.size();
+    const bool closed = std::fclose(f) == 0;
+    if (!written || !closed) raiseError(err::DiskFull);
+}
+
+}  // namespace bm

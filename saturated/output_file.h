@@ -1,0 +1,36 @@
+#pragma once
+// The output files of the saturated models: the regular grid file and the
+// Monte Carlo file, in the layout the plotting utility and the text viewer read.
+// Every number of the tables goes through formatNumber; header values are the
+// texts held in the DataSet.
+
+#include <string>
+
+#include "model/data_set.h"
+
+namespace bm {
+
+// The regular output of a dimension (1, 2 or 3). In a multi-chemical model the
+// values are those of `selectedChemical`.
+std::string regularOutputText(const DataSet& data, int dimension);
+// The Monte Carlo output of a dimension: the iterations of mcResult1D/2D/3D
+// (or of the selected chemical's list in a multi-chemical model).
+std::string monteCarloOutputText(const DataSet& data, int dimension);
+
+// The writers: each replaces the file at `path`.
+void writeOutput1D(const DataSet& data, const std::string& path);
+void writeOutput2D(const DataSet& data, const std::string& path);
+void writeOutput3D(const DataSet& data, const std::string& path);
+// The Monte Carlo writers append to an open file's text.
+void writeMonteCarloOutput1D(const DataSet& data, std::string& file);
+void writeMonteCarloOutput2D(const DataSet& data, std::string& file);
+void writeMonteCarloOutput3D(const DataSet& data, std::string& file);
+
+// The dimension of a saturated model type: 1, 2, 3, or 0 for any other.
+int saturatedDimension(const std::string& modelType);
+
+// Writes text to a file as it stands, replacing it; run-time errors 75/76 when the
+// file cannot be created, 61 when the disk is full.
+void writeTextFile(const std::string& path, const std::string& text);
+
+}  // namespace bm
