@@ -181,7 +181,9 @@ void balanceMatrix(std::int16_t nm, std::int16_t n, SquareMatrix& a, std::int16_
 
         for (int i = k; i <= l; ++i) sc[i] = 1.0;
         // Scale rows and columns of the block by powers of the radix until a
-        // full pass changes nothing.
+        // full pass changes nothing. Elements decades apart can push a factor
+        // past the range of a double: that is the overflow (or, for a factor
+        // that vanished, the division by zero) of the calculation.
         for (bool noconv = true; noconv;) {
             noconv = false;
             for (int i = k; i <= l; ++i) {
@@ -192,26 +194,27 @@ void balanceMatrix(std::int16_t nm, std::int16_t n, SquareMatrix& a, std::int16_
                     c += std::fabs(h(j, i));
                     r += std::fabs(h(i, j));
                 }
+                c = fp::checked(c);
+                r = fp::checked(r);
                 if (c == 0.0 || r == 0.0) continue;  // also an underflow to 0
                 double g = r / radix;
                 double f = 1.0;
                 const double s = c + r;
                 while (c < g) {
-                    f *= radix;
-                    c *= radix2;
+                    f = fp::mul(f, radix);
+                    c = fp::mul(c, radix2);
                 }
-                g = r * radix;
-                // The bound on c keeps a sum that overflowed from looping for ever.
-                while (c >= g && std::isfinite(c)) {
+                g = fp::mul(r, radix);
+                while (c >= g) {
                     f /= radix;
                     c /= radix2;
                 }
-                if ((c + r) / f >= 0.95 * s) continue;
-                g = 1.0 / f;
-                sc[i] *= f;
+                if (fp::div(c + r, f) >= 0.95 * s) continue;
+                g = fp::div(1.0, f);
+                sc[i] = fp::mul(sc[i], f);
                 noconv = true;
-                for (int j = k; j <= n; ++j) h(i, j) *= g;
-                for (int j = 1; j <= l; ++j) h(j, i) *= f;
+                for (int j = k; j <= n; ++j) h(i, j) = fp::mul(h(i, j), g);
+                for (int j = 1; j <= l; ++j) h(j, i) = fp::mul(h(j, i), f);
             }
         }
     }
