@@ -121,7 +121,7 @@ TEST_P(GoldenReader, GivesBackTheModel) {
     DataSet e = expected;
     if (e.multiChemical) e.halfLife.clear();  // multi-chemical files have no half-life
     if (e.contaminantType == "Dirichlet" && e.modelType == "Unsaturated One Dimensional") e.sourceDecayRate.clear();
-    if (e.xValues.ub() < 0) {  // never calculated: the reader dimensions 0 to 0
+    if (e.xValues.ub() < 0 && e.modelType == "One Dimensional") {  // never calculated: dimensioned 0 to 0 on reading
         e.xValues.redim(0);
         e.tValues.redim(0);
         e.result1D.redim({0, 0});
