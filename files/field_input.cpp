@@ -63,7 +63,10 @@ double FieldInput::numberField() {
     if (atEnd()) raiseError(err::InputPastEndOfFile);
     skipBlanks();
     const std::size_t start = pos_;
-    while (pos_ < text_.size() && text_[pos_] != ' ' && text_[pos_] != '\t' && text_[pos_] != ',' && !atLineEnd())
+    // A "[" ends a number too: an axis line with no rows behind it is followed
+    // at once by "[End Output Data]".
+    while (pos_ < text_.size() && text_[pos_] != ' ' && text_[pos_] != '\t' && text_[pos_] != ',' &&
+           text_[pos_] != '[' && !atLineEnd())
         ++pos_;
     const std::string token = text_.substr(start, pos_ - start);
     finishField();

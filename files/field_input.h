@@ -5,7 +5,8 @@
 // - A line ends at CR LF or at a lone LF; the line end is dropped. A CR that is
 //   not followed by LF belongs to the line.
 // - Field input skips leading blanks and tabs. A numeric field ends at a blank,
-//   a comma or the line end; an unquoted text field ends at a comma or the line
+//   a comma, the line end or a "[" (the end marker that can follow an axis
+//   line at once); an unquoted text field ends at a comma or the line
 //   end (its text is kept as it stands up to there); a quoted one runs to its
 //   closing quote and the quotes are dropped. After a field, blanks are skipped
 //   and one comma or one line end behind them is consumed.

@@ -179,6 +179,7 @@ void readGrid2D(DataSet& d, FieldInput& in, bool multi) {
             for (int y = 1; y <= ny; ++y) {
                 d.xValues(x) = in.numberField();
                 d.yValues(y) = in.numberField();
+                if (nt <= 0) in.lineInput();  // a row with no values: " x,  y, "
                 for (int t = 1; t <= nt; ++t) {
                     const double v = in.numberField();
                     if (multi) d.chemResult2D(c, x, y, t) = v;
