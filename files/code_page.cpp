@@ -42,10 +42,16 @@ char byteOf(char32_t cp) {
 std::string windows1252ToUtf8(std::string_view bytes) {
     std::string out;
     out.reserve(bytes.size() + bytes.size() / 8);
-    for (const char c : bytes) {
-        const auto b = static_cast<unsigned char>(c);
-        if (b < 0x80) out += c;
-        else if (b < 0xA0) appendUtf8(out, kHighControls[b - 0x80]);
+    std::size_t i = 0;
+    while (i < bytes.size()) {
+        // Runs of ASCII go over as they are.
+        std::size_t j = i;
+        while (j < bytes.size() && static_cast<unsigned char>(bytes[j]) < 0x80) ++j;
+        out.append(bytes.substr(i, j - i));
+        if (j == bytes.size()) break;
+        const auto b = static_cast<unsigned char>(bytes[j]);
+        i = j + 1;
+        if (b < 0xA0) appendUtf8(out, kHighControls[b - 0x80]);
         else appendUtf8(out, b);
     }
     return out;

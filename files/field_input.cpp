@@ -33,10 +33,12 @@ void FieldInput::finishField() {
 std::string FieldInput::lineInput() {
     if (atEnd()) raiseError(err::InputPastEndOfFile);
     const std::size_t start = pos_;
-    while (!atLineEnd()) ++pos_;
-    std::string line = text_.substr(start, pos_ - start);
-    skipLineEnd();
-    return line;
+    const std::size_t feed = text_.find('\n', start);
+    const std::size_t next = feed == std::string::npos ? text_.size() : feed + 1;
+    std::size_t end = feed == std::string::npos ? text_.size() : feed;
+    if (end > start && feed != std::string::npos && text_[end - 1] == '\r') --end;
+    pos_ = next;
+    return text_.substr(start, end - start);
 }
 
 std::string FieldInput::textField() {

@@ -57,7 +57,7 @@ void readTimeVaryingInputs(DataSet& d, FieldInput& in) {
         d.porosity = textAfter(line, ":");
         in.lineInput();  // "[End Input Data]"
     } else {
-        d.porosity = "1";
+        d.porosity = std::string("1");  // (a string object: GCC 12 misreads the literal assignment)
     }
 }
 
