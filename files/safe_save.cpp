@@ -27,8 +27,9 @@ ssize_t writeSome(int fd, const char* data, std::size_t size) {
     return ::write(fd, data, size);
 }
 
-// The error of a failed system call, naming the file.
-[[noreturn]] void raiseFor(int error, const std::string& what, const std::string& path) {
+// The error of a failed system call, naming the file and, for a folder that
+// cannot be written, the folder.
+[[noreturn]] void raiseFor(int error, const std::string& folder, const std::string& path) {
     const std::string reason = std::strerror(error);
     switch (error) {
     case ENOSPC:
@@ -37,10 +38,16 @@ ssize_t writeSome(int fd, const char* data, std::size_t size) {
         raiseError(err::DiskFull, "Disk full: " + path + " cannot be saved (" + reason + ")");
     case ENOENT:
     case ENOTDIR:
-        raiseError(err::PathNotFound, "Path not found: " + what + " (" + reason + ")");
+        raiseError(err::PathNotFound, "Path not found: " + path + " cannot be saved (the folder " + folder + ": " +
+                                          reason + ")");
+    case EIO:
+    case ENODEV:
+    case ENXIO:
+    case ENOMEDIUM:
+        raiseError(err::DiskNotReady, "Disk not ready: " + path + " cannot be saved (" + reason + ")");
     default:
-        raiseError(err::PathFileAccessError, "Path/File access error: " + path + " cannot be saved in " + what +
-                                                 " (" + reason + ")");
+        raiseError(err::PathFileAccessError, "Path/File access error: " + path + " cannot be saved (the folder " +
+                                                 folder + ": " + reason + ")");
     }
 }
 
@@ -90,13 +97,14 @@ void replaceFileContents(const std::string& path, std::string_view bytes) {
     }
     struct stat old {};
     const bool exists = ::stat(target.c_str(), &old) == 0;
-    if (exists && !S_ISREG(old.st_mode)) raiseFor(EISDIR, target.string(), path);
+    if (exists && !S_ISREG(old.st_mode))
+        raiseError(err::PathFileAccessError, "Path/File access error: " + path + " is not a file and cannot be replaced");
 
     fs::path folder = target.parent_path();
     if (folder.empty()) folder = ".";
     std::string pattern = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
     const int fd = ::mkstemp(pattern.data());
-    if (fd < 0) raiseFor(errno, "the folder " + folder.string(), path);
+    if (fd < 0) raiseFor(errno, folder.string(), path);
     TemporaryFile temp(pattern, fd);
 
     // The new file gets the old one's permissions, or those of a newly made file.
@@ -109,15 +117,15 @@ void replaceFileContents(const std::string& path, std::string_view bytes) {
         const ssize_t written = writeSome(temp.fd(), data, left);
         if (written < 0) {
             if (errno == EINTR) continue;
-            raiseFor(errno, "the folder " + folder.string(), path);
+            raiseFor(errno, folder.string(), path);
         }
-        if (written == 0) raiseFor(ENOSPC, "the folder " + folder.string(), path);
+        if (written == 0) raiseFor(ENOSPC, folder.string(), path);
         data += written;
         left -= static_cast<std::size_t>(written);
     }
-    if (::fsync(temp.fd()) != 0) raiseFor(errno, "the folder " + folder.string(), path);
-    if (const int error = temp.close(); error != 0) raiseFor(error, "the folder " + folder.string(), path);
-    if (::rename(temp.path().c_str(), target.c_str()) != 0) raiseFor(errno, "the folder " + folder.string(), path);
+    if (::fsync(temp.fd()) != 0) raiseFor(errno, folder.string(), path);
+    if (const int error = temp.close(); error != 0) raiseFor(error, folder.string(), path);
+    if (::rename(temp.path().c_str(), target.c_str()) != 0) raiseFor(errno, folder.string(), path);
     temp.release();
 
     // Make the rename itself durable (best effort: not every file system allows it).

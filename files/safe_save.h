@@ -5,8 +5,9 @@
 // the temporary file and leaves the old one byte for byte as it was.
 //
 // Errors (RuntimeError): 61 no space left on the device (or the file grew past
-// what the system allows), 75 a folder or file that cannot be written (read-only,
-// no permission, a folder in the way), 76 a folder that does not exist.
+// what the system allows), 71 the device failed or went away, 75 a folder or
+// file that cannot be written (read-only, no permission, a folder in the way),
+// 76 a folder that does not exist. The description names the file and the cause.
 // A symbolic link is followed: the file it points to is replaced, the link stays.
 
 #include <functional>

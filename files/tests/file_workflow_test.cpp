@@ -364,6 +364,20 @@ TEST_F(FileWorkflow, DiskFullShowsTheSaveErrorAndKeepsTheOldFile) {
     EXPECT_EQ(std::distance(fs::directory_iterator(dir.path()), fs::directory_iterator()), 1);
 }
 
+TEST_F(FileWorkflow, DeviceFailureShowsDiskNotReady) {
+    DataSet d = samples::oneRegular();
+    d.currentFileName = dir.file("model.one");
+    writeFileBytes(d.currentFileName, kOldBytes);
+    ScopedWriteHook failing([](int, const void*, std::size_t) -> ssize_t {
+        errno = EIO;
+        return -1;
+    });
+    EXPECT_FALSE(saveDataFile(d, ui, "Save", d.modelType, tag));
+    EXPECT_EQ(ui.lastTitle(), "Disk Not ready");
+    EXPECT_EQ(ui.lastText(), "Disk not ready!\r\nPlease check the disk and try again.");
+    EXPECT_EQ(readFileBytes(d.currentFileName), kOldBytes);
+}
+
 TEST_F(FileWorkflow, ReadOnlyFolderGivesAClearMessage) {
     const fs::path folder = dir.path() / "locked";
     fs::create_directory(folder);

@@ -100,12 +100,26 @@ TEST(SafeSave, AWriteThatStallsCountsAsADiskFull) {
     EXPECT_EQ(namesIn(dir.path()), std::vector<std::string>{"model.two"});
 }
 
-TEST(SafeSave, OtherWriteFailuresLeaveTheOldFileToo) {
+TEST(SafeSave, DeviceFailureIsDiskNotReadyAndLeavesTheOldFile) {
     TempDir dir;
     const std::string path = dir.file("model.one");
     writeFileBytes(path, kOldBytes);
     ScopedWriteHook broken([](int, const void*, std::size_t) -> ssize_t {
         errno = EIO;
+        return -1;
+    });
+    DataSet d = samples::oneRegular();
+    EXPECT_EQ(errorOf([&] { writeDataFile(d, path); }), 71);
+    EXPECT_EQ(readFileBytes(path), kOldBytes);
+    EXPECT_EQ(namesIn(dir.path()), std::vector<std::string>{"model.one"});
+}
+
+TEST(SafeSave, AnyOtherWriteFailureIsAnAccessError) {
+    TempDir dir;
+    const std::string path = dir.file("model.one");
+    writeFileBytes(path, kOldBytes);
+    ScopedWriteHook broken([](int, const void*, std::size_t) -> ssize_t {
+        errno = EBADF;
         return -1;
     });
     DataSet d = samples::oneRegular();
