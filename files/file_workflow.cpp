@@ -1,6 +1,7 @@
 #include "files/file_workflow.h"
 
 #include <exception>
+#include <functional>
 
 #include "files/data_file.h"
 #include "files/file_filters.h"
@@ -23,6 +24,24 @@ void reportFileError(const RuntimeError& error, const std::string& path, UserInt
     if (error.number() == err::SubscriptOutOfRange) handleError(err::InputPastEndOfFile, kErrorContext, path, ui);
     else handleError(error, kErrorContext, path, ui);
     statusTag = kFileErrorTag;
+}
+
+// Runs a read or a write of `path` under the busy pointer. False when it
+// raised an error, which is then reported and tagged.
+bool reportedRun(const std::function<void()>& work, const std::string& path, UserInterface& ui,
+                 std::string& statusTag) {
+    bool done = false;
+    ui.setBusy(true);
+    try {
+        work();
+        done = true;
+    } catch (const RuntimeError& error) {
+        reportFileError(error, path, ui, statusTag);
+    } catch (const std::exception&) {
+        reportFileError(RuntimeError(err::OutOfMemory), path, ui, statusTag);
+    }
+    ui.setBusy(false);
+    return done;
 }
 
 // The name part of a path has a full stop.
@@ -102,23 +121,15 @@ bool openModelFile(DataSet& data, UserInterface& ui, const std::string& title, i
                    const std::string& modelType, std::string& statusTag) {
     const std::string path = chooseDataFile(data, ui, title, "Open", dialogPurpose, modelType, statusTag);
     if (path == kDontDoAnything) return false;
-    bool done = false;
-    ui.setBusy(true);
-    try {
-        if (readDataFile(data, path)) {
+    return reportedRun(
+        [&] {
+            readDataFile(data, path);
             data.currentFileName = path;
             setMcPointChanged(data, data.modelType, false);
             data.needsDisplayRefresh = true;
             data.dataState = kDataUnchanged;
-            done = true;
-        }
-    } catch (const RuntimeError& error) {
-        reportFileError(error, path, ui, statusTag);
-    } catch (const std::exception&) {
-        reportFileError(RuntimeError(err::OutOfMemory), path, ui, statusTag);
-    }
-    ui.setBusy(false);
-    return done;
+        },
+        path, ui, statusTag);
 }
 
 bool saveDataFile(DataSet& data, UserInterface& ui, const std::string& kind, const std::string& modelType,
@@ -128,21 +139,14 @@ bool saveDataFile(DataSet& data, UserInterface& ui, const std::string& kind, con
         path = chooseDataFile(data, ui, "Save Data File As", "Save", 0, modelType, statusTag);
         if (path == kDontDoAnything) return false;
     }
-    bool done = false;
-    ui.setBusy(true);
-    try {
-        writeDataFile(data, path);
-        data.currentFileName = path;
-        setMcPointChanged(data, modelType, false);
-        data.dataState = kDataUnchanged;
-        done = true;
-    } catch (const RuntimeError& error) {
-        reportFileError(error, path, ui, statusTag);
-    } catch (const std::exception&) {
-        reportFileError(RuntimeError(err::OutOfMemory), path, ui, statusTag);
-    }
-    ui.setBusy(false);
-    return done;
+    return reportedRun(
+        [&] {
+            writeDataFile(data, path);
+            data.currentFileName = path;
+            setMcPointChanged(data, modelType, false);
+            data.dataState = kDataUnchanged;
+        },
+        path, ui, statusTag);
 }
 
 bool closeModelFile(DataSet& data, UserInterface& ui, std::string& statusTag) {

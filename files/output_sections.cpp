@@ -72,14 +72,39 @@ ModelKind kindOf(BlockLayout layout, bool multi) {
     }
 }
 
+// The counts of a grid's axes; y and z only where the layout has them.
+struct Counts {
+    int x = 0, y = 0, z = 0, t = 0;
+};
+
+void writeCounts(PrintOutput& out, const Counts& n, bool withY, bool withZ) {
+    out.printLine("Number of x terms: " + signedFieldInteger(n.x));
+    if (withY) out.printLine("Number of y terms: " + signedFieldInteger(n.y));
+    if (withZ) out.printLine("Number of z terms: " + signedFieldInteger(n.z));
+    out.printLine("Number of t terms: " + signedFieldInteger(n.t));
+}
+
+// Reads the count lines and keeps them in the DataSet's term counters.
+Counts readCounts(DataSet& d, FieldInput& in, bool withY, bool withZ) {
+    Counts n;
+    n.x = countFrom(labelField(in));
+    if (withY) n.y = countFrom(labelField(in));
+    if (withZ) n.z = countFrom(labelField(in));
+    n.t = countFrom(labelField(in));
+    d.numXTerms = static_cast<std::int16_t>(n.x);
+    if (withY) d.numYTerms = static_cast<std::int16_t>(n.y);
+    if (withZ) d.numZTerms = static_cast<std::int16_t>(n.z);
+    d.numTTerms = static_cast<std::int16_t>(n.t);
+    return n;
+}
+
 // ---- one dimension and unsaturated -------------------------------------------------
 
 void writeGrid1D(const DataSet& d, PrintOutput& out, BlockLayout layout, bool multi) {
     const int nx = countOfBound(d.xValues.ub());
     const int nt = countOfBound(d.tValues.ub());
     const bool unsat = layout == BlockLayout::Unsaturated;
-    out.printLine("Number of x terms: " + signedFieldInteger(nx));
-    out.printLine("Number of t terms: " + signedFieldInteger(nt));
+    writeCounts(out, {nx, 0, 0, nt}, false, false);
     for (int t = 1; t <= nt; ++t) out.print(", " + signedFieldReal(d.tValues(t)));
     const int chemicals = multi ? d.numChemicals : 1;
     for (int c = 1; c <= chemicals; ++c) {
@@ -97,10 +122,8 @@ void writeGrid1D(const DataSet& d, PrintOutput& out, BlockLayout layout, bool mu
 }
 
 void readGrid1D(DataSet& d, FieldInput& in, BlockLayout layout, bool multi) {
-    const int nx = countFrom(labelField(in));
-    const int nt = countFrom(labelField(in));
-    d.numXTerms = static_cast<std::int16_t>(nx);
-    d.numTTerms = static_cast<std::int16_t>(nt);
+    const Counts n = readCounts(d, in, false, false);
+    const int nx = n.x, nt = n.t;
     const int chemicals = multi ? d.numChemicals : 1;
     const long double X = nonNegative(nx), T = nonNegative(nt), C = nonNegative(chemicals);
     in.requireRoomFor(valuesToRead(T + C * X * (1 + T)));
@@ -135,9 +158,7 @@ void writeGrid2D(const DataSet& d, PrintOutput& out, bool multi) {
     const int nx = countOfBound(d.xValues.ub());
     const int ny = countOfBound(d.yValues.ub());
     const int nt = countOfBound(d.tValues.ub());
-    out.printLine("Number of x terms: " + signedFieldInteger(nx));
-    out.printLine("Number of y terms: " + signedFieldInteger(ny));
-    out.printLine("Number of t terms: " + signedFieldInteger(nt));
+    writeCounts(out, {nx, ny, 0, nt}, true, false);
     out.printLine();
     for (int t = 1; t <= nt; ++t) out.print(", " + signedFieldReal(d.tValues(t)));
     out.printLine();
@@ -156,13 +177,9 @@ void writeGrid2D(const DataSet& d, PrintOutput& out, bool multi) {
 }
 
 void readGrid2D(DataSet& d, FieldInput& in, bool multi) {
-    const int nx = countFrom(labelField(in));
-    const int ny = countFrom(labelField(in));
-    const int nt = countFrom(labelField(in));
+    const Counts n = readCounts(d, in, true, false);
+    const int nx = n.x, ny = n.y, nt = n.t;
     in.lineInput();  // empty line
-    d.numXTerms = static_cast<std::int16_t>(nx);
-    d.numYTerms = static_cast<std::int16_t>(ny);
-    d.numTTerms = static_cast<std::int16_t>(nt);
     const int chemicals = multi ? d.numChemicals : 1;
     const long double X = nonNegative(nx), Y = nonNegative(ny), T = nonNegative(nt), C = nonNegative(chemicals);
     in.requireRoomFor(valuesToRead(T + C * X * Y * (2 + T)));
@@ -198,10 +215,7 @@ void writeGrid3D(const DataSet& d, PrintOutput& out, bool multi) {
     const int ny = countOfBound(d.yValues.ub());
     const int nz = countOfBound(d.zValues.ub());
     const int nt = countOfBound(d.tValues.ub());
-    out.printLine("Number of x terms: " + signedFieldInteger(nx));
-    out.printLine("Number of y terms: " + signedFieldInteger(ny));
-    out.printLine("Number of z terms: " + signedFieldInteger(nz));
-    out.printLine("Number of t terms: " + signedFieldInteger(nt));
+    writeCounts(out, {nx, ny, nz, nt}, true, true);
     out.printLine();
     const int chemicals = multi ? d.numChemicals : 1;
     for (int c = 1; c <= chemicals; ++c) {
@@ -227,15 +241,9 @@ void writeGrid3D(const DataSet& d, PrintOutput& out, bool multi) {
 }
 
 void readGrid3D(DataSet& d, FieldInput& in, bool multi) {
-    const int nx = countFrom(labelField(in));
-    const int ny = countFrom(labelField(in));
-    const int nz = countFrom(labelField(in));
-    const int nt = countFrom(labelField(in));
+    const Counts n = readCounts(d, in, true, true);
+    const int nx = n.x, ny = n.y, nz = n.z, nt = n.t;
     in.lineInput();  // empty line
-    d.numXTerms = static_cast<std::int16_t>(nx);
-    d.numYTerms = static_cast<std::int16_t>(ny);
-    d.numZTerms = static_cast<std::int16_t>(nz);
-    d.numTTerms = static_cast<std::int16_t>(nt);
     const int chemicals = multi ? d.numChemicals : 1;
     const long double X = nonNegative(nx), Y = nonNegative(ny), Z = nonNegative(nz), T = nonNegative(nt),
                       C = nonNegative(chemicals);
@@ -277,9 +285,7 @@ void writeGridTimeVarying(const DataSet& d, PrintOutput& out) {
     const int nx = countOfBound(d.varXValues.ub());
     const int ny = countOfBound(d.varYValues.ub());
     const int nt = countOfBound(d.varTValues.ub());
-    out.printLine("Number of x terms: " + signedFieldInteger(nx));
-    out.printLine("Number of y terms: " + signedFieldInteger(ny));
-    out.printLine("Number of t terms: " + signedFieldInteger(nt));
+    writeCounts(out, {nx, ny, 0, nt}, true, false);
     out.printLine();
     for (int i = 1; i <= nt; ++i) out.print(streamReal(d.varTValues(i)));
     out.printLine();
@@ -293,13 +299,9 @@ void writeGridTimeVarying(const DataSet& d, PrintOutput& out) {
 }
 
 void readGridTimeVarying(DataSet& d, FieldInput& in) {
-    const int nx = countFrom(labelField(in));
-    const int ny = countFrom(labelField(in));
-    const int nt = countFrom(labelField(in));
+    const Counts n = readCounts(d, in, true, false);
+    const int nx = n.x, ny = n.y, nt = n.t;
     in.lineInput();  // empty line
-    d.numXTerms = static_cast<std::int16_t>(nx);
-    d.numYTerms = static_cast<std::int16_t>(ny);
-    d.numTTerms = static_cast<std::int16_t>(nt);
     const long double X = nonNegative(nx), Y = nonNegative(ny), T = nonNegative(nt);
     const long double cells = X * Y * T;
     in.requireRoomFor(valuesToRead(X + Y + T + cells));
@@ -307,12 +309,12 @@ void readGridTimeVarying(DataSet& d, FieldInput& in) {
     d.varXValues.redim(nx);
     d.varYValues.redim(ny);
     d.varTValues.redim(nt);
-    const int n = static_cast<int>(cells);
-    d.resultVar.redim(n);
+    const int concentrations = static_cast<int>(cells);
+    d.resultVar.redim(concentrations);
     readLineOfValues(in, d.varTValues, nt);
     readLineOfValues(in, d.varXValues, nx);
     readLineOfValues(in, d.varYValues, ny);
-    for (int k = 1; k <= n; ++k) d.resultVar(k) = static_cast<float>(in.numberField());
+    for (int k = 1; k <= concentrations; ++k) d.resultVar(k) = static_cast<float>(in.numberField());
     skipEndOutput(in);
 }
 

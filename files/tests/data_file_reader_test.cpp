@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <functional>
 
+#include "file_test_support.h"
 #include "files/data_file.h"
 #include "sample_models.h"
 #include "testing/test_paths.h"
@@ -13,18 +14,12 @@
 namespace bm {
 namespace {
 
+using filetests::errorOf;
+using filetests::goldenName;
+
 using testkit::fixturePath;
 
 std::string fixture(const std::string& name) { return fixturePath("files", name).string(); }
-
-int errorOf(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 int readError(const std::string& name) {
     DataSet d;
@@ -129,13 +124,6 @@ TEST_P(GoldenReader, GivesBackTheModel) {
     expectSameTexts(e, d);
     expectSameResults(e, d);
     expectSameMonteCarlo(e, d);
-}
-
-std::string goldenName(const ::testing::TestParamInfo<samples::Golden>& param) {
-    std::string name = param.param.fixture;
-    for (char& c : name)
-        if (c == '.') c = '_';
-    return name;
 }
 
 INSTANTIATE_TEST_SUITE_P(AllKinds, GoldenReader, ::testing::ValuesIn(samples::goldenFiles()), goldenName);

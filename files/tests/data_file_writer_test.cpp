@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "file_test_support.h"
 #include "files/data_file.h"
 #include "files/data_file_blocks.h"
 #include "sample_models.h"
@@ -10,6 +11,8 @@
 
 namespace bm {
 namespace {
+
+using filetests::goldenName;
 
 using testkit::fixturePath;
 using testkit::readFileBytes;
@@ -29,13 +32,6 @@ TEST_P(GoldenWriter, SavesTheGoldenFileByteForByte) {
     const std::string path = dir.file(GetParam().fixture);
     writeDataFile(d, path);
     EXPECT_EQ(readFileBytes(path), golden(GetParam().fixture));
-}
-
-std::string goldenName(const ::testing::TestParamInfo<samples::Golden>& param) {
-    std::string name = param.param.fixture;
-    for (char& c : name)
-        if (c == '.') c = '_';
-    return name;
 }
 
 INSTANTIATE_TEST_SUITE_P(AllKinds, GoldenWriter, ::testing::ValuesIn(samples::goldenFiles()), goldenName);

@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "file_test_support.h"
 #include "files/code_page.h"
 #include "files/field_input.h"
 #include "files/print_output.h"
@@ -12,14 +13,7 @@
 namespace bm {
 namespace {
 
-int errorOf(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
+using filetests::errorOf;
 
 TEST(FieldInput, LinesEndAtCrLfOrALoneLineFeed) {
     FieldInput in("one\r\ntwo\nthree\rstill three\r\n\r\nlast");

@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "file_test_support.h"
 #include "files/code_page.h"
 #include "files/data_file.h"
 #include "sample_models.h"
@@ -11,6 +12,8 @@
 
 namespace bm {
 namespace {
+
+using filetests::goldenName;
 
 using testkit::fixturePath;
 using testkit::readFileBytes;
@@ -27,13 +30,6 @@ class GoldenRoundTrip : public ::testing::TestWithParam<samples::Golden> {};
 
 TEST_P(GoldenRoundTrip, ReadThenWriteGivesTheSameBytes) {
     EXPECT_EQ(rewritten(fixture(GetParam().fixture)), readFileBytes(fixture(GetParam().fixture)));
-}
-
-std::string goldenName(const ::testing::TestParamInfo<samples::Golden>& param) {
-    std::string name = param.param.fixture;
-    for (char& c : name)
-        if (c == '.') c = '_';
-    return name;
 }
 
 INSTANTIATE_TEST_SUITE_P(AllKinds, GoldenRoundTrip, ::testing::ValuesIn(samples::goldenFiles()), goldenName);

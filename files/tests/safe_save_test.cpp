@@ -11,6 +11,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "file_test_support.h"
 #include "files/data_file.h"
 #include "files/safe_save.h"
 #include "sample_models.h"
@@ -18,6 +19,8 @@
 
 namespace bm {
 namespace {
+
+using filetests::errorOf;
 
 namespace fs = std::filesystem;
 using testkit::readFileBytes;
@@ -31,15 +34,6 @@ std::vector<std::string> namesIn(const fs::path& folder) {
     for (const auto& entry : fs::directory_iterator(folder)) names.push_back(entry.path().filename().string());
     std::sort(names.begin(), names.end());
     return names;
-}
-
-int errorOf(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
 }
 
 // Runs `f` in a child process and returns its exit code (the error number, or 0).
