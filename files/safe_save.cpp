@@ -102,6 +102,8 @@ void replaceFileContents(const std::string& path, std::string_view bytes) {
 
     fs::path folder = target.parent_path();
     if (folder.empty()) folder = ".";
+    // A file the user may not write stays as it is, though the rename could replace it.
+    if (exists && ::access(target.c_str(), W_OK) != 0) raiseFor(errno, folder.string(), path);
     std::string pattern = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
     const int fd = ::mkstemp(pattern.data());
     if (fd < 0) raiseFor(errno, folder.string(), path);

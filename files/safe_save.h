@@ -6,7 +6,7 @@
 //
 // Errors (RuntimeError): 61 no space left on the device (or the file grew past
 // what the system allows), 71 the device failed or went away, 75 a folder or
-// file that cannot be written (read-only, no permission, a folder in the way),
+// file that cannot be written (a read-only file or folder, no permission, a folder in the way),
 // 76 a folder that does not exist. The description names the file and the cause.
 // A symbolic link is followed: the file it points to is replaced, the link stays.
 

@@ -168,6 +168,22 @@ TEST(SafeSave, ReadOnlyFolderIsAClearErrorAndLeavesTheOldFile) {
     EXPECT_EQ(namesIn(folder), std::vector<std::string>{"model.one"});
 }
 
+TEST(SafeSave, ReadOnlyFileIsNotReplaced) {
+    TempDir dir;
+    fs::permissions(dir.path(), static_cast<fs::perms>(0777));  // the folder itself may be written
+    const std::string path = dir.file("protected.one");
+    writeFileBytes(path, kOldBytes);
+    fs::permissions(path, static_cast<fs::perms>(0444));
+    const int code = inChild([&] {
+        if (::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0)) return 98;
+        DataSet d = samples::oneRegular();
+        return errorOf([&] { writeDataFile(d, path); });
+    });
+    EXPECT_EQ(code, 75);
+    EXPECT_EQ(readFileBytes(path), kOldBytes);
+    EXPECT_EQ(namesIn(dir.path()), std::vector<std::string>{"protected.one"});
+}
+
 TEST(SafeSave, MissingFolderIsPathNotFound) {
     TempDir dir;
     DataSet d = samples::oneRegular();
