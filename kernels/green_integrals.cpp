@@ -57,10 +57,16 @@ double expErfc(double a, double b) {
     return std::exp((a - hi) - lo) * erfcx(b);
 }
 
+namespace {
+// erfc beyond this is below 1.3e-19: taken as 0 without calling it.
+constexpr double kErfcNegligible = 6.3;
+double tailErfc(double z) { return z > kErfcNegligible ? 0.0 : std::erfc(z); }
+}  // namespace
+
 double intervalMass(double p, double q) {
-    if (q >= 0.0) return 0.5 * (std::erfc(q) - std::erfc(p));
-    if (p <= 0.0) return 0.5 * (std::erfc(-p) - std::erfc(-q));
-    return 0.5 * (std::erf(p) - std::erf(q));
+    if (q >= 0.0) return q > kErfcNegligible ? 0.0 : 0.5 * (std::erfc(q) - tailErfc(p));
+    if (p <= 0.0) return p < -kErfcNegligible ? 0.0 : 0.5 * (std::erfc(-p) - tailErfc(-q));
+    return 0.5 * ((p > kErfcNegligible ? 1.0 : std::erf(p)) - (q < -kErfcNegligible ? -1.0 : std::erf(q)));
 }
 
 double lossRate(double halfLife, double recharge, double porosity, double thickness) {

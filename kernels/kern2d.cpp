@@ -229,7 +229,7 @@ std::int16_t cnrml_IC(const TwoDimParameters& parameters, double t, double x, do
     const double logT = std::log(t);
 
     double exponent = 0, wLo = 0, wHi = 0;
-    double centre = 0, q = 0, edge = 0, aOverT = 0, bT = 0;
+    double centre = 0, q = 0, edge = 0, bT = 0;
     bool peakInside = false;
     if (b > 0.0) {
         const double logB = std::log(b);
@@ -249,9 +249,9 @@ std::int16_t cnrml_IC(const TwoDimParameters& parameters, double t, double x, do
         wLo = centre - halfWidth;
         wHi = std::min(centre + halfWidth, logT);
     } else {
-        // phi rises all the way to w = ln t: phi - phi* = -(a/t) expm1(d) - b t expm1(-d), d = ln t - w.
+        // phi rises all the way to w = ln t: with d = ln t - w and tau = e^w,
+        // phi - phi* = expm1(-d) (a / tau - b t), which is never above 0.
         exponent = -(x - c.v * t) * (x - c.v * t) / (4.0 * c.dx * t) - y * y / (4.0 * c.dy * t) - c.k * t;
-        aOverT = std::exp(logA - logT);
         bT = b * t;
         const double ratio = std::log(kPointReach + std::max(bT, 0.0)) - (logA - logT);
         edge = ratio > 35.0 ? ratio : std::log1p(std::exp(ratio));
@@ -273,8 +273,7 @@ std::int16_t cnrml_IC(const TwoDimParameters& parameters, double t, double x, do
                 const double sh = std::sinh(0.5 * (w - centre));
                 phi = -4.0 * q * sh * sh;
             } else {
-                const double d = logT - w;
-                phi = -aOverT * std::expm1(d) - bT * std::expm1(-d);
+                phi = std::expm1(w - logT) * (std::exp(logA - w) - bT);
             }
             sum += weights[i] * std::exp(phi);
         }
