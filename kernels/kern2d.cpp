@@ -29,6 +29,9 @@ constexpr double kSeriesTolerance = 1e-11;
 constexpr double kMostSeriesModes = 100;
 // Below this the one-dimensional bound says the plume has not arrived.
 constexpr double kNothingArrived = 1e-16;
+// Lateral factors below erfc(6.3) or exp(-44) (about 1e-19) are nothing.
+constexpr double kLateralReach = 6.3;
+constexpr double kLateralExponent = 44.0;
 // Half-width of the Gaussian support of the point-source integrand, in its
 // exponent: exp(-42) is 6e-19.
 constexpr double kPointReach = 42.0;
@@ -167,6 +170,10 @@ std::int16_t cnrml_IL(const TwoDimParameters& parameters, double t, double x, do
     // 1 / (2 sqrt(Dy tau)) = scale * s.
     const double scale = c.sqrtDx / c.sqrtDy / x;
     const double p1 = scaled(y - y1, scale), p2 = scaled(y - y2, scale);
+    // Beside the strip the lateral factor is largest at the smallest s (the
+    // longest spread): below 1e-19 there, nothing reaches the point.
+    const double gap = std::max({p2, -p1, 0.0});  // scaled distance to the strip
+    if (range.panels == 0 || gap * std::exp(range.wLo) > kLateralReach) return kKernelOk;
     const double value = green::transitIntegral(range, nodes, weights, [&](double s) {
         return LateralFactor{green::intervalMass(p1 * s, p2 * s), 0.0};
     });
@@ -193,6 +200,9 @@ std::int16_t cnrml_IG(const TwoDimParameters& parameters, double t, double x, do
     // sigma^2 + 2 Dy tau = sigma^2 (1 + (rho / s)^2), rho = x sqrt(Dy / (2 Dx)) / sigma.
     const double rho = x * c.sqrtDy / (sigma * std::sqrt(2.0) * c.sqrtDx);
     const double gamma = offset * offset * inverseTwoVariance;
+    // The lateral factor is largest at the smallest s (the longest spread).
+    const double spreadAtLongest = rho / std::exp(range.wLo);
+    if (range.panels == 0 || gamma / (1.0 + spreadAtLongest * spreadAtLongest) > kLateralExponent) return kKernelOk;
     const double value = green::transitIntegral(range, nodes, weights, [&](double s) {
         const double q = rho / s;
         const double f = 1.0 / (1.0 + q * q);
