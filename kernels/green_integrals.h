@@ -118,6 +118,28 @@ WalledAquifer walledAquifer(double rangeMin, double rangeMax, double sourceCentr
 // Local coordinate of a user coordinate, folded by the walls' mirrors into 0..W.
 double foldIntoAquifer(const WalledAquifer& aquifer, double y);
 
+// The cosine-series coefficients of a strip a..b between walls at 0 and W, at
+// the point y: c_m cos(m pi y / W), c_m = 2 (sin(m pi b / W) - sin(m pi a / W))
+// / (m pi), for m = 1, 2, ... in turn, the angles advanced by rotation.
+class StripModes {
+public:
+    StripModes(double width, double a, double b, double y);
+    double next();
+
+private:
+    struct Turn {
+        double c, s, cm = 1.0, sm = 0.0;
+        explicit Turn(double angle) : c(std::cos(angle)), s(std::sin(angle)) {}
+        void advance() {
+            const double t = cm * c - sm * s;
+            sm = sm * c + cm * s;
+            cm = t;
+        }
+    };
+    Turn a_, b_, y_;
+    int m_ = 0;
+};
+
 // Lateral factor of a strip between no-flux walls after spreading with
 // variance 2 D tau: the strip's own mass plus that of its mirror images, or
 // equivalently the cosine series with modes damped by exp(-D (m pi / W)^2 tau).

@@ -75,10 +75,7 @@ double finiteSeries(const green::WalledAquifer& aq, double y, double x, double t
     auto rootOf = [&](int m) { return std::sqrt(c.v * c.v + 4.0 * c.dx * lossOf(m)); };
     // (U_m - v) x / (2 Dx): minus the exponent of the mode's steady amplitude.
     auto steadyExponent = [&](int m, double um) { return -green::lowerExponent(x, c.v, c.dx, lossOf(m), um); };
-    const double ta = green::kPi * aq.a / w, tb = green::kPi * aq.b / w, ty = green::kPi * y / w;
-    const double ca = std::cos(ta), sa = std::sin(ta), cb = std::cos(tb), sb = std::sin(tb);
-    const double cy = std::cos(ty), sy = std::sin(ty);
-    double cma = 1, sma = 0, cmb = 1, smb = 0, cmy = 1, smy = 0;
+    green::StripModes coefficients(w, aq.a, aq.b, y);
 
     double um = c.u;
     double sum = mean * green::semiInfiniteDirichlet(x, t, c.v, c.dx, c.k, um);
@@ -93,17 +90,7 @@ double finiteSeries(const green::WalledAquifer& aq, double y, double x, double t
             break;
         }
         if (m > modeLimit) break;
-        double r = cma * ca - sma * sa;
-        sma = sma * ca + cma * sa;
-        cma = r;
-        r = cmb * cb - smb * sb;
-        smb = smb * cb + cmb * sb;
-        cmb = r;
-        r = cmy * cy - smy * sy;
-        smy = smy * cy + cmy * sy;
-        cmy = r;
-        const double coefficient = 2.0 * (smb - sma) / (m * green::kPi) * cmy;
-        sum += coefficient * green::semiInfiniteDirichlet(x, t, c.v, c.dx, lossOf(m), un);
+        sum += coefficients.next() * green::semiInfiniteDirichlet(x, t, c.v, c.dx, lossOf(m), un);
         um = un;
         em = en;
     }
