@@ -204,7 +204,7 @@ Piece kronrod(const F& f, double a, double b, int depth) {
     return p;
 }
 
-constexpr double kRelativeTolerance = 1e-9;  // per piece, of the whole integral's size
+constexpr double kRelativeTolerance = 1e-8;  // per piece, of the whole integral's size
 constexpr int kMaximumDepth = 60;
 constexpr int kMaximumPieces = 20000;
 
