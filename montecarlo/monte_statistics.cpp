@@ -53,9 +53,8 @@ void ComputeStatistics(std::int16_t n, const List<float>& samples, float& maximu
         const float d = single(static_cast<double>(copy(i)) - arithmeticMean);
         squares = single(static_cast<double>(squares) + static_cast<double>(d) * d);
     }
-    const int divisor = n - 1;
-    if (divisor == 0) raiseError(err::DivisionByZero);  // one sample has no spread to divide
-    variance = single(fp::div(squares, divisor));
+    // One sample has no spread: 0 / 0, an overflow of the runtime's arithmetic.
+    variance = single(fp::div(squares, n - 1));
     standardDeviation = single(fp::pow(variance, 0.5));
 }
 

@@ -82,10 +82,10 @@ TEST(ComputeStatistics, ANegativeSampleIsAnIllegalFunctionCall) {
     EXPECT_EQ(errorOf({-1, -2}, 2), bm::err::InvalidProcedureCall);
 }
 
-TEST(ComputeStatistics, OneSampleDividesTheVarianceByZero) {
-    EXPECT_EQ(errorOf({7}, 1), bm::err::DivisionByZero);
-    EXPECT_EQ(errorOf({-7}, 1), bm::err::DivisionByZero);  // the first root is the sample itself
-    EXPECT_EQ(errorOf({}, 0), bm::err::DivisionByZero);
+TEST(ComputeStatistics, OneSampleDividesZeroByZeroAndNoSampleDividesByZero) {
+    EXPECT_EQ(errorOf({7}, 1), bm::err::Overflow);   // variance 0 / 0
+    EXPECT_EQ(errorOf({-7}, 1), bm::err::Overflow);  // the first root is the sample itself
+    EXPECT_EQ(errorOf({}, 0), bm::err::DivisionByZero);  // 1 / n
 }
 
 TEST(ComputeStatistics, TheSixteenBitCounterStopsAt32766) {

@@ -1,0 +1,23 @@
+#pragma once
+// A scene as a PNG picture, an SVG drawing, on paper, and a view's numbers as
+// CSV. Files are written whole or not at all: a failed export leaves any
+// earlier file of that name as it was.
+
+#include <QImage>
+#include <QSize>
+#include <QString>
+#include <string>
+
+#include "apps/trazel/widgets/scene_painter.h"
+
+class QPrinter;
+
+namespace bm::trazel {
+
+QImage renderScene(const Scene& scene, const Window& window, QSize size, qreal pixelRatio = 1);
+bool writePng(const Scene& scene, const Window& window, const QString& path, QSize size, QString* error, qreal pixelRatio = 1);
+bool writeSvg(const Scene& scene, const Window& window, const QString& path, QSize size, QString* error);
+bool writeText(const std::string& text, const QString& path, QString* error);
+void printScene(QPrinter& printer, const Scene& scene, const Window& window);
+
+}  // namespace bm::trazel

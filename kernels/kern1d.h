@@ -1,0 +1,40 @@
+#pragma once
+// kern1d: the numerical library behind the one-dimensional solutions.
+//
+// exerfc gives exp(a) * erfc(b) without ever forming the two factors apart
+// where one of them would overflow or underflow. root1 and root3 give the
+// eigenvalues of the finite-aquifer series:
+//
+//   Dirichlet inlet, dC/dx = 0 at L:  beta * cot(beta) + p = 0,            p = V L / (2 D)
+//   Cauchy inlet,    dC/dx = 0 at L:  beta * cot(beta) - q beta^2 + p = 0, p = V L / (4 D), q = D / (L V)
+//
+// Both come from the substitution C = exp(V x / (2D) - V^2 t / (4D) - lambda t) w,
+// which leaves w_t = D w_xx with the Robin condition w_x + a w = 0 at x = L
+// (a = V / (2D)) and w = 0 (Dirichlet) or w_x = a w (Cauchy) at x = 0. The
+// eigenfunctions are sin(beta x / L) and beta cos(beta x / L) + aL sin(beta x / L).
+
+#include <cstdint>
+
+namespace bm {
+
+// Number of eigenvalues the finite-aquifer series use.
+inline constexpr int kRootCount = 500;
+
+// result = exp(a) * erfc(b), relative accuracy about 1e-15 wherever the result
+// is a normal double. A result too large for a double is run-time error 6, as
+// is a NaN argument. Returns 1; the callers do not look at it.
+std::int16_t exerfc(double a, double b, double& result);
+
+// Fills firstRoot and the kRootCount - 1 doubles behind it with the first
+// kRootCount positive roots of beta cot beta + p = 0, ascending, one in each
+// branch (n pi, (n + 1) pi) of the cotangent. Returns 0 when a branch holds no
+// root (p <= -1 leaves the first branch empty; the table then continues with
+// the later branches), 1 otherwise.
+std::int16_t root1(double p, double& firstRoot);
+
+// The same for beta cot beta - q beta^2 + p = 0. With q >= 0 each branch holds
+// exactly one root; with q < 0 a branch may hold several and all are taken in
+// ascending order. Returns 0 when the first branch holds none, 1 otherwise.
+std::int16_t root3(double p, double q, double& firstRoot);
+
+}  // namespace bm

@@ -1,0 +1,38 @@
+#pragma once
+// The four closed-form solutions of one-dimensional transport with first-order
+// decay, C/Co at one x and one t:
+//
+//   dC/dt = D d2C/dx2 - V dC/dx - lambda C,   C(x, 0) = 0,
+//
+// with the inlet held at Co (Dirichlet) or fed a flux V Co (Cauchy), and either
+// a finite aquifer of length L closed by dC/dx = 0 or a semi-infinite one.
+// V, D and the half-life are the record's effective values; lambda is
+// ln 2 / effectiveHalfLife. Each returns true when its series met its
+// tolerance (or needed none) and false when 500 terms were spent.
+
+#include "model/arrays.h"
+#include "saturated/one_dim_parameters.h"
+
+namespace bm {
+
+// ln 2 / effectiveHalfLife (a zero half-life is error 11).
+double decayRateOf(const OneDimParameters& parameters);
+
+// rootTable: eigenvalues 1..500 of root1(V L / (2D)). Without decay
+// (lambda exactly 0) the series is not run and the result is exactly 1.
+bool finiteDirichletRatio(const OneDimParameters& parameters, double length, double x, double t,
+                          const List<double>& rootTable, double& result);
+
+// rootTable: eigenvalues 1..500 of root3(V L / (4D), D / (L V)). The mid-point
+// x = L/2 is evaluated at 1.001 L/2. With decay, 500 terms without meeting the
+// tolerance are run-time error 13; without decay they are reported by the flag.
+bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double x, double t,
+                       const List<double>& rootTable, double& result);
+
+bool semiInfiniteDirichletRatio(const OneDimParameters& parameters, double x, double t, double& result);
+
+// Without decay the first term enters as erfc((x - Vt) / S) itself, without the
+// factor one half, and pi as 3.14159.
+bool semiInfiniteCauchyRatio(const OneDimParameters& parameters, double x, double t, double& result);
+
+}  // namespace bm
