@@ -6,6 +6,7 @@
 
 #include "model/number_text.h"
 #include "model/range_spec.h"
+#include "montecarlo/monte_marker.h"
 #include "shell/checked_math.h"
 #include "shell/runtime_error.h"
 
@@ -17,13 +18,6 @@ namespace {
 float toFloat(double value) {
     if (std::isnan(value) || std::fabs(value) > FLT_MAX) raiseError(err::Overflow);
     return static_cast<float>(value);
-}
-
-// The value of a physical field: a MonteMarker stands for the sample of its row
-// (the number behind its first ":") in this iteration.
-double markedValue(const DataSet& data, const std::string& text, int iteration) {
-    if (contains(text, "Monte")) return data.MonteSamples(toInt16(textValue(textAfter(text, ":"))), iteration, 1);
-    return textValue(text);
 }
 
 struct Axis {
@@ -137,7 +131,9 @@ void copyToDLLStructure(DataSet& data, kernvarRecord& record, bool monteCarlo, i
     data.numTTerms = record.timeCount;
 
     // 6. The physical fields; velocities become seepage velocities.
-    const auto field = [&](const std::string& text) { return markedValue(data, text, iteration); };
+    // A MonteMarker stands for its row's sample of this iteration, in either form
+    // (the regular form only needs values that do not fault).
+    const auto field = [&](const std::string& text) { return fieldValue(data, text, true, iteration); };
     record.magnitude = toFloat(field(data.sourceMagnitude));
     record.retardation = toFloat(field(data.retardation));
     record.decay = toFloat(field(data.sourceDecayRate));
