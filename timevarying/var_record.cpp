@@ -25,15 +25,15 @@ struct Axis {
     double constant = 0;
 };
 
-Axis parseAxis(const std::string& spec) {
+Axis parseAxis(const std::string& text) {
     double minimum, maximum, interval = 0, constant;
-    if (spec.find(':') != std::string::npos) {
-        minimum = rangeMinimum(spec);
-        maximum = rangeMaximum(spec);
-        interval = rangeInterval(spec);
-        constant = rangeConstant(spec);
+    if (text.find(':') != std::string::npos) {
+        minimum = rangeMinimum(text);
+        maximum = rangeMaximum(text);
+        interval = rangeInterval(text);
+        constant = rangeConstant(text);
     } else {
-        minimum = maximum = constant = textValue(spec);
+        minimum = maximum = constant = textValue(text);
     }
     return Axis{toFloat(minimum), toFloat(maximum), toFloat(interval), constant};
 }
@@ -44,6 +44,13 @@ void keepOffTheOrigin(Axis& axis) {
         axis.minimum = axis.maximum = kSmallestCoordinate;
         if (axis.constant == 0.0) axis.constant = kSmallestCoordinate;
     }
+}
+
+void storeAxis(const Axis& axis, float& minimum, float& maximum, float& interval, std::int16_t& count) {
+    minimum = axis.minimum;
+    maximum = axis.maximum;
+    interval = axis.interval;
+    count = varTermCount(axis.minimum, axis.maximum, axis.interval);
 }
 
 void showNotIdentified(UserInterface& ui, const char* text) {
@@ -100,18 +107,9 @@ void copyToDLLStructure(DataSet& data, kernvarRecord& record, bool monteCarlo, i
     keepOffTheOrigin(x);
     keepOffTheOrigin(t);
     if (trim(data.yRange) != "Not Used") y = parseAxis(data.yRange);
-    record.xMinimum = x.minimum;
-    record.xMaximum = x.maximum;
-    record.xInterval = x.interval;
-    record.xCount = varTermCount(x.minimum, x.maximum, x.interval);
-    record.yMinimum = y.minimum;
-    record.yMaximum = y.maximum;
-    record.yInterval = y.interval;
-    record.yCount = varTermCount(y.minimum, y.maximum, y.interval);
-    record.timeMinimum = t.minimum;
-    record.timeMaximum = t.maximum;
-    record.timeInterval = t.interval;
-    record.timeCount = varTermCount(t.minimum, t.maximum, t.interval);
+    storeAxis(x, record.xMinimum, record.xMaximum, record.xInterval, record.xCount);
+    storeAxis(y, record.yMinimum, record.yMaximum, record.yInterval, record.yCount);
+    storeAxis(t, record.timeMinimum, record.timeMaximum, record.timeInterval, record.timeCount);
     data.xConstant = x.constant;
     data.yConstant = y.constant;
     data.tConstant = t.constant;

@@ -158,7 +158,7 @@ TEST_P(EachFunction, LineSourcesMatchTheirFormulasInDouble) {
 // ---- mass balance ----
 
 // The plume's integral over the plane by the trapezoid rule on a grid wide enough
-// for the Gaussian (spectrally accurate there).
+// for the Gaussian (exponentially accurate there).
 double planeIntegral(const std::function<double(double, double)>& C, double cx, double cy, double sx, double sy) {
     const int n = 240;
     const double hx = 24 * sx / n, hy = 24 * sy / n;
