@@ -224,3 +224,34 @@ TEST(VarSolution, SingleCountsUseTheConstants) {
 }
 
 }  // namespace
+
+namespace {
+
+int runError(bm::DataSet& d) {
+    ScriptedUserInterface ui;
+    try {
+        bm::solveTimeVarying(d, ui);
+    } catch (const bm::RuntimeError& e) {
+        return e.number();
+    }
+    return 0;
+}
+
+TEST(VarSolution, AGridTooLargeForMemoryIsRefusedBeforeItIsMade) {
+    bm::DataSet d = var_test::model();
+    d.xRange = "1:30000:1";
+    d.yRange = "1:30000:1";
+    d.timeRange = "1:30000:1";
+    EXPECT_EQ(runError(d), bm::err::OutOfMemory);
+}
+
+TEST(VarSolution, ANumberBeyondTheFloatRangeIsAnOverflow) {
+    bm::DataSet d = var_test::model();
+    d.velocityX = "1e300";
+    EXPECT_EQ(runError(d), bm::err::Overflow);
+    d = var_test::model();
+    d.xRange = "1:1e40:1";
+    EXPECT_EQ(runError(d), bm::err::Overflow);
+}
+
+}  // namespace
