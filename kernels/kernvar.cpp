@@ -1,6 +1,7 @@
 #include "kernels/kernvar.h"
 
 #include <algorithm>
+#include <array>
 #include <cfloat>
 #include <cmath>
 #include <vector>
@@ -17,6 +18,19 @@ float fdiv(float a, float b) {
     if (b == 0.0f) raiseError(a == 0.0f || std::isnan(a) ? err::Overflow : err::DivisionByZero);
     return fp::checked(a / b);
 }
+
+// Reciprocals for the series of the dispersion integral: 1/n and 1/(2j + 1).
+constexpr int kSeriesTerms = 30;
+constexpr auto kReciprocal = [] {
+    std::array<float, kSeriesTerms> r{};
+    for (int n = 1; n < kSeriesTerms; ++n) r[n] = 1.0f / static_cast<float>(n);
+    return r;
+}();
+constexpr auto kOddReciprocal = [] {
+    std::array<float, kSeriesTerms> r{};
+    for (int j = 0; j < kSeriesTerms; ++j) r[j] = 1.0f / static_cast<float>(2 * j + 1);
+    return r;
+}();
 
 // The dispersion of one record, with the constant parts worked out once.
 class Dispersion {
@@ -61,10 +75,10 @@ private:
             const float w = r / (2.0f + r);
             const float w2 = w * w;
             float sum = 2.0f * w2 / (1.0f - w);
-            float power = w;
-            for (int j = 1; j < 30; ++j) {
+            float power = 2.0f * w;
+            for (int j = 1; j < kSeriesTerms; ++j) {
                 power *= w2;
-                const float term = 2.0f * power / static_cast<float>(2 * j + 1);
+                const float term = power * kOddReciprocal[j];
                 sum -= term;
                 if (term < 1e-9f * sum) break;
             }
@@ -80,8 +94,8 @@ private:
         if (std::fabs(r) <= 1.0f) {
             float term = 0.5f * r * r;
             float sum = term;
-            for (int n = 3; n < 30; ++n) {
-                term *= -r / static_cast<float>(n);
+            for (int n = 3; n < kSeriesTerms; ++n) {
+                term *= -r * kReciprocal[n];
                 sum += term;
                 if (std::fabs(term) < 1e-9f * std::fabs(sum)) break;
             }
