@@ -1,24 +1,17 @@
 #include "timevarying/var_output.h"
 
 #include "model/number_text.h"
-#include "saturated/output_file.h"
+#include "files/text_file.h"
+#include "model/output_text.h"
 #include "shell/common_services.h"
 
 namespace bm {
 
 namespace {
 
-const char* const kCrlf = "\r\n";
-
-std::string line(const std::string& text) { return text + kCrlf; }
-std::string unitText(const std::string& unit) { return replaceFirst("&", "", unit); }
-std::string shown(const std::string& value) { return contains(value, "Monte") ? valueOfCell(value) : value; }
+std::string line(const std::string& text) { return outputLine(text); }
+std::string shown(const std::string& value) { return shownValue(value); }
 std::string number(float value) { return formatNumber(generalText(value)); }
-
-std::string dataFileNameLine(const DataSet& d) {
-    const std::string name = trim(d.currentFileName);
-    return line("Data File Name: " + (name.empty() ? std::string("Input Data Not Saved") : name));
-}
 
 float resultAt(const DataSet& d, int index) { return index <= d.resultVar.ub() ? d.resultVar(index) : 0.0f; }
 
