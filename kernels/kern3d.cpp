@@ -111,6 +111,10 @@ std::int16_t cnrml_3IL(const ThreeDimParameters& parameters, double t, double x,
         weights = k3::internalWeights();
     }
     const k3::Column column = k3::makeColumn(x, v, dx, decay);
+    if (k3::atInlet(column)) {
+        result = patch.contains(y, z) ? 1.0 : 0.0;
+        return 1;
+    }
     const k3::Panels plan = k3::planPanels(column, t);
     const PatchShare share{y - patch.y1, patch.y2 - y, z - patch.z1, patch.z2 - z, cy, cz};
     result = fp::checked(k3::timeIntegral(column, plan, nodes, weights, share));

@@ -301,6 +301,7 @@ double finiteAquiferRatio(const ThreeDimParameters& p, double t, double x, doubl
     if (pr.ys.empty || pr.zs.empty || pr.ys.p1 == pr.ys.p2 || pr.zs.p1 == pr.zs.p2) return 0.0;
 
     const Column column = makeColumn(x, pr.v, pr.dx, pr.decay);
+    if (atInlet(column)) return pr.ys.p1 <= pr.y && pr.y <= pr.ys.p2 && pr.zs.p1 <= pr.z && pr.z <= pr.zs.p2 ? 1.0 : 0.0;
     const Panels plan = planPanels(column, t);
     if (plan.empty) return 0.0;  // not even the column's own response has arrived
 

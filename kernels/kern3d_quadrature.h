@@ -45,6 +45,10 @@ struct Column {
 
 Column makeColumn(double x, double v, double dx, double decay);
 
+// A point so close to the inlet that x^2 / (4 Dx) is lost to underflow: the
+// kernels give it the inlet's own profile.
+inline bool atInlet(const Column& c) { return c.a < 1e-290; }
+
 // The stretch [uA, uB] of u to integrate and its cut into `count` panels.
 // `empty` when the whole integral is below 1e-25 (the answer is then 0).
 struct Panels {
