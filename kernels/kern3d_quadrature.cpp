@@ -13,13 +13,16 @@ namespace {
 constexpr double kPi = 3.14159265358979323846;
 // Drop of the exponent from its peak to the ends of the integrated stretch.
 constexpr double kSpan = 46.0;
-// Longest panel where the integrand is smooth on the scale of one (the
-// transverse shares, the walls a e^-u and k e^u).
-constexpr double kSmoothPanel = 20.0;
-// Longest panel in units of the peak's width 1 / sqrt(curvature + 30): a
-// Gaussian of that width is integrated to 1e-13 by one application up to about
-// 130 widths; the 30 covers a transverse share that narrows the peak further.
-constexpr double kPeakWidths = 60.0;
+// Panel lengths. The integrand is analytic in a strip about the real u axis:
+// of half-width about 1 for the transverse shares and the walls a e^-u, k e^u,
+// and of about 1 / sqrt(curvature) at a sharp peak (the 30 allows for a
+// transverse share that narrows the peak further). One application of the
+// 256-point rule is then good to about 1e-13 on panels of some tens of units,
+// or of a few hundred peak widths; the limits below keep a margin. (Against
+// adaptive integration of random cases, one application over the whole
+// stretch was in fact always enough.)
+constexpr double kSmoothPanel = 40.0;
+constexpr double kPeakWidths = 120.0;
 constexpr int kMostPanels = 400;
 // Below this the whole integral is taken as 0.
 constexpr double kNegligibleLog = -57.6;  // ln 1e-25
@@ -96,7 +99,9 @@ Panels planPanels(const Column& c, double t) {
         u -= step;
         if (f <= 0.0 && std::fabs(step) < 0.01 * left) break;
     }
-    for (int it = 0; it < 60 && psiAt(c, u) > target; ++it) u -= left * (1 << std::min(it, 20));
+    // Should rounding or a non-concave psi have left the end short, widen it (a
+    // value within one unit of the cut is as negligible as the cut).
+    for (int it = 0; it < 60 && psiAt(c, u) > target + 1.0; ++it) u -= left * (1 << std::min(it, 20));
     plan.uA = u;
 
     // Right end: the decline after an interior peak, which ln t may cut first.
@@ -116,7 +121,7 @@ Panels planPanels(const Column& c, double t) {
             u -= step;
             if (u >= uEnd || (f <= 0.0 && std::fabs(step) < 0.01 * right)) break;
         }
-        for (int it = 0; it < 60 && u < uEnd && psiAt(c, u) > target; ++it) u += right * (1 << std::min(it, 20));
+        for (int it = 0; it < 60 && u < uEnd && psiAt(c, u) > target + 1.0; ++it) u += right * (1 << std::min(it, 20));
         plan.uB = std::min(u, uEnd);
     }
 
