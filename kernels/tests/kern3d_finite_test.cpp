@@ -14,10 +14,11 @@
 #include "testing/is_close.h"
 
 using namespace bm;
+using kern3dref::decayOf;
+using kern3dref::Worst;
 
 namespace {
 
-constexpr double kLn2 = 0.69314718055994530942;
 
 double finite(const ThreeDimParameters& p, double t, double x, double y, double z) {
     double c = -1;
@@ -27,19 +28,13 @@ double finite(const ThreeDimParameters& p, double t, double x, double y, double 
 
 // Aquifer y in [-20, 30], z in [0, 10]; patch y in [-5, 5], z in [2, 6].
 ThreeDimParameters aquifer(double v, double dx, double dy, double dz, double halfLife, double recharge = 0) {
-    ThreeDimParameters p;
+    ThreeDimParameters p = kern3dref::withMedium({}, v, dx, dy, dz, halfLife, recharge);
     p.yMin = -20;
     p.yMax = 30;
     p.yInterval = 5;
     p.zMin = 0;
     p.zMax = 10;
     p.zInterval = 1;
-    p.effectiveVelocity = v;
-    p.effectiveDispersionX = dx;
-    p.effectiveDispersionY = dy;
-    p.effectiveDispersionZ = dz;
-    p.effectiveHalfLife = halfLife;
-    p.netRecharge = recharge;
     p.porosity = 0.3;
     p.aquiferThickness = 10;
     p.sourceYc = 0;
@@ -49,9 +44,6 @@ ThreeDimParameters aquifer(double v, double dx, double dy, double dz, double hal
     return p;
 }
 
-double decayOf(const ThreeDimParameters& p) {
-    return kLn2 / p.effectiveHalfLife + (p.netRecharge != 0 ? p.netRecharge / (p.porosity * p.aquiferThickness) : 0.0);
-}
 
 // The Green's-function time integral with each transverse share summed over
 // mirror images: walls, patch and point given in the aquifer's own coordinates
@@ -75,17 +67,6 @@ double reference(const ThreeDimParameters& p, double t, double x, double y, doub
     return reference(p, t, x, y + 20, z, 50, 10, 15, 25, 2, 6);
 }
 
-struct Worst {
-    const char* name;
-    double abs = 0, rel = 0;
-    int count = 0;
-    void add(double got, double expected) {
-        ++count;
-        abs = std::max(abs, std::fabs(got - expected));
-        if (expected > 1e-3) rel = std::max(rel, std::fabs(got - expected) / expected);
-    }
-    ~Worst() { std::printf("[kern3d accuracy] %s: %d points, worst abs %.2e, worst rel %.2e\n", name, count, abs, rel); }
-};
 
 struct Grid {
     std::vector<double> ts, xs, ys, zs;
@@ -294,41 +275,48 @@ TEST(Kern3dFinite, InletPlaneCarriesTheClippedMirroredProfile) {
     EXPECT_CLOSE(finite(p, 10.0, 1e-9, 0, 4), 1.0, 0, 1e-6);
 }
 
+TEST(Kern3dFinite, CachedCoefficientsFollowTheRecordFromCallToCall) {
+    // The cosine coefficients are kept between calls; records of other
+    // geometry, called in turn at points where the series is used, must each
+    // keep their own answer.
+    const ThreeDimParameters a = aquifer(0.5, 2.0, 0.5, 0.05, 1e300);
+    ThreeDimParameters b = a;
+    b.sourceYc = 12;  // patch y in [10, 14]
+    b.sourceWidth = 4;
+    b.zMax = 8;
+    ThreeDimParameters c = b;
+    c.yMax = 40;  // wider aquifer, same patch
+    k3::FinitePath used;
+    const ThreeDimParameters* records[] = {&a, &b, &c};
+    for (const ThreeDimParameters* p : records) {
+        k3::finiteAquiferRatio(*p, 400, 300, 12, 3, k3::FinitePath::Automatic, &used);
+        ASSERT_EQ(used, k3::FinitePath::Series);
+    }
+    const double first[] = {finite(a, 400, 300, 12, 3), finite(b, 400, 300, 12, 3), finite(c, 400, 300, 12, 3)};
+    EXPECT_CLOSE(first[1], reference(b, 400, 300, 32, 3, 50, 8, 30, 34, 2, 6), 1e-5, 1e-6);
+    EXPECT_CLOSE(first[2], reference(c, 400, 300, 32, 3, 60, 8, 30, 34, 2, 6), 1e-5, 1e-6);
+    // Far enough apart that a stale coefficient would fail the references.
+    EXPECT_GT(std::fabs(first[0] - first[1]), 2e-5);
+    EXPECT_GT(std::fabs(first[1] - first[2]), 2e-5);
+    for (int round = 0; round < 3; ++round) {
+        EXPECT_EQ(finite(c, 400, 300, 12, 3), first[2]);
+        EXPECT_EQ(finite(a, 400, 300, 12, 3), first[0]);
+        EXPECT_EQ(finite(b, 400, 300, 12, 3), first[1]);
+    }
+}
+
 TEST(Kern3dFinite, DivisionsByZeroOfTheFormulasAreRunTimeErrors) {
-    auto errorOf = [](ThreeDimParameters p) {
-        try {
-            finite(p, 10, 1, 0, 4);
-        } catch (const RuntimeError& e) {
-            return e.number();
-        }
-        return 0;
-    };
+    using kern3dref::errorAfter;
+    const auto call = [](const ThreeDimParameters& p) { finite(p, 10, 1, 0, 4); };
     const ThreeDimParameters base = aquifer(0.5, 1.0, 0.1, 0.01, 100, 0.01);
+    kern3dref::expectSharedDivisionFaults(base, call);
+    // No width or no height at all.
+    EXPECT_EQ(errorAfter(base, [](ThreeDimParameters& p) { p.yMin = p.yMax = 0; }, call), 11);
+    EXPECT_EQ(errorAfter(base, [](ThreeDimParameters& p) { p.zMin = p.zMax = 0; }, call), 11);
+    // A patch of no height is no fault: nothing enters.
+    EXPECT_EQ(errorAfter(base, [](ThreeDimParameters& p) { p.sourceHeight = 0; }, call), 0);
     ThreeDimParameters p = base;
-    p.yMin = p.yMax = 0;  // no width at all
-    EXPECT_EQ(errorOf(p), 11);
-    p = base;
-    p.zMin = p.zMax = 0;
-    EXPECT_EQ(errorOf(p), 11);
-    p = base;
-    p.effectiveDispersionX = 0;
-    EXPECT_EQ(errorOf(p), 11);
-    p = base;
-    p.effectiveDispersionY = 0;
-    EXPECT_EQ(errorOf(p), 11);
-    p = base;
-    p.effectiveDispersionZ = 0;
-    EXPECT_EQ(errorOf(p), 11);
-    p = base;
-    p.effectiveHalfLife = 0;
-    EXPECT_EQ(errorOf(p), 11);
-    p = base;
-    p.aquiferThickness = 0;
-    EXPECT_EQ(errorOf(p), 11);
-    // A patch of no width is no fault: nothing enters.
-    p = base;
     p.sourceHeight = 0;
-    EXPECT_EQ(errorOf(p), 0);
     EXPECT_EQ(finite(p, 10, 1, 0, 4), 0.0);
 }
 
@@ -350,21 +338,7 @@ TEST(Kern3dFinite, StrongNegativeDecayIsStillEvaluated) {
 }
 
 TEST(Kern3dFinite, AbsurdInputsGiveNumbersOrErrorsNeverNaN) {
-    const double xs[] = {1e-300, 1e-170, 1e-12, 3, 1e12, 1e300};
-    const double ts[] = {1e-300, 1e-12, 5, 1e12, 1e300};
-    const double vs[] = {-3, 0, 1e-12, 2, 1e8};
-    for (double v : vs)
-        for (double x : xs)
-            for (double t : ts) {
-                ThreeDimParameters p = aquifer(v, 1e-3, 1e-4, 1e-5, 10);
-                double c = -1;
-                try {
-                    cnrml_3FL(p, t, x, 1, 3, c);
-                } catch (const RuntimeError&) {
-                    continue;
-                }
-                EXPECT_FALSE(std::isnan(c)) << v << " " << x << " " << t;
-                EXPECT_GE(c, -1e-9);
-                EXPECT_LE(c, 1.0 + 1e-9);
-            }
+    kern3dref::expectNumbersOrErrors(
+        [](double v, double x, double t) { return finite(aquifer(v, 1e-3, 1e-4, 1e-5, 10), t, x, 1, 3); }, true, -1e-9,
+        1.0 + 1e-9);
 }

@@ -15,10 +15,11 @@
 #include "testing/is_close.h"
 
 using namespace bm;
+using kern3dref::decayOf;
+using kern3dref::Worst;
 
 namespace {
 
-constexpr double kLn2 = 0.69314718055994530942;
 
 // The 1-based lists the program builds from the points file: five header
 // lines, 128 positive nodes, 128 weights, each mirrored into the next slot.
@@ -53,13 +54,7 @@ double patch(const ThreeDimParameters& p, double t, double x, double y, double z
 }
 
 ThreeDimParameters medium(double v, double dx, double dy, double dz, double halfLife, double recharge = 0) {
-    ThreeDimParameters p;
-    p.effectiveVelocity = v;
-    p.effectiveDispersionX = dx;
-    p.effectiveDispersionY = dy;
-    p.effectiveDispersionZ = dz;
-    p.effectiveHalfLife = halfLife;
-    p.netRecharge = recharge;
+    ThreeDimParameters p = kern3dref::withMedium({}, v, dx, dy, dz, halfLife, recharge);
     p.porosity = 0.25;
     p.aquiferThickness = 10;
     p.sourceYc = 1;
@@ -69,9 +64,6 @@ ThreeDimParameters medium(double v, double dx, double dy, double dz, double half
     return p;
 }
 
-double decayOf(const ThreeDimParameters& p) {
-    return kLn2 / p.effectiveHalfLife + (p.netRecharge != 0 ? p.netRecharge / (p.porosity * p.aquiferThickness) : 0.0);
-}
 
 // The Green's-function time integral, adaptively, in the Ogata-Banks variable.
 double reference(const ThreeDimParameters& p, double t, double x, double y, double z) {
@@ -87,17 +79,6 @@ double reference(const ThreeDimParameters& p, double t, double x, double y, doub
         {std::fabs(y - y1), std::fabs(y - y2), std::fabs(z - z1) * ratio, std::fabs(z - z2) * ratio}, m.dy);
 }
 
-struct Worst {
-    const char* name;
-    double abs = 0, rel = 0;
-    int count = 0;
-    void add(double got, double expected) {
-        ++count;
-        abs = std::max(abs, std::fabs(got - expected));
-        if (expected > 1e-3) rel = std::max(rel, std::fabs(got - expected) / expected);
-    }
-    ~Worst() { std::printf("[kern3d accuracy] %s: %d points, worst abs %.2e, worst rel %.2e\n", name, count, abs, rel); }
-};
 
 void compareGrid(const ThreeDimParameters& p, const std::vector<double>& xs, const std::vector<double>& ys,
                  const std::vector<double>& zs, const std::vector<double>& ts, Worst& worst, int& significant) {
@@ -235,64 +216,23 @@ TEST(Kern3dPatch, NodesMayComeInAnyOrder) {
 }
 
 TEST(Kern3dPatch, DivisionsByZeroOfTheFormulasAreRunTimeErrors) {
-    auto errorOf = [](ThreeDimParameters p) {
-        try {
-            patch(p, 10, 1, 0, 0);
-        } catch (const RuntimeError& e) {
-            return e.number();
-        }
-        return 0;
-    };
+    const auto call = [](const ThreeDimParameters& p) { patch(p, 10, 1, 0, 0); };
     const ThreeDimParameters base = medium(0.5, 1.0, 0.1, 0.01, 100, 0.01);
-    ThreeDimParameters p = base;
-    p.effectiveDispersionX = 0;
-    EXPECT_EQ(errorOf(p), 11);
-    p = base;
-    p.effectiveDispersionY = 0;
-    EXPECT_EQ(errorOf(p), 11);
-    p = base;
-    p.effectiveDispersionZ = 0;
-    EXPECT_EQ(errorOf(p), 11);
-    p = base;
-    p.effectiveHalfLife = 0;
-    EXPECT_EQ(errorOf(p), 11);
-    p = base;
-    p.porosity = 0;
-    EXPECT_EQ(errorOf(p), 11);
-    p = base;
-    p.aquiferThickness = 0;
-    EXPECT_EQ(errorOf(p), 11);
-    p = base;
-    p.effectiveDispersionY = -0.1;
-    EXPECT_EQ(errorOf(p), 5);
-    // Without recharge its quotient is never formed: a zero porosity is harmless.
-    p = base;
-    p.netRecharge = 0;
-    p.porosity = 0;
-    EXPECT_EQ(errorOf(p), 0);
+    kern3dref::expectSharedDivisionFaults(base, call);
+    EXPECT_EQ(kern3dref::errorAfter(base, [](ThreeDimParameters& p) { p.porosity = 0; }, call), 11);
     // A patch without width lets nothing in, without a fault.
-    p = base;
+    EXPECT_EQ(kern3dref::errorAfter(base, [](ThreeDimParameters& p) { p.sourceWidth = 0; }, call), 0);
+    ThreeDimParameters p = base;
     p.sourceWidth = 0;
-    EXPECT_EQ(errorOf(p), 0);
     EXPECT_EQ(patch(p, 10, 1, 1, -0.5), 0.0);
 }
 
 TEST(Kern3dPatch, AbsurdInputsGiveNumbersOrErrorsNeverNaN) {
-    const double xs[] = {1e-300, 1e-170, 1e-12, 3, 1e12, 1e300};
-    const double ts[] = {1e-300, 1e-12, 5, 1e12, 1e300};
-    const double vs[] = {-3, 0, 1e-12, 2, 1e8};
-    for (double v : vs)
-        for (double x : xs)
-            for (double t : ts) {
-                ThreeDimParameters p = medium(v, 1e-3, 1e-4, 1e-5, 10);
-                double c = -1;
-                try {
-                    cnrml_3IL(p, t, x, 1, 0, c, rule().firstNode(), rule().firstWeight());
-                } catch (const RuntimeError&) {
-                    continue;
-                }
-                EXPECT_FALSE(std::isnan(c)) << v << " " << x << " " << t;
-                EXPECT_GE(c, 0.0);
-                EXPECT_LE(c, 1.0 + 1e-9);
-            }
+    kern3dref::expectNumbersOrErrors(
+        [](double v, double x, double t) {
+            double c = -1;
+            cnrml_3IL(medium(v, 1e-3, 1e-4, 1e-5, 10), t, x, 1, 0, c, rule().firstNode(), rule().firstWeight());
+            return c;
+        },
+        true, 0.0, 1.0 + 1e-9);
 }

@@ -10,12 +10,102 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <functional>
 #include <vector>
+
+#include <gtest/gtest.h>
+
+#include "kernels/kern3d.h"
+#include "shell/runtime_error.h"
 
 namespace bm::kern3dref {
 
 inline constexpr double kPi = 3.14159265358979323846;
+
+// lambda' of a record, written out: ln 2 / half-life plus q / (n B) with recharge.
+inline double decayOf(const ThreeDimParameters& p) {
+    return 0.69314718055994530942 / p.effectiveHalfLife +
+           (p.netRecharge != 0 ? p.netRecharge / (p.porosity * p.aquiferThickness) : 0.0);
+}
+
+// A record with the medium's effective numbers set.
+inline ThreeDimParameters withMedium(ThreeDimParameters p, double v, double dx, double dy, double dz, double halfLife,
+                                     double recharge) {
+    p.effectiveVelocity = v;
+    p.effectiveDispersionX = dx;
+    p.effectiveDispersionY = dy;
+    p.effectiveDispersionZ = dz;
+    p.effectiveHalfLife = halfLife;
+    p.netRecharge = recharge;
+    return p;
+}
+
+using KernelCall = std::function<void(const ThreeDimParameters&)>;
+
+// The run-time error number `call` raises on a copy of `base` changed by
+// `change`, 0 when it raises none.
+inline int errorAfter(const ThreeDimParameters& base, const std::function<void(ThreeDimParameters&)>& change,
+                      const KernelCall& call) {
+    ThreeDimParameters p = base;
+    change(p);
+    try {
+        call(p);
+    } catch (const RuntimeError& e) {
+        return e.number();
+    }
+    return 0;
+}
+
+// The faults all three kernels share: a zero Dx, Dy, Dz or half-life is a
+// division by zero, and so is the recharge term's n B when either is zero.
+inline void expectSharedDivisionFaults(const ThreeDimParameters& base, const KernelCall& call) {
+    ASSERT_NE(base.netRecharge, 0.0);
+    EXPECT_EQ(errorAfter(base, [](ThreeDimParameters& p) { p.effectiveDispersionX = 0; }, call), 11);
+    EXPECT_EQ(errorAfter(base, [](ThreeDimParameters& p) { p.effectiveDispersionY = 0; }, call), 11);
+    EXPECT_EQ(errorAfter(base, [](ThreeDimParameters& p) { p.effectiveDispersionZ = 0; }, call), 11);
+    EXPECT_EQ(errorAfter(base, [](ThreeDimParameters& p) { p.effectiveHalfLife = 0; }, call), 11);
+    EXPECT_EQ(errorAfter(base, [](ThreeDimParameters& p) { p.aquiferThickness = 0; }, call), 11);
+    // A negative dispersion: the root of a negative number.
+    EXPECT_EQ(errorAfter(base, [](ThreeDimParameters& p) { p.effectiveDispersionY = -0.1; }, call), 5);
+    // Without recharge its quotient is never formed: a zero thickness is harmless.
+    EXPECT_EQ(errorAfter(base, [](ThreeDimParameters& p) { p.netRecharge = 0, p.aquiferThickness = 0; }, call), 0);
+}
+
+// Calls kernel(v, x, t) over absurd velocities, distances (upstream ones too
+// when `upstream`) and times: each call either raises a RuntimeError or gives a
+// number, never a NaN, within [low, high].
+inline void expectNumbersOrErrors(const std::function<double(double v, double x, double t)>& kernel, bool upstream,
+                                  double low, double high) {
+    for (double v : {-3.0, 0.0, 1e-12, 2.0, 1e8})
+        for (double x : {-1e300, -3.0, 1e-300, 1e-170, 1e-12, 3.0, 1e12, 1e300})
+            for (double t : {1e-300, 1e-12, 5.0, 1e12, 1e300}) {
+                if (x < 0 && !upstream) continue;
+                double c = 0;
+                try {
+                    c = kernel(v, x, t);
+                } catch (const RuntimeError&) {
+                    continue;
+                }
+                EXPECT_FALSE(std::isnan(c)) << v << " " << x << " " << t;
+                EXPECT_GE(c, low) << v << " " << x << " " << t;
+                EXPECT_LE(c, high) << v << " " << x << " " << t;
+            }
+}
+
+// Worst absolute error, and relative error where the value passes 1e-3, of a
+// set of comparisons; printed with the test's output.
+struct Worst {
+    const char* name;
+    double abs = 0, rel = 0;
+    int count = 0;
+    void add(double got, double expected) {
+        ++count;
+        abs = std::max(abs, std::fabs(got - expected));
+        if (expected > 1e-3) rel = std::max(rel, std::fabs(got - expected) / expected);
+    }
+    ~Worst() { std::printf("[kern3d accuracy] %s: %d points, worst abs %.2e, worst rel %.2e\n", name, count, abs, rel); }
+};
 
 // Gauss-Kronrod 7/15 on [a, b]: value and error estimate.
 inline void kronrod15(const std::function<double(double)>& f, double a, double b, double& value, double& error) {
