@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 #include "kernels/kern3d_effective.h"
 #include "kernels/kern3d_quadrature.h"
@@ -29,6 +28,8 @@ constexpr int kTimeSeriesTerms = 32;
 // erfc differences: measured, the series stays the cheaper path up to about six
 // counted modes per node.
 constexpr double kModesPerNode = 6.0;
+// A series asked for by name is still refused beyond this many modes.
+constexpr double kMostForcedModes = 2e5;
 
 // Cosine coefficients of a patch, kept while the geometry stays the same.
 struct CoefficientCache {
@@ -306,7 +307,7 @@ double finiteAquiferRatio(const ThreeDimParameters& p, double t, double x, doubl
     if (plan.empty) return 0.0;  // not even the column's own response has arrived
 
     const SeriesPlan sp = planSeries(pr);
-    const bool series = path == FinitePath::Series ? sp.modes <= double(kMostModes) * kMostModes
+    const bool series = path == FinitePath::Series ? sp.modes <= kMostForcedModes
                       : path == FinitePath::Images ? false
                                                    : sp.modes <= kModesPerNode * kRulePoints * plan.count;
     if (series) return seriesSum(pr, sp);

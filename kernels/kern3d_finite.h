@@ -51,8 +51,8 @@ enum class FinitePath { Automatic, Series, Images };
 
 // cnrml_3FL's value for x > 0, t > 0, by the path asked for (Automatic: the
 // series where its mode count is affordable, images otherwise; a Series asked
-// for where it would need more modes than the kernel holds falls back to
-// images). `used` receives the path taken.
+// for where it would need more than 200000 modes, or more than kMostModes in
+// one direction, falls back to images). `used` receives the path taken.
 double finiteAquiferRatio(const ThreeDimParameters& p, double t, double x, double y, double z, FinitePath path,
                           FinitePath* used = nullptr);
 

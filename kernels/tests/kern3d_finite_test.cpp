@@ -326,7 +326,7 @@ TEST(Kern3dFinite, StrongNegativeDecayIsStillEvaluated) {
     ThreeDimParameters p = aquifer(0.1, 1.0, 0.5, 0.05, -5.0);
     const double lambda = decayOf(p);
     ASSERT_LT(lambda + 0.1 * 0.1 / 4, 0);
-    for (double x : {0.5, 3.0})
+    for (double x : {3.0, 6.0})
         for (double t : {2.0, 10.0}) {
             const double expected = reference(p, t, x, 3.0, 5.0);
             k3::FinitePath used;

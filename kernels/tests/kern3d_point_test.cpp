@@ -118,6 +118,8 @@ TEST(Kern3dPoint, DissolvedMassIsTheInjectedMassLessDecay) {
             for (int i = 1; i < 16; ++i) thetaCuts.push_back(kPi * i / 16);
             const double mass = 2 * kPi * std::sqrt(dx * dy * dz) * kern3dref::integrate(shell, 0.0, kPi, thetaCuts, 1e-10);
             const double injected = p.injectionRate / p.porosity * (lambda > 1e-200 ? -std::expm1(-lambda * t) / lambda : t);
+            std::printf("[kern3d accuracy] 3IC mass balance t=%g lambda'=%g: relative error %.2e\n", t, lambda,
+                        std::fabs(mass - injected) / injected);
             EXPECT_CLOSE(mass, injected, 1e-7, 0) << "t=" << t << " lambda=" << lambda;
         }
     }
