@@ -11,7 +11,6 @@ namespace bm::green {
 
 namespace {
 
-constexpr double kInvSqrtPi = 0.56418958354775628695;
 // Half-width of the Gaussian's support in s - e/s: erfc(6.5) is 4e-20.
 constexpr double kGaussReach = 6.5;
 // Below this s the integrand (at most 2/sqrt(pi)) adds less than 1.2e-12.
@@ -33,29 +32,6 @@ struct BuiltinRule {
 const BuiltinRule theBuiltinRule;
 
 }  // namespace
-
-double erfcx(double b) {
-    if (b < 26.0) {
-        // exp(b^2) as exp(hi) (1 + lo) with hi + lo = b^2 exactly (lo is below
-        // an ulp of hi, so its exponential is 1 + lo to rounding).
-        const double hi = b * b;
-        const double lo = std::fma(b, b, -hi);
-        return std::erfc(b) * std::exp(hi) * (1.0 + lo);
-    }
-    // Continued fraction of the asymptotic expansion; 24 levels are exact to
-    // rounding from b = 26 on.
-    double f = b;
-    for (int k = 24; k >= 1; --k) f = b + 0.5 * k / f;
-    return kInvSqrtPi / f;
-}
-
-double expErfc(double a, double b) {
-    // Directly while neither factor can overflow and erfc(b) is a normal number.
-    if (b < 26.0 && a < 700.0) return std::exp(a) * std::erfc(b);
-    const double hi = b * b;
-    const double lo = std::fma(b, b, -hi);
-    return std::exp((a - hi) - lo) * erfcx(b);
-}
 
 namespace {
 // erfc beyond this is below 1.3e-19: taken as 0 without calling it.

@@ -29,17 +29,16 @@
 #include <cmath>
 #include <cstdint>
 
+#include "kernels/erfc_scaled.h"
+
 namespace bm::green {
 
 inline constexpr int kRulePoints = 256;
 inline constexpr double kTwoOverSqrtPi = 1.1283791670955125739;
 inline constexpr double kPi = 3.14159265358979323846;
 
-// exp(b^2) * erfc(b) for b >= 0.
-double erfcx(double b);
-// exp(a) * erfc(b) for all finite a, b, without forming factors that would
-// overflow or underflow on their own.
-double expErfc(double a, double b);
+using bm::erfcx;
+using bm::expErfc;
 // (erf(p) - erf(q)) / 2 for p >= q: the share of a unit Gaussian spread that
 // falls between two points, accurate in both tails (no 1 - 1 cancellation).
 double intervalMass(double p, double q);

@@ -5,44 +5,9 @@
 namespace bm::k3 {
 
 namespace {
-// Past this argument erfc(b) is below 1e-295 and about to lose bits to underflow;
-// the asymptotic series of erfcx is then good to 1e-19 with a dozen terms.
-constexpr double kAsymptoticFrom = 26.0;
 // erfc(6.5) = 3.8e-20: a share this far out is below the rounding of 1.
 constexpr double kSaturated = 6.5;
-constexpr double kInvSqrtPi = 0.56418958354775628695;
 }  // namespace
-
-double erfcx(double b) {
-    if (b < kAsymptoticFrom) {
-        // exp(b^2) with b^2 = hi + lo split exactly, so that the rounding of b^2
-        // (up to 676 * 1.1e-16) does not reach the result.
-        const double hi = b * b;
-        const double lo = std::fma(b, b, -hi);
-        return std::exp(hi) * (1.0 + lo) * std::erfc(b);
-    }
-    // 1/(b sqrt(pi)) * sum (-1)^n (2n-1)!! / (2 b^2)^n
-    const double x = 1.0 / (2.0 * b * b);
-    double term = 1.0, sum = 1.0;
-    for (int n = 1; n <= 12; ++n) {
-        term *= -(2.0 * n - 1.0) * x;
-        sum += term;
-    }
-    return kInvSqrtPi / b * sum;
-}
-
-double expErfc(double a, double b) {
-    if (b < 0.5) {
-        // erfc(b) lies in (0.47, 2]: only exp(a) can go out of range.
-        const double e = std::erfc(b);
-        if (a <= 700.0) return std::exp(a) * e;
-        return std::exp(a + std::log(e));
-    }
-    if (a <= 700.0 && b < kAsymptoticFrom) return std::exp(a) * std::erfc(b);
-    const double hi = b * b;
-    const double lo = std::fma(b, b, -hi);
-    return std::exp((a - hi) - lo) * erfcx(b);
-}
 
 double intervalShare(double d1, double d2, double r) {
     const double a1 = d1 * r;

@@ -1,18 +1,14 @@
 #pragma once
-// Special functions of the three-dimensional kernels: the scaled complementary
-// error function and exp(a) * erfc(b) formed without overflow or underflow of
-// either factor, and the strip factor of a Gaussian spread over an interval.
+// Special functions of the three-dimensional kernels: the scaled error
+// functions (shared with the other kernels) and the strip factor of a Gaussian
+// spread over an interval.
+
+#include "kernels/erfc_scaled.h"
 
 namespace bm::k3 {
 
-// erfcx(b) = exp(b^2) * erfc(b) for b >= 0, relative accuracy near 1e-15.
-double erfcx(double b);
-
-// exp(a) * erfc(b) for all finite a, b. Where both factors are representable
-// it is their product; otherwise it is exp(a - b^2) * erfcx(b), with b^2 split
-// exactly so that a large a and a large b do not cancel badly. A result too
-// large for a double comes back as infinity (the caller decides the fault).
-double expErfc(double a, double b);
+using bm::erfcx;
+using bm::expErfc;
 
 // Share of a unit Gaussian spread, centred at a point at distances d1 = y - c1
 // and d2 = c2 - y from the ends of the interval [c1, c2], that falls inside it:
