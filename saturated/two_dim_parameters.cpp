@@ -1,0 +1,61 @@
+#include "saturated/two_dim_parameters.h"
+
+#include "model/data_set.h"
+#include "model/number_text.h"
+#include "model/range_spec.h"
+#include "montecarlo/monte_marker.h"
+#include "shell/checked_math.h"
+
+namespace bm {
+
+RecordRange recordRange(const std::string& spec) {
+    const ParsedRange parsed = parseRange(spec);
+    RecordRange range{parsed.minimum, parsed.maximum, parsed.interval};
+    if (parsed.terms == 1 && !contains(spec, ":")) range.minimum = 0.0;
+    return range;
+}
+
+void fillTwoDimParameters(const DataSet& data, TwoDimParameters& parameters, bool monteCarlo, int iteration) {
+    parameters = TwoDimParameters{};
+
+    const RecordRange x = recordRange(data.xRange);
+    const RecordRange y = recordRange(data.yRange);
+    const RecordRange t = recordRange(data.timeRange);
+    parameters.xMin = x.minimum;
+    parameters.xMax = x.maximum;
+    parameters.xInterval = x.interval;
+    parameters.yMin = y.minimum;
+    parameters.yMax = y.maximum;
+    parameters.yInterval = y.interval;
+    parameters.tMin = t.minimum;
+    parameters.tMax = t.maximum;
+    parameters.tInterval = t.interval;
+
+    auto value = [&](const std::string& text) { return fieldValue(data, text, monteCarlo, iteration); };
+    parameters.sourceYc = value(data.sourceYc);
+    parameters.sourceXc = value(data.sourceXc);
+    parameters.sourceWidth = value(data.sourceWidth);
+    const double halfLife = value(data.halfLife);
+    const double velocity = value(data.velocity);
+    parameters.injectionRate = value(data.injectionRate);
+    parameters.porosity = value(data.porosity);
+    const double dispersionX = value(data.dispersionX);
+    const double dispersionY = value(data.dispersionY);
+    parameters.netRecharge = value(data.netRecharge);
+    parameters.aquiferThickness = value(data.aquiferThickness);
+    parameters.sourceStdDev = value(data.sourceStdDev);
+    const double retardation = value(data.retardation);
+
+    // Retardation lengthens the half-life rather than shortening the decay
+    // rate, so the library reads its effect in the one number it uses.
+    parameters.effectiveVelocity = fp::div(velocity, parameters.porosity);
+    parameters.effectiveDispersionX = fp::div(dispersionX, retardation);
+    parameters.effectiveDispersionY = fp::div(dispersionY, retardation);
+    parameters.effectiveVelocity = fp::div(parameters.effectiveVelocity, retardation);
+    parameters.effectiveHalfLife = fp::mul(retardation, halfLife);
+
+    setFixedText(parameters.aquiferCode, data.aquiferType);
+    setFixedText(parameters.contaminantCode, data.contaminantType);
+}
+
+}  // namespace bm
