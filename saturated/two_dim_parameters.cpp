@@ -8,13 +8,6 @@
 
 namespace bm {
 
-RecordRange recordRange(const std::string& spec) {
-    const ParsedRange parsed = parseRange(spec);
-    RecordRange range{parsed.minimum, parsed.maximum, parsed.interval};
-    if (parsed.terms == 1 && !contains(spec, ":")) range.minimum = 0.0;
-    return range;
-}
-
 void fillTwoDimParameters(const DataSet& data, TwoDimParameters& parameters, bool monteCarlo, int iteration) {
     parameters = TwoDimParameters{};
 

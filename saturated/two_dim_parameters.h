@@ -3,18 +3,11 @@
 // one Monte Carlo iteration.
 
 #include "kernels/kern2d.h"
+#include "saturated/two_dim_grid.h"
 
 namespace bm {
 
 struct DataSet;
-
-// Parts of one coordinate's range as the record holds them: a single number
-// (no ":") means the column from 0 to that number, so its minimum is 0; a range
-// with colons keeps its minimum even when it counts one term.
-struct RecordRange {
-    double minimum = 0, maximum = 0, interval = 0;
-};
-RecordRange recordRange(const std::string& spec);
 
 // Rebuilds the record from scratch: the ranges of x, y and t, the source and
 // field values, the effective velocity (velocity / porosity / retardation, the

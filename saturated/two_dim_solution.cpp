@@ -4,8 +4,6 @@
 
 #include "model/data_set.h"
 #include "model/number_text.h"
-#include "model/range_spec.h"
-#include "montecarlo/monte_marker.h"
 #include "saturated/one_dim_solution.h"
 #include "saturated/quadrature_points.h"
 #include "shell/checked_math.h"
@@ -16,31 +14,6 @@ TwoDimSourceTable& twoDimSourceTable() {
     static TwoDimSourceTable table;
     return table;
 }
-
-int gridCount(double minimum, double maximum, double interval) {
-    if (interval == 0.0) return 1;
-    const int count = toInt16(fp::div(maximum - minimum, interval) + 1.0);
-    return count < 1 ? 1 : count;
-}
-
-InflowTerms::InflowTerms(const DataSet& data, bool monteCarlo, int iteration) {
-    count_ = data.superpositionIndex;
-    if (count_ < 2) return;
-    times_.redim(count_);
-    concentrations_.redim(count_);
-    for (int k = 1; k <= count_; ++k) {
-        times_(k) = textValue(data.terms(k).time);
-        concentrations_(k) = fieldValue(data, data.terms(k).concentration, monteCarlo, iteration);
-    }
-}
-
-double InflowTerms::step(int k) const {
-    return fp::div(concentrations_(k) - concentrations_(k - 1), concentrations_(1));
-}
-
-double InflowTerms::elapsed(double t, int k) const { return fp::sub(t, times_(k)); }
-
-void InflowTerms::add(double& c, int k, double share) const { c = fp::checked(c + step(k) * share); }
 
 namespace {
 
@@ -107,14 +80,6 @@ double pointConcentration(const TwoDimSolution& solution, const InflowTerms& ter
     return c < 0.0 ? 0.0 : c;
 }
 
-void fillList(List<double>& list, int count, double minimum, double interval, double constant) {
-    if (count != 1) {
-        for (int i = 1; i <= count; ++i) list(i) = rangeValue(i, minimum, interval);
-    } else {
-        list(1) = constant;
-    }
-}
-
 }  // namespace
 
 void chooseTwoDimSource(TwoDimParameters& parameters, TwoDimSourceTable& table) {
@@ -160,9 +125,9 @@ double solveTwoDimensional(DataSet& data, TwoDimParameters& parameters, bool mon
         data.yValues(1) = textValue(data.mcAtY);
         data.tValues(1) = textValue(data.mcAtT);
     } else {
-        fillList(data.xValues, nx, parameters.xMin, parameters.xInterval, data.xConstant);
-        fillList(data.yValues, ny, parameters.yMin, parameters.yInterval, data.yConstant);
-        fillList(data.tValues, nt, parameters.tMin, parameters.tInterval, data.tConstant);
+        fillGridList(data.xValues, nx, parameters.xMin, parameters.xInterval, data.xConstant);
+        fillGridList(data.yValues, ny, parameters.yMin, parameters.yInterval, data.yConstant);
+        fillGridList(data.tValues, nt, parameters.tMin, parameters.tInterval, data.tConstant);
     }
 
     const TwoDimSolution solution(parameters, table);

@@ -5,14 +5,12 @@
 // then x, then y), superposes the later inflow terms, and computes the selected
 // point. Serves a regular run (whole grid) and each Monte Carlo iteration (one
 // point at mcAtX, mcAtY, mcAtT).
-//
-// The pieces the three-dimensional driver shares (grid counts, the inflow
-// terms read once per call) are declared here too.
 
 #include <cstdint>
 
 #include "kernels/kern2d.h"
 #include "model/arrays.h"
+#include "saturated/two_dim_grid.h"
 #include "shell/user_interface.h"
 
 namespace bm {
@@ -55,43 +53,5 @@ void chooseTwoDimSource(TwoDimParameters& parameters, TwoDimSourceTable& table);
 // they are). Arithmetic faults are run-time errors.
 double solveTwoDimensional(DataSet& data, TwoDimParameters& parameters, bool monteCarlo, int iteration,
                            UserInterface& ui = bm::ui());
-
-// Count of a list laid out from minimum by interval up to maximum: 1 for an
-// interval of 0, otherwise (maximum - minimum) / interval + 1 rounded half to
-// even (error 6 beyond 16 bits); a count below 1 becomes 1.
-int gridCount(double minimum, double maximum, double interval);
-
-// The inflow terms of one driver call, read once before its loops: the start
-// times and, through the MonteMarker of a simulation, the concentrations.
-// Nothing is read when there is only one term.
-class InflowTerms {
-public:
-    InflowTerms(const DataSet& data, bool monteCarlo, int iteration);
-
-    // C plus, for every later term k that has started by t (t - time >= 0, so
-    // a term starting at t itself takes part with the solution at 0), its
-    // step (c_k - c_(k-1)) / c_1 times solution(t - time). A zero first
-    // concentration is a division by zero once a later term takes part.
-    template <class Solution>
-    double superpose(double c, double t, Solution&& solution) const;
-
-private:
-    double step(int k) const;
-    double elapsed(double t, int k) const;
-    void add(double& c, int k, double share) const;
-
-    int count_ = 1;
-    List<double> times_;
-    List<double> concentrations_;
-};
-
-template <class Solution>
-double InflowTerms::superpose(double c, double t, Solution&& solution) const {
-    for (int k = 2; k <= count_; ++k) {
-        const double tau = elapsed(t, k);
-        if (tau >= 0.0) add(c, k, solution(tau));
-    }
-    return c;
-}
 
 }  // namespace bm

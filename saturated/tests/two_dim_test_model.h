@@ -1,47 +1,15 @@
 #pragma once
-// Two-dimensional models as the screen would leave them in the DataSet, the
-// program's points file for the tests' run, and the Gauss-Legendre rule built
-// independently of that file for calling the library directly.
+// Two-dimensional models as the screen would leave them in the DataSet, and
+// their record set field by field.
 
-#include <algorithm>
-#include <cmath>
 #include <string>
-#include <vector>
 
-#include "kernels/gauss_legendre.h"
-#include "model/app_state.h"
+#include "kernels/kern2d.h"
 #include "model/data_set.h"
 #include "saturated/calculation_run.h"
-#include "testing/test_paths.h"
+#include "two_dim_points.h"
 
 namespace bm::testkit {
-
-// The points file the build wrote into the program folder.
-inline std::string builtPointsFile() { return (binaryDir() / "suite" / "brenmoor" / "glq.pts").string(); }
-
-// Points the application state at a points file for one test's scope.
-class PointsFileScope {
-public:
-    explicit PointsFileScope(const std::string& path = builtPointsFile()) : saved_(theAppState().gaussPointsFile) {
-        theAppState().gaussPointsFile = path;
-    }
-    ~PointsFileScope() { theAppState().gaussPointsFile = saved_; }
-    PointsFileScope(const PointsFileScope&) = delete;
-    PointsFileScope& operator=(const PointsFileScope&) = delete;
-
-private:
-    std::string saved_;
-};
-
-// The 256-point rule computed here, not read from the file.
-struct Rule {
-    std::vector<double> nodes, weights;
-    Rule() { gaussLegendre(256, nodes, weights); }
-};
-inline const Rule& rule() {
-    static const Rule r;
-    return r;
-}
 
 // Velocity 0.3 over porosity 0.3 (effective 1), Dx 1, Dy 0.1, retardation 1,
 // half-life 50, no recharge (thickness 10), x 0:40:10, y -10:10:5, t 0:30:10,
