@@ -134,28 +134,23 @@ double foldIntoAquifer(const WalledAquifer& aquifer, double y) {
     return local;
 }
 
+StripModes::StripModes(double width, double a, double b, double y)
+    : a_(kPi * a / width), b_(kPi * b / width), y_(kPi * y / width) {}
+
+double StripModes::next() {
+    ++m_;
+    a_.advance();
+    b_.advance();
+    y_.advance();
+    return 2.0 * (b_.sm - a_.sm) / (m_ * kPi) * y_.cm;
+}
+
 WalledStripFactor::WalledStripFactor(const WalledAquifer& aquifer, double y)
     : width_(aquifer.width), y_(y), a_(aquifer.a), b_(aquifer.b) {
     coefficient_[0] = fp::div(b_ - a_, width_);
     bound_ = std::min(4.0 / kPi, 2.0 * coefficient_[0]);
-    // c_m cos(m pi y / W), c_m = 2 (sin(m pi b / W) - sin(m pi a / W)) / (m pi),
-    // the angles advanced by rotation.
-    const double ta = kPi * a_ / width_, tb = kPi * b_ / width_, ty = kPi * y_ / width_;
-    const double ca = std::cos(ta), sa = std::sin(ta), cb = std::cos(tb), sb = std::sin(tb);
-    const double cy = std::cos(ty), sy = std::sin(ty);
-    double cma = 1, sma = 0, cmb = 1, smb = 0, cmy = 1, smy = 0;
-    for (int m = 1; m <= kModes; ++m) {
-        double t = cma * ca - sma * sa;
-        sma = sma * ca + cma * sa;
-        cma = t;
-        t = cmb * cb - smb * sb;
-        smb = smb * cb + cmb * sb;
-        cmb = t;
-        t = cmy * cy - smy * sy;
-        smy = smy * cy + cmy * sy;
-        cmy = t;
-        coefficient_[m] = 2.0 * (smb - sma) / (m * kPi) * cmy;
-    }
+    StripModes modes(width_, a_, b_, y_);
+    for (int m = 1; m <= kModes; ++m) coefficient_[m] = modes.next();
 }
 
 double WalledStripFactor::operator()(double spreadRatio) const {

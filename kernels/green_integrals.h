@@ -17,12 +17,14 @@
 //         exp(-(s - e/s)^2) G(s) ds,     e = x U / (4 D),  s0 = x / (2 sqrt(D t)).
 //
 // The integrand lives on |s - e/s| < 6.5 (outside it the Gaussian is below
-// 1e-18); all its features (the Gaussian, the error-function steps of G) have a
-// width of order one in ln s, so the integral is taken in w = ln s with the
-// 256-point Gauss-Legendre rule, one application per stretch of
-// kTransitPanelLength in w (one or two in practice). The same form covers every
-// time, from the first arrival to the steady state, with no composite rule over
-// [0, t] in tau.
+// 1e-18) and s > 1e-12; all its features (the Gaussian, the error-function steps
+// of G) have a width of order one in ln s or scale with the width of its
+// support, so the integral is taken in w = ln s with the 256-point
+// Gauss-Legendre rule, one application per stretch of kTransitPanelLength in w
+// (the whole range is at most 30 long, so one application in practice; it
+// reaches 1e-12 against adaptive quadrature). The same form covers every time,
+// from the first arrival to the steady state, where a rule over [0, t] in tau
+// would need many sub-intervals to catch a sharp arrival.
 
 #include <cmath>
 #include <cstdint>
@@ -65,7 +67,8 @@ struct TransitRange {
     int panels = 0;           // 0: nothing arrives (the result is below 1e-18)
 };
 inline constexpr double kTransitPanelLength = 30.0;
-// Nodes where exp(-z^2) < 4e-18 add nothing measurable (s < 7, G <= 1).
+// Nodes where exp(-z^2) < 4e-18 are skipped: with G <= 1 they add less than
+// 4e-18 times the length of the support in s, which is at most 6.5.
 inline constexpr double kNegligibleGauss = 40.0;
 // v, d: longitudinal velocity and dispersion, k the loss rate, u = sqrt(v^2 + 4 d k).
 TransitRange transitRange(double x, double t, double v, double d, double k, double u);
@@ -114,6 +117,28 @@ struct WalledAquifer {
 WalledAquifer walledAquifer(double rangeMin, double rangeMax, double sourceCentre, double sourceWidth);
 // Local coordinate of a user coordinate, folded by the walls' mirrors into 0..W.
 double foldIntoAquifer(const WalledAquifer& aquifer, double y);
+
+// The cosine-series coefficients of a strip a..b between walls at 0 and W, at
+// the point y: c_m cos(m pi y / W), c_m = 2 (sin(m pi b / W) - sin(m pi a / W))
+// / (m pi), for m = 1, 2, ... in turn, the angles advanced by rotation.
+class StripModes {
+public:
+    StripModes(double width, double a, double b, double y);
+    double next();
+
+private:
+    struct Turn {
+        double c, s, cm = 1.0, sm = 0.0;
+        explicit Turn(double angle) : c(std::cos(angle)), s(std::sin(angle)) {}
+        void advance() {
+            const double t = cm * c - sm * s;
+            sm = sm * c + cm * s;
+            cm = t;
+        }
+    };
+    Turn a_, b_, y_;
+    int m_ = 0;
+};
 
 // Lateral factor of a strip between no-flux walls after spreading with
 // variance 2 D tau: the strip's own mass plus that of its mirror images, or

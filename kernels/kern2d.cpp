@@ -29,6 +29,9 @@ constexpr double kSeriesTolerance = 1e-11;
 constexpr double kMostSeriesModes = 100;
 // Below this the one-dimensional bound says the plume has not arrived.
 constexpr double kNothingArrived = 1e-16;
+// Lateral factors below erfc(6.3) or exp(-44) (about 1e-19) are nothing.
+constexpr double kLateralReach = 6.3;
+constexpr double kLateralExponent = 44.0;
 // Half-width of the Gaussian support of the point-source integrand, in its
 // exponent: exp(-42) is 6e-19.
 constexpr double kPointReach = 42.0;
@@ -72,10 +75,7 @@ double finiteSeries(const green::WalledAquifer& aq, double y, double x, double t
     auto rootOf = [&](int m) { return std::sqrt(c.v * c.v + 4.0 * c.dx * lossOf(m)); };
     // (U_m - v) x / (2 Dx): minus the exponent of the mode's steady amplitude.
     auto steadyExponent = [&](int m, double um) { return -green::lowerExponent(x, c.v, c.dx, lossOf(m), um); };
-    const double ta = green::kPi * aq.a / w, tb = green::kPi * aq.b / w, ty = green::kPi * y / w;
-    const double ca = std::cos(ta), sa = std::sin(ta), cb = std::cos(tb), sb = std::sin(tb);
-    const double cy = std::cos(ty), sy = std::sin(ty);
-    double cma = 1, sma = 0, cmb = 1, smb = 0, cmy = 1, smy = 0;
+    green::StripModes coefficients(w, aq.a, aq.b, y);
 
     double um = c.u;
     double sum = mean * green::semiInfiniteDirichlet(x, t, c.v, c.dx, c.k, um);
@@ -90,17 +90,7 @@ double finiteSeries(const green::WalledAquifer& aq, double y, double x, double t
             break;
         }
         if (m > modeLimit) break;
-        double r = cma * ca - sma * sa;
-        sma = sma * ca + cma * sa;
-        cma = r;
-        r = cmb * cb - smb * sb;
-        smb = smb * cb + cmb * sb;
-        cmb = r;
-        r = cmy * cy - smy * sy;
-        smy = smy * cy + cmy * sy;
-        cmy = r;
-        const double coefficient = 2.0 * (smb - sma) / (m * green::kPi) * cmy;
-        sum += coefficient * green::semiInfiniteDirichlet(x, t, c.v, c.dx, lossOf(m), un);
+        sum += coefficients.next() * green::semiInfiniteDirichlet(x, t, c.v, c.dx, lossOf(m), un);
         um = un;
         em = en;
     }
@@ -167,6 +157,10 @@ std::int16_t cnrml_IL(const TwoDimParameters& parameters, double t, double x, do
     // 1 / (2 sqrt(Dy tau)) = scale * s.
     const double scale = c.sqrtDx / c.sqrtDy / x;
     const double p1 = scaled(y - y1, scale), p2 = scaled(y - y2, scale);
+    // Beside the strip the lateral factor is largest at the smallest s (the
+    // longest spread): below 1e-19 there, nothing reaches the point.
+    const double gap = std::max({p2, -p1, 0.0});  // scaled distance to the strip
+    if (range.panels == 0 || gap * std::exp(range.wLo) > kLateralReach) return kKernelOk;
     const double value = green::transitIntegral(range, nodes, weights, [&](double s) {
         return LateralFactor{green::intervalMass(p1 * s, p2 * s), 0.0};
     });
@@ -193,6 +187,9 @@ std::int16_t cnrml_IG(const TwoDimParameters& parameters, double t, double x, do
     // sigma^2 + 2 Dy tau = sigma^2 (1 + (rho / s)^2), rho = x sqrt(Dy / (2 Dx)) / sigma.
     const double rho = x * c.sqrtDy / (sigma * std::sqrt(2.0) * c.sqrtDx);
     const double gamma = offset * offset * inverseTwoVariance;
+    // The lateral factor is largest at the smallest s (the longest spread).
+    const double spreadAtLongest = rho / std::exp(range.wLo);
+    if (range.panels == 0 || gamma / (1.0 + spreadAtLongest * spreadAtLongest) > kLateralExponent) return kKernelOk;
     const double value = green::transitIntegral(range, nodes, weights, [&](double s) {
         const double q = rho / s;
         const double f = 1.0 / (1.0 + q * q);

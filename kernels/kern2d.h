@@ -18,11 +18,16 @@
 // (already divided or multiplied by the retardation factor).
 //
 // Every function writes C/C0 to `result` and returns a status the program does
-// not read: 1 when the answer met its accuracy target, 0 when it could not be
-// computed (no quadrature points given). Arithmetic faults of the formulas
-// themselves (a zero dispersion, a zero width, a zero thickness with recharge)
-// are raised as run-time errors 11 or 6 through the checked arithmetic. No call
-// allocates memory or touches a file.
+// not read: 1 when the answer met its accuracy target (1e-6 absolute, 1e-5
+// relative above 1e-3; in practice near 1e-10), 0 when it could not be computed
+// (no quadrature points given) or the finite-width series ran out of modes.
+// At x = 0 the strip, Gaussian and finite-width kernels return the source
+// profile itself at every t; at t <= 0 elsewhere 0; upstream (x < 0) 0.
+// Arithmetic faults of the formulas themselves (a zero dispersion, a zero
+// aquifer width, a zero half-life, recharge with a zero thickness or porosity)
+// are raised as run-time errors 11 or 6 through the checked arithmetic, after
+// those shortcuts. No call allocates memory or touches a file; the finite-width
+// kernel's own 256-point rule is built when the program loads.
 
 #include <cstddef>
 #include <cstdint>

@@ -18,17 +18,6 @@ using namespace bm::kern2dref;
 
 namespace {
 
-const Rule& rule() {
-    static const Rule r = standardRule();
-    return r;
-}
-
-double point(const TwoDimParameters& p, double t, double x, double y) {
-    double c = -1;
-    cnrml_IC(p, t, x, y, c, rule().nodes.data(), rule().weights.data());
-    return c;
-}
-
 TwoDimParameters pointRecord(const Flow& f, double q) {
     TwoDimParameters p = record(f);
     p.injectionRate = q;
@@ -36,12 +25,7 @@ TwoDimParameters pointRecord(const Flow& f, double q) {
 }
 
 int errorOf(const TwoDimParameters& p, double t, double x, double y) {
-    try {
-        point(p, t, x, y);
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
+    return errorNumber([&] { pointAt(p, t, x, y); });
 }
 
 }  // namespace
@@ -81,7 +65,7 @@ TEST(Kern2dPoint, MatchesTheAdaptiveTimeIntegral) {
                 if (x == 0 && y == 0) continue;
                 std::ostringstream where;
                 where << "t=" << c.t << " x=" << x << " y=" << y;
-                target.check(point(p, c.t, x, y), pointSource(c.flow, c.q, x, y, c.t), where.str());
+                target.check(pointAt(p, c.t, x, y), pointSource(c.flow, c.q, x, y, c.t), where.str());
             }
     }
 }
@@ -100,7 +84,7 @@ TEST(Kern2dPoint, LongRunReachesTheLeakyWellSteadyState) {
             const double r = std::sqrt(x * x / f.dx + y * y / f.dy);
             const double steady = q / (4 * kPi * f.porosity * std::sqrt(f.dx * f.dy)) * std::exp(f.v * x / (2 * f.dx)) * 2 *
                                   std::cyl_bessel_k(0.0, r * std::sqrt(b));
-            target.check(point(p, 1e7, x, y), steady, "x=" + std::to_string(x) + " y=" + std::to_string(y));
+            target.check(pointAt(p, 1e7, x, y), steady, "x=" + std::to_string(x) + " y=" + std::to_string(y));
         }
 }
 
@@ -130,7 +114,7 @@ TEST(Kern2dPoint, PlumeHoldsTheInjectedMassLessDecay) {
                 for (std::size_t i = 0; i < gx.size(); ++i) {
                     const double rho = mid + half * gx[i];
                     const double x = rho * std::cos(theta) * std::sqrt(f.dx), y = rho * std::sin(theta) * std::sqrt(f.dy);
-                    radial += half * gw[i] * rho * point(p, t, x, y);
+                    radial += half * gw[i] * rho * pointAt(p, t, x, y);
                 }
             }
             mass += radial * 2 * kPi / angles;
@@ -148,13 +132,13 @@ TEST(Kern2dPoint, SourcePointIsAboveOneWithoutAFault) {
     Flow f;
     const TwoDimParameters p = pointRecord(f, 0.5);
     double c = 0;
-    EXPECT_EQ(cnrml_IC(p, 3, 0, 0, c, rule().nodes.data(), rule().weights.data()), kKernelOk);
+    EXPECT_EQ(cnrml_IC(p, 3, 0, 0, c, theRule().nodes.data(), theRule().weights.data()), kKernelOk);
     EXPECT_GT(c, 1.0);
     EXPECT_TRUE(std::isfinite(c));
-    EXPECT_GT(point(p, 3, 1e-300, 0), 1.0);  // the logarithmic peak, computed
-    EXPECT_EQ(point(p, 0, 0, 0), 0.0);       // nothing injected yet
-    EXPECT_EQ(point(p, 0, 1, 0.5), 0.0);
-    EXPECT_EQ(point(p, -1, 1, 0.5), 0.0);
+    EXPECT_GT(pointAt(p, 3, 1e-300, 0), 1.0);  // the logarithmic peak, computed
+    EXPECT_EQ(pointAt(p, 0, 0, 0), 0.0);       // nothing injected yet
+    EXPECT_EQ(pointAt(p, 0, 1, 0.5), 0.0);
+    EXPECT_EQ(pointAt(p, -1, 1, 0.5), 0.0);
 }
 
 TEST(Kern2dPoint, ZeroPorosityOrDispersionIsTheProgramsFault) {

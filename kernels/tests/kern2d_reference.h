@@ -15,6 +15,7 @@
 
 #include "kernels/gauss_legendre.h"
 #include "kernels/kern2d.h"
+#include "shell/runtime_error.h"
 #include "testing/is_close.h"
 
 namespace bm::kern2dref {
@@ -159,6 +160,43 @@ inline Rule standardRule() {
     Rule r;
     gaussLegendre(256, r.nodes, r.weights);
     return r;
+}
+inline const Rule& theRule() {
+    static const Rule r = standardRule();
+    return r;
+}
+
+// The kernels at one point with the standard rule.
+inline double finiteAt(const TwoDimParameters& p, double t, double x, double y) {
+    double c = -1;
+    cnrml_FL(p, t, x, y, c);
+    return c;
+}
+inline double stripAt(const TwoDimParameters& p, double t, double x, double y) {
+    double c = -1;
+    cnrml_IL(p, t, x, y, c, theRule().nodes.data(), theRule().weights.data());
+    return c;
+}
+inline double gaussianAt(const TwoDimParameters& p, double t, double x, double y) {
+    double c = -1;
+    cnrml_IG(p, t, x, y, c, theRule().nodes.data(), theRule().weights.data());
+    return c;
+}
+inline double pointAt(const TwoDimParameters& p, double t, double x, double y) {
+    double c = -1;
+    cnrml_IC(p, t, x, y, c, theRule().nodes.data(), theRule().weights.data());
+    return c;
+}
+
+// The number of the run-time error that `call` raises, 0 for none.
+template <class Call>
+int errorNumber(Call&& call) {
+    try {
+        call();
+    } catch (const RuntimeError& e) {
+        return e.number();
+    }
+    return 0;
 }
 
 // The accuracy target of the kernels: 1e-6 absolute on C/C0 everywhere and

@@ -17,11 +17,6 @@ using namespace bm::kern2dref;
 
 namespace {
 
-const Rule& rule() {
-    static const Rule r = standardRule();
-    return r;
-}
-
 using Kernel = std::function<void(const TwoDimParameters&, double, double, double, double&)>;
 
 const std::vector<std::pair<const char*, Kernel>>& kernels() {
@@ -29,15 +24,15 @@ const std::vector<std::pair<const char*, Kernel>>& kernels() {
         {"cnrml_FL", [](const TwoDimParameters& p, double t, double x, double y, double& c) { cnrml_FL(p, t, x, y, c); }},
         {"cnrml_IL",
          [](const TwoDimParameters& p, double t, double x, double y, double& c) {
-             cnrml_IL(p, t, x, y, c, rule().nodes.data(), rule().weights.data());
+             cnrml_IL(p, t, x, y, c, theRule().nodes.data(), theRule().weights.data());
          }},
         {"cnrml_IG",
          [](const TwoDimParameters& p, double t, double x, double y, double& c) {
-             cnrml_IG(p, t, x, y, c, rule().nodes.data(), rule().weights.data());
+             cnrml_IG(p, t, x, y, c, theRule().nodes.data(), theRule().weights.data());
          }},
         {"cnrml_IC",
          [](const TwoDimParameters& p, double t, double x, double y, double& c) {
-             cnrml_IC(p, t, x, y, c, rule().nodes.data(), rule().weights.data());
+             cnrml_IC(p, t, x, y, c, theRule().nodes.data(), theRule().weights.data());
          }},
     };
     return all;
@@ -54,12 +49,7 @@ TwoDimParameters sensible() {
 // The error number a call raises at (t, x, y) = (2, 1, 5.2), 0 for none.
 int errorOf(const Kernel& kernel, const TwoDimParameters& p) {
     double c = 0;
-    try {
-        kernel(p, 2, 1, 5.2, c);
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
+    return errorNumber([&] { kernel(p, 2, 1, 5.2, c); });
 }
 
 }  // namespace

@@ -16,17 +16,6 @@ using namespace bm::kern2dref;
 
 namespace {
 
-const Rule& rule() {
-    static const Rule r = standardRule();
-    return r;
-}
-
-double strip(const TwoDimParameters& p, double t, double x, double y) {
-    double c = -1;
-    cnrml_IL(p, t, x, y, c, rule().nodes.data(), rule().weights.data());
-    return c;
-}
-
 struct Case {
     const char* name;
     Flow flow;
@@ -90,7 +79,7 @@ TEST(Kern2dStrip, MatchesTheAdaptiveGreensFunctionIntegral) {
             for (double y : c.ys) {
                 const double reference =
                     planeSource(c.flow, x, c.t, [&](double tau) { return stripLateral(c.flow, y, y1, y2, tau); });
-                target.check(strip(p, c.t, x, y), reference, where(c, x, y));
+                target.check(stripAt(p, c.t, x, y), reference, where(c, x, y));
             }
     }
 }
@@ -107,15 +96,15 @@ TEST(Kern2dStrip, HoldsWhereOneRuleOverTheWholeTimeFails) {
     const double t = 1000, x = 5, y = 0.3;
     auto integrand = [&](double tau) { return transit(f, x, tau) * stripLateral(f, y, -1, 1, tau); };
     double naive = 0;
-    for (int i = 0; i < 256; ++i) naive += rule().weights[i] * integrand(0.5 * t * (1 + rule().nodes[i]));
+    for (int i = 0; i < 256; ++i) naive += theRule().weights[i] * integrand(0.5 * t * (1 + theRule().nodes[i]));
     naive *= 0.5 * t;
     const double reference = planeSource(f, x, t, [&](double tau) { return stripLateral(f, y, -1, 1, tau); });
     EXPECT_GT(std::fabs(naive - reference), 1e-3) << "the case must defeat a single application";
     Target target("cnrml_IL where one application over [0, t] fails");
-    target.check(strip(p, t, x, y), reference, "late sharp arrival");
+    target.check(stripAt(p, t, x, y), reference, "late sharp arrival");
     for (double tt : {4.0, 5.0, 6.0, 100.0, 1e4, 1e6}) {
         const double ref = planeSource(f, x, tt, [&](double tau) { return stripLateral(f, y, -1, 1, tau); });
-        target.check(strip(p, tt, x, y), ref, "t=" + std::to_string(tt));
+        target.check(stripAt(p, tt, x, y), ref, "t=" + std::to_string(tt));
     }
 }
 
@@ -140,7 +129,7 @@ TEST(Kern2dStrip, WideStripIsTheOneDimensionalSolution) {
         p.sourceWidth = 1e4;
         for (double x : {1e-3, 0.2, 2.0, 5.0, 9.0, 10.0, 11.0, 15.0})
             for (double y : {3.0, 10.0, -200.0})
-                target.check(strip(p, t, x, y), oneDimensional(x, t, f.v, f.dx, f.k()),
+                target.check(stripAt(p, t, x, y), oneDimensional(x, t, f.v, f.dx, f.k()),
                              "x=" + std::to_string(x) + " y=" + std::to_string(y));
     }
 }
@@ -151,19 +140,19 @@ TEST(Kern2dStrip, BoundaryInitialAndUpstreamValues) {
     p.sourceYc = 1;
     p.sourceWidth = 2;
     for (double t : {0.0, 1.0, 1e6}) {
-        EXPECT_EQ(strip(p, t, 0, 1), 1.0);
-        EXPECT_EQ(strip(p, t, 0, 0), 1.0);  // edges included
-        EXPECT_EQ(strip(p, t, 0, 2), 1.0);
-        EXPECT_EQ(strip(p, t, 0, 2.0000001), 0.0);
-        EXPECT_EQ(strip(p, t, 0, -1), 0.0);
-        EXPECT_EQ(strip(p, t, -0.5, 1), 0.0);
+        EXPECT_EQ(stripAt(p, t, 0, 1), 1.0);
+        EXPECT_EQ(stripAt(p, t, 0, 0), 1.0);  // edges included
+        EXPECT_EQ(stripAt(p, t, 0, 2), 1.0);
+        EXPECT_EQ(stripAt(p, t, 0, 2.0000001), 0.0);
+        EXPECT_EQ(stripAt(p, t, 0, -1), 0.0);
+        EXPECT_EQ(stripAt(p, t, -0.5, 1), 0.0);
     }
-    EXPECT_EQ(strip(p, 0, 1e-9, 1), 0.0);
-    EXPECT_EQ(strip(p, 0, 3, 1), 0.0);
+    EXPECT_EQ(stripAt(p, 0, 1e-9, 1), 0.0);
+    EXPECT_EQ(stripAt(p, 0, 3, 1), 0.0);
     // Just off the plane the solution tends to the profile: 1 inside, 1/2 on an edge.
-    EXPECT_CLOSE(strip(p, 1, 1e-9, 1), 1.0, 0, 1e-6);
-    EXPECT_CLOSE(strip(p, 1, 1e-9, 2), 0.5, 0, 1e-6);
-    EXPECT_CLOSE(strip(p, 1, 1e-9, 3), 0.0, 0, 1e-6);
+    EXPECT_CLOSE(stripAt(p, 1, 1e-9, 1), 1.0, 0, 1e-6);
+    EXPECT_CLOSE(stripAt(p, 1, 1e-9, 2), 0.5, 0, 1e-6);
+    EXPECT_CLOSE(stripAt(p, 1, 1e-9, 3), 0.0, 0, 1e-6);
 }
 
 TEST(Kern2dStrip, ZeroWidthStripGivesNothingAwayFromThePlane) {
@@ -171,18 +160,18 @@ TEST(Kern2dStrip, ZeroWidthStripGivesNothingAwayFromThePlane) {
     TwoDimParameters p = record(f);
     p.sourceYc = 1;
     p.sourceWidth = 0;
-    EXPECT_EQ(strip(p, 5, 2, 1), 0.0);
-    EXPECT_EQ(strip(p, 5, 0, 1), 1.0);
-    EXPECT_EQ(strip(p, 5, 0, 1.1), 0.0);
+    EXPECT_EQ(stripAt(p, 5, 2, 1), 0.0);
+    EXPECT_EQ(stripAt(p, 5, 0, 1), 1.0);
+    EXPECT_EQ(stripAt(p, 5, 0, 1.1), 0.0);
 }
 
 TEST(Kern2dStrip, RuleMayComeInTheProgramsMirroredOrder) {
     // The program hands the nodes as +x1, -x1, +x2, -x2, ...
     std::vector<double> x(256), w(256);
     for (int i = 0; i < 128; ++i) {
-        x[2 * i] = rule().nodes[255 - i];
+        x[2 * i] = theRule().nodes[255 - i];
         x[2 * i + 1] = -x[2 * i];
-        w[2 * i] = w[2 * i + 1] = rule().weights[255 - i];
+        w[2 * i] = w[2 * i + 1] = theRule().weights[255 - i];
     }
     Flow f;
     TwoDimParameters p = record(f);
@@ -190,7 +179,7 @@ TEST(Kern2dStrip, RuleMayComeInTheProgramsMirroredOrder) {
     for (double xx : {0.01, 1.0, 8.0}) {
         double mirrored = -1;
         cnrml_IL(p, 10, xx, 0.7, mirrored, x.data(), w.data());
-        EXPECT_CLOSE(mirrored, strip(p, 10, xx, 0.7), 1e-13, 1e-16);
+        EXPECT_CLOSE(mirrored, stripAt(p, 10, xx, 0.7), 1e-13, 1e-16);
     }
 }
 
@@ -201,6 +190,6 @@ TEST(Kern2dStrip, NoRuleIsAFailedStatusNotACrash) {
     double c = -1;
     EXPECT_EQ(cnrml_IL(p, 1, 1, 0, c, nullptr, nullptr), kKernelFailed);
     EXPECT_EQ(c, 0.0);
-    EXPECT_EQ(cnrml_IL(p, 1, 1, 0, c, rule().nodes.data(), rule().weights.data()), kKernelOk);
+    EXPECT_EQ(cnrml_IL(p, 1, 1, 0, c, theRule().nodes.data(), theRule().weights.data()), kKernelOk);
     EXPECT_GT(c, 0.0);
 }
