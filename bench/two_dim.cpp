@@ -6,44 +6,21 @@
 
 #include <benchmark/benchmark.h>
 
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
 #include "kernels/gauss_legendre.h"
-#include "model/app_state.h"
 #include "model/data_set.h"
-#include "model/number_text.h"
 #include "saturated/calculation_run.h"
 #include "saturated/two_dim_parameters.h"
 #include "saturated/two_dim_solution.h"
-#include "shell/user_interface.h"
+#include "two_dim_support.h"
 
 namespace {
 
-// Progress goes nowhere; a message would take its default answer.
-class SilentInterface : public bm::StreamUserInterface {
-public:
-    SilentInterface() : bm::StreamUserInterface(stderr) {}
-    bm::MessageAnswer showMessage(const bm::MessageRequest& request) override { return bm::defaultAnswer(request); }
-};
-
-// The points file, written once into the temporary folder as the build writes it.
-void providePointsFile() {
-    static const std::string path = [] {
-        const auto file = std::filesystem::temp_directory_path() / "brenmoor_bench_glq.pts";
-        std::ofstream(file, std::ios::binary) << bm::gaussPointsFileText();
-        return file.string();
-    }();
-    bm::theAppState().gaussPointsFile = path;
-}
-
-// A range of `count` values spread over minimum..maximum.
-std::string spread(double minimum, double maximum, int count) {
-    return bm::formatNumber(minimum) + ":" + bm::formatNumber(maximum) + ":" +
-           bm::formatNumber((maximum - minimum) / (count - 1));
-}
+using benchsupport::providePointsFile;
+using benchsupport::SilentInterface;
+using benchsupport::spread;
 
 bm::DataSet model(const char* aquifer, const char* contaminant, int nx, int ny, int nt) {
     bm::DataSet d;

@@ -12,22 +12,10 @@ namespace bm {
 void fillThreeDimParameters(const DataSet& data, ThreeDimParameters& parameters, bool monteCarlo, int iteration) {
     parameters = ThreeDimParameters{};
 
-    const RecordRange x = recordRange(data.xRange);
-    const RecordRange y = recordRange(data.yRange);
-    const RecordRange z = recordRange(data.zRange);
-    const RecordRange t = recordRange(data.timeRange);
-    parameters.xMin = x.minimum;
-    parameters.xMax = x.maximum;
-    parameters.xInterval = x.interval;
-    parameters.yMin = y.minimum;
-    parameters.yMax = y.maximum;
-    parameters.yInterval = y.interval;
-    parameters.zMin = z.minimum;
-    parameters.zMax = z.maximum;
-    parameters.zInterval = z.interval;
-    parameters.tMin = t.minimum;
-    parameters.tMax = t.maximum;
-    parameters.tInterval = t.interval;
+    assignRange(data.xRange, parameters.xMin, parameters.xMax, parameters.xInterval);
+    assignRange(data.yRange, parameters.yMin, parameters.yMax, parameters.yInterval);
+    assignRange(data.zRange, parameters.zMin, parameters.zMax, parameters.zInterval);
+    assignRange(data.timeRange, parameters.tMin, parameters.tMax, parameters.tInterval);
 
     auto value = [&](const std::string& text) { return fieldValue(data, text, monteCarlo, iteration); };
     parameters.sourceYc = value(data.sourceYc);

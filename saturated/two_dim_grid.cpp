@@ -15,6 +15,13 @@ RecordRange recordRange(const std::string& spec) {
     return range;
 }
 
+void assignRange(const std::string& spec, double& minimum, double& maximum, double& interval) {
+    const RecordRange range = recordRange(spec);
+    minimum = range.minimum;
+    maximum = range.maximum;
+    interval = range.interval;
+}
+
 int gridCount(double minimum, double maximum, double interval) {
     if (interval == 0.0) return 1;
     const int count = toInt16(fp::div(maximum - minimum, interval) + 1.0);

@@ -19,6 +19,8 @@ struct RecordRange {
     double minimum = 0, maximum = 0, interval = 0;
 };
 RecordRange recordRange(const std::string& spec);
+// The same written into a record's three fields.
+void assignRange(const std::string& spec, double& minimum, double& maximum, double& interval);
 
 // Count of a list laid out from minimum by interval up to maximum: 1 for an
 // interval of 0, otherwise (maximum - minimum) / interval + 1 rounded half to

@@ -1,9 +1,8 @@
 #include "saturated/two_dim_parameters.h"
 
 #include "model/data_set.h"
-#include "model/number_text.h"
-#include "model/range_spec.h"
 #include "montecarlo/monte_marker.h"
+#include "saturated/two_dim_grid.h"
 #include "shell/checked_math.h"
 
 namespace bm {
@@ -11,18 +10,9 @@ namespace bm {
 void fillTwoDimParameters(const DataSet& data, TwoDimParameters& parameters, bool monteCarlo, int iteration) {
     parameters = TwoDimParameters{};
 
-    const RecordRange x = recordRange(data.xRange);
-    const RecordRange y = recordRange(data.yRange);
-    const RecordRange t = recordRange(data.timeRange);
-    parameters.xMin = x.minimum;
-    parameters.xMax = x.maximum;
-    parameters.xInterval = x.interval;
-    parameters.yMin = y.minimum;
-    parameters.yMax = y.maximum;
-    parameters.yInterval = y.interval;
-    parameters.tMin = t.minimum;
-    parameters.tMax = t.maximum;
-    parameters.tInterval = t.interval;
+    assignRange(data.xRange, parameters.xMin, parameters.xMax, parameters.xInterval);
+    assignRange(data.yRange, parameters.yMin, parameters.yMax, parameters.yInterval);
+    assignRange(data.timeRange, parameters.tMin, parameters.tMax, parameters.tInterval);
 
     auto value = [&](const std::string& text) { return fieldValue(data, text, monteCarlo, iteration); };
     parameters.sourceYc = value(data.sourceYc);

@@ -3,7 +3,6 @@
 // one Monte Carlo iteration.
 
 #include "kernels/kern2d.h"
-#include "saturated/two_dim_grid.h"
 
 namespace bm {
 

@@ -18,6 +18,7 @@
 namespace bm {
 namespace {
 
+using testkit::expectHandledError;
 using testkit::PointsFileScope;
 using testkit::rule;
 using testkit::ScriptedUserInterface;
@@ -125,16 +126,6 @@ TEST_F(ThreeDimPass, StopInsideTheGridLeavesTheModeAndClearsTheFlag) {
     EXPECT_FALSE(d.stopRequested);
     EXPECT_EQ(d.calculationMode, "Regular");
     EXPECT_EQ(ui.progress.size(), 9u);
-}
-
-void expectHandledError(DataSet& d, const char* title) {
-    ScriptedUserInterface ui;
-    const CalculationOutcome outcome = runCalculation(d, ui);
-    EXPECT_FALSE(outcome.finished);
-    ASSERT_EQ(ui.messages.size(), 1u);
-    EXPECT_EQ(ui.messages.front().title, title);
-    EXPECT_FALSE(d.stopRequested);
-    EXPECT_FALSE(ui.busy);
 }
 
 TEST_F(ThreeDimPass, SingularInputEndsAtTheErrorHandler) {

@@ -26,20 +26,13 @@ namespace bm {
 namespace {
 
 using testkit::PointsFileScope;
+using testkit::runTimeErrorOf;
+using testkit::setTerms;
+using testkit::TermValue;
 using testkit::rule;
 using testkit::ScriptedUserInterface;
 using testkit::threeDimModel;
 using testkit::threeDimRecord;
-
-template <class F>
-int runTimeErrorOf(F f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 double solve(DataSet& d, ScriptedUserInterface& ui, bool monteCarlo = false, int iteration = 1) {
     ThreeDimParameters p;
@@ -67,10 +60,6 @@ double direct(std::int16_t code, const ThreeDimParameters& p, double t, double x
     return r;
 }
 
-struct TermValue {
-    double time, concentration;
-};
-
 // The superposition written out in the test: each term's ratio kept only
 // inside 0..1 (no exception at the point source's centre), the steps of the
 // later terms relative to the first, the shifted coordinates of the point
@@ -92,15 +81,6 @@ double expectedAt(std::int16_t code, const ThreeDimParameters& p, const std::vec
             c += (terms[k].concentration - terms[k - 1].concentration) / terms[0].concentration * one(tau);
     }
     return c < 0.0 ? 0.0 : c;
-}
-
-void setTerms(DataSet& d, const std::vector<TermValue>& terms) {
-    d.superpositionIndex = static_cast<std::int16_t>(terms.size());
-    d.terms.redim(static_cast<int>(terms.size()));
-    for (std::size_t k = 0; k < terms.size(); ++k) {
-        d.terms(static_cast<int>(k + 1)).time = formatNumber(terms[k].time);
-        d.terms(static_cast<int>(k + 1)).concentration = formatNumber(terms[k].concentration);
-    }
 }
 
 void expectGrid(const DataSet& d, std::int16_t code, const ThreeDimParameters& p,

@@ -19,6 +19,7 @@
 namespace bm {
 namespace {
 
+using testkit::expectHandledError;
 using testkit::PointsFileScope;
 using testkit::rule;
 using testkit::ScriptedUserInterface;
@@ -140,16 +141,6 @@ TEST_F(TwoDimPass, StopInsideTheGridLeavesTheModeAndClearsTheFlag) {
     EXPECT_EQ(d.calculationMode, "Regular");  // as the pass set it: the driver left it alone
     EXPECT_EQ(ui.progress.size(), 7u);
     EXPECT_EQ(d.mcResult2D(1), 0.0);
-}
-
-void expectHandledError(DataSet& d, const char* title) {
-    ScriptedUserInterface ui;
-    const CalculationOutcome outcome = runCalculation(d, ui);
-    EXPECT_FALSE(outcome.finished);
-    ASSERT_EQ(ui.messages.size(), 1u);
-    EXPECT_EQ(ui.messages.front().title, title);
-    EXPECT_FALSE(d.stopRequested);
-    EXPECT_FALSE(ui.busy);
 }
 
 TEST_F(TwoDimPass, SingularInputEndsAtTheErrorHandler) {

@@ -7,7 +7,7 @@
 #include "kernels/kern2d.h"
 #include "model/data_set.h"
 #include "saturated/calculation_run.h"
-#include "two_dim_points.h"
+#include "two_dim_test_support.h"
 
 namespace bm::testkit {
 
