@@ -166,5 +166,25 @@ TEST_F(ThreeDimPass, SingularInputEndsAtTheErrorHandler) {
     expectHandledError(height, "Division by zero");
 }
 
+TEST_F(ThreeDimPass, PatchOfNoWidthOrHeightLetsNothingInWithoutAFault) {
+    for (const char* aquifer : {"Finite", "Infinite"}) {
+        for (const char* size : {"width", "height"}) {
+            DataSet d = threeDimModel(aquifer, "Finite");
+            d.yRange = "0:20:5";
+            d.zRange = "0:10:5";
+            d.sourceYc = "10";
+            d.sourceZc = "5";
+            (std::string(size) == "width" ? d.sourceWidth : d.sourceHeight) = "0";
+            ScriptedUserInterface ui;
+            ASSERT_TRUE(runCalculation(d, ui).finished) << aquifer << " " << size;
+            EXPECT_TRUE(ui.messages.empty());
+            for (int j = 1; j <= d.numTTerms; ++j)
+                for (int l = 1; l <= d.numZTerms; ++l)
+                    for (int i = 2; i <= d.numXTerms; ++i)
+                        for (int k = 1; k <= d.numYTerms; ++k) EXPECT_EQ(d.result3D(i, k, l, j), 0.0);
+        }
+    }
+}
+
 }  // namespace
 }  // namespace bm

@@ -193,5 +193,20 @@ TEST_F(TwoDimPass, MissingPointsFileEndsAtTheErrorHandler) {
     EXPECT_EQ(ui.messages.front().text.substr(0, 15), "File not found.");
 }
 
+TEST_F(TwoDimPass, SourceOfNoWidthLetsNothingInWithoutAFault) {
+    for (const char* aquifer : {"Finite", "Infinite"}) {
+        DataSet d = twoDimModel(aquifer, "Finite Line");
+        d.yRange = "0:20:5";
+        d.sourceYc = "10";
+        d.sourceWidth = "0";
+        ScriptedUserInterface ui;
+        ASSERT_TRUE(runCalculation(d, ui).finished) << aquifer;
+        EXPECT_TRUE(ui.messages.empty());
+        for (int j = 1; j <= d.numTTerms; ++j)
+            for (int i = 2; i <= d.numXTerms; ++i)
+                for (int k = 1; k <= d.numYTerms; ++k) EXPECT_EQ(d.result2D(i, k, j), 0.0);
+    }
+}
+
 }  // namespace
 }  // namespace bm
