@@ -35,6 +35,8 @@
 #include <string>
 #include <string_view>
 
+#include "kernels/fixed_text.h"
+
 namespace bm {
 
 // The record the library receives: packed, little-endian, texts as single-byte
@@ -106,20 +108,6 @@ static_assert(offsetof(TwoDimParameters, reserved272) == 272);
 static_assert(offsetof(TwoDimParameters, contaminantCode) == 276);
 static_assert(offsetof(TwoDimParameters, padding306) == 306);
 static_assert(sizeof(TwoDimParameters) == 308);
-
-// A fixed text field: `text` cut to the field's length, blanks after it.
-template <std::size_t N>
-void setFixedText(char (&field)[N], std::string_view text) {
-    const std::size_t n = text.size() < N ? text.size() : N;
-    std::memcpy(field, text.data(), n);
-    std::memset(field + n, ' ', N - n);
-}
-
-// All N characters of a fixed text field, padding included.
-template <std::size_t N>
-std::string fixedText(const char (&field)[N]) {
-    return std::string(field, N);
-}
 
 inline constexpr std::int16_t kKernelOk = 1;
 inline constexpr std::int16_t kKernelFailed = 0;

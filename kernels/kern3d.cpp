@@ -22,17 +22,6 @@ ThreeDimParameters::ThreeDimParameters() {
     setFixedText(contaminantCode, "");
 }
 
-void setFixedText(char* field, std::size_t length, std::string_view text) {
-    const std::size_t n = std::min(length, text.size());
-    std::memcpy(field, text.data(), n);
-    std::memset(field + n, ' ', length - n);
-}
-
-std::string_view fixedText(const char* field, std::size_t length) {
-    while (length > 0 && field[length - 1] == ' ') --length;
-    return {field, length};
-}
-
 namespace {
 
 constexpr double kPi = 3.14159265358979323846;

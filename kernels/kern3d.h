@@ -36,6 +36,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "kernels/fixed_text.h"
+
 namespace bm {
 
 // The record as the library sees it: little-endian numbers, single-byte texts
@@ -112,19 +114,6 @@ static_assert(offsetof(ThreeDimParameters, reservedText301) == 301);
 static_assert(offsetof(ThreeDimParameters, contaminantCode) == 781);
 static_assert(offsetof(ThreeDimParameters, padding811) == 811);
 static_assert(sizeof(double) == 8);
-
-// Copies text into a fixed field, cut to its length and blank-padded.
-void setFixedText(char* field, std::size_t length, std::string_view text);
-template <std::size_t N>
-void setFixedText(char (&field)[N], std::string_view text) {
-    setFixedText(field, N, text);
-}
-// The text of a fixed field with its trailing blanks removed.
-std::string_view fixedText(const char* field, std::size_t length);
-template <std::size_t N>
-std::string_view fixedText(const char (&field)[N]) {
-    return fixedText(field, N);
-}
 
 // What cnrml_3IC returns at its own source point, where the concentration is
 // unbounded: a constant above 1, which the program's clamp turns into 0.

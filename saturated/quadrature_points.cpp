@@ -54,21 +54,26 @@ private:
 
 bool readQuadraturePoints(const std::string& path, List<double>& nodes, List<double>& weights) {
     std::error_code ec;
-    if (std::filesystem::is_directory(path, ec)) raiseError(err::FileNotFound);
+    if (std::filesystem::is_directory(path, ec)) raiseFileError(err::FileNotFound, path);
     std::ifstream in(path, std::ios::binary);
-    if (!in) raiseError(err::FileNotFound);
+    if (!in) raiseFileError(err::FileNotFound, path);
     PointsReader reader{std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>())};
     in.close();
 
-    for (int i = 0; i < kHeaderLines; ++i) reader.skipLine();
     List<double> x(kPoints), w(kPoints);
-    for (int i = 1; i < kPoints; i += 2) {
-        x(i) = reader.number();
-        x(i + 1) = -x(i);
-    }
-    for (int i = 1; i < kPoints; i += 2) {
-        w(i) = reader.number();
-        w(i + 1) = w(i);
+    try {
+        for (int i = 0; i < kHeaderLines; ++i) reader.skipLine();
+        for (int i = 1; i < kPoints; i += 2) {
+            x(i) = reader.number();
+            x(i + 1) = -x(i);
+        }
+        for (int i = 1; i < kPoints; i += 2) {
+            w(i) = reader.number();
+            w(i + 1) = w(i);
+        }
+    } catch (RuntimeError& e) {
+        e.about(path);  // a short or damaged file is named in the message
+        throw;
     }
     nodes = std::move(x);
     weights = std::move(w);

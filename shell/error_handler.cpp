@@ -12,8 +12,9 @@ void exclaim(UserInterface& ui, const std::string& title, const std::string& tex
 }
 }  // namespace
 
-std::int16_t handleError(const RuntimeError& error, const std::string& context, const std::string& extra,
+std::int16_t handleError(const RuntimeError& error, const std::string& context, const std::string& callersExtra,
                          UserInterface& ui) {
+    const std::string& extra = callersExtra.empty() ? error.subject() : callersExtra;
     try {
         switch (error.number()) {
         case 9:

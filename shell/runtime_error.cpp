@@ -38,4 +38,6 @@ RuntimeError::RuntimeError(int number, std::string description, std::string sour
 
 void raiseError(int number, const std::string& description) { throw RuntimeError(number, description); }
 
+void raiseFileError(int number, const std::string& path) { throw RuntimeError(number).about(path); }
+
 }  // namespace bm

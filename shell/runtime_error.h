@@ -36,13 +36,23 @@ public:
     int number() const noexcept { return number_; }
     const std::string& description() const noexcept { return description_; }
     const std::string& source() const noexcept { return source_; }
+    // The file (or other thing) the error concerns, when the raiser knows it;
+    // the handler names it where its caller has no name to give.
+    const std::string& subject() const noexcept { return subject_; }
+    RuntimeError& about(std::string subject) {
+        subject_ = std::move(subject);
+        return *this;
+    }
 
 private:
     int number_;
     std::string description_;
     std::string source_;
+    std::string subject_;
 };
 
 [[noreturn]] void raiseError(int number, const std::string& description = {});
+// An error about a file: the handler names `path` in its message.
+[[noreturn]] void raiseFileError(int number, const std::string& path);
 
 }  // namespace bm

@@ -80,8 +80,8 @@ TEST(Kern3dRecord, TextsAreBlankPaddedSingleByteFields) {
     setFixedText(p.contaminantCode, "Finite / Patch");
     EXPECT_EQ(bytesAt(p, 281, 20), "Finite              ");
     EXPECT_EQ(bytesAt(p, 781, 30), "Finite / Patch                ");
-    EXPECT_EQ(fixedText(p.aquiferCode), "Finite");
-    EXPECT_EQ(fixedText(p.contaminantCode), "Finite / Patch");
+    EXPECT_EQ(fixedText(p.aquiferCode), "Finite" + std::string(14, ' '));
+    EXPECT_EQ(fixedText(p.contaminantCode), "Finite / Patch" + std::string(16, ' '));
 
     // A text longer than its field is cut, and its neighbours stay untouched.
     setFixedText(p.aquiferCode, "Semi-Infinite Aquifer Extended");

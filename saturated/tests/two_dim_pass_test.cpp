@@ -190,7 +190,9 @@ TEST_F(TwoDimPass, MissingPointsFileEndsAtTheErrorHandler) {
     const CalculationOutcome outcome = runCalculation(d, ui);
     EXPECT_FALSE(outcome.finished);
     ASSERT_EQ(ui.messages.size(), 1u);
-    EXPECT_EQ(ui.messages.front().text.substr(0, 15), "File not found.");
+    EXPECT_EQ(ui.messages.front().title, dir.file("glq.pts") + " not found!");
+    EXPECT_EQ(ui.messages.front().text, "File not found.\r\nThe selected file: " + dir.file("glq.pts") +
+                                            " is not found. Please check filename and path.");
 }
 
 TEST_F(TwoDimPass, SourceOfNoWidthLetsNothingInWithoutAFault) {

@@ -92,3 +92,16 @@ TEST(HandleError, ChemicalMessages) {
     handleError(444, "", "", ui);
     EXPECT_EQ(ui.lastText(), "Please finish adding the new chemical before making any deletions.");
 }
+
+TEST(HandleError, AFileErrorRaisedDeepInARunNamesItsFile) {
+    ScriptedUserInterface ui;
+    try {
+        raiseFileError(53, "/suite/brenmoor/glq.pts");
+    } catch (const RuntimeError& e) {
+        handleError(e, "Calculate", "", ui);
+    }
+    EXPECT_EQ(ui.lastTitle(), "/suite/brenmoor/glq.pts not found!");
+    // The caller's own name, when it gives one, comes first.
+    handleError(RuntimeError(53).about("/a"), "", "/b", ui);
+    EXPECT_EQ(ui.lastTitle(), "/b not found!");
+}
