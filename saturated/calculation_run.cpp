@@ -9,6 +9,7 @@
 #include "saturated/one_dim_parameters.h"
 #include "saturated/one_dim_solution.h"
 #include "saturated/three_dim_pass.h"
+#include "unsaturated/unsat_run.h"
 #include "saturated/two_dim_pass.h"
 #include "shell/error_handler.h"
 #include "shell/runtime_error.h"
@@ -37,7 +38,11 @@ bool finitePatch(const DataSet& data) { return contains(data.contaminantType, "F
 // mcResult2D / mcResult3D, ModelKind::TwoDimensional / ThreeDimensional) are
 // registered here or through registerCalculationPass at start-up.
 std::vector<CalculationPass> builtInCalculationPasses() {
-    return {oneDimensionalPass(), twoDimensionalPass(), threeDimensionalPass()};
+    // Comparison code accepts the short word "Unsaturated" as well.
+    CalculationPass unsaturatedShortWord = unsaturatedPass();
+    unsaturatedShortWord.modelType = "Unsaturated";
+    return {oneDimensionalPass(), twoDimensionalPass(), threeDimensionalPass(), unsaturatedPass(),
+            unsaturatedShortWord};
 }
 
 std::vector<CalculationPass>& passRegistry() {

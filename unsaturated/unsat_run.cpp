@@ -54,12 +54,4 @@ void registerUnsaturatedPass() {
     registerCalculationPass(shortWord);
 }
 
-namespace {
-const bool kRegistered = (registerUnsaturatedPass(), true);
-}  // namespace
-
 }  // namespace bm
-
-// Named by the linker option of this folder, so that every program built on
-// the core library links this file and its pass registers itself at start.
-extern "C" const bool bm_unsaturated_pass_anchor = bm::kRegistered;

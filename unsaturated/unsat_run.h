@@ -32,8 +32,7 @@ CalculationPass unsaturatedPass();
 
 // Registers the pass for "Unsaturated One Dimensional" and the short word
 // "Unsaturated" that comparison code accepts as well. Registering twice is
-// harmless. The pass also registers itself when this part of the library is
-// linked in.
+// harmless. (The calculation run has both among its built-in passes.)
 void registerUnsaturatedPass();
 
 }  // namespace bm
