@@ -1,0 +1,178 @@
+// The batch calculator over two- and three-dimensional models and a Monte Carlo
+// model, each checked against closed forms evaluated here.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <sstream>
+#include <string>
+#include <sys/wait.h>
+#include <vector>
+
+#include "model/number_text.h"
+#include "testing/is_close.h"
+#include "testing/test_paths.h"
+
+using bm::testkit::readFileBytes;
+using bm::testkit::TempDir;
+using bm::testkit::writeFileBytes;
+
+namespace {
+
+int runCalc(const std::string& arguments, const TempDir& dir, std::string& out, std::string& err) {
+    const std::string command = std::string(BRENMOOR_CALC_PROGRAM) + " " + arguments + " >" + dir.file("o.txt") +
+                                " 2>" + dir.file("e.txt");
+    const int raw = std::system(command.c_str());
+    out = readFileBytes(dir.file("o.txt"));
+    err = readFileBytes(dir.file("e.txt"));
+    return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+}
+
+std::string sampleText(const std::string& name) {
+    return readFileBytes(bm::testkit::sourceDir() / "data" / "sampldat" / name);
+}
+
+// Replaces the value of a labelled line of the model block ("Width: 20" ->
+// "Width: 1E+6"); the units above it have a "Time: " of their own.
+void setField(std::string& text, const std::string& label, const std::string& value) {
+    const auto at = text.find("\r\n" + label, text.find("Coor Data"));
+    ASSERT_NE(at, std::string::npos) << label;
+    const auto end = text.find("\r\n", at + 2);
+    text.replace(at + 2, end - at - 2, label + value);
+}
+
+// C/Co of the semi-infinite Dirichlet column without decay.
+double column(double x, double t, double v, double d) {
+    if (t == 0) return x == 0 ? 1 : 0;
+    const double s = 2 * std::sqrt(d * t);
+    return 0.5 * std::erfc((x - v * t) / s) + 0.5 * std::exp(v * x / d) * std::erfc((x + v * t) / s);
+}
+
+std::vector<double> numbers(const std::string& line) {
+    std::vector<double> v;
+    std::stringstream s(line);
+    std::string cell;
+    while (std::getline(s, cell, ',')) v.push_back(bm::textValue(cell));
+    return v;
+}
+
+std::vector<std::string> lines(const std::string& text) {
+    std::vector<std::string> out;
+    std::stringstream s(text);
+    std::string l;
+    while (std::getline(s, l)) {
+        if (!l.empty() && l.back() == '\r') l.pop_back();
+        out.push_back(l);
+    }
+    return out;
+}
+
+}  // namespace
+
+// The grid rows of an output table: each row holds the coordinates, then one
+// value a time (two dimensions) or a z (three dimensions).
+std::vector<std::vector<double>> tableRows(const std::string& out, const std::string& startsWith) {
+    std::vector<std::vector<double>> rows;
+    bool inTable = false;
+    for (const auto& l : lines(out)) {
+        if (l.rfind(startsWith, 0) == 0) {
+            inTable = true;
+            continue;
+        }
+        if (inTable && !l.empty() && l.find("Time is") == std::string::npos) rows.push_back(numbers(l));
+    }
+    return rows;
+}
+
+// A strip source far wider than the plume is the one-dimensional column.
+TEST(BatchModels, TwoDimensionalWideStripIsTheColumn) {
+    TempDir dir;
+    std::string model = sampleText("sample1.two");
+    setField(model, "X: ", "0:40:10");
+    setField(model, "Y: ", "-5:5:5");
+    setField(model, "Time: ", "0:60:20");
+    setField(model, "Velocity: ", "0.3");
+    setField(model, "HalfLife: ", "1E+30");
+    setField(model, "Dispersion_X: ", "2");
+    setField(model, "Width: ", "1E+6");
+    writeFileBytes(dir.file("strip.two"), model);
+    std::string out, err;
+    ASSERT_EQ(runCalc(dir.file("strip.two"), dir, out, err), 0) << err;
+    const auto rows = tableRows(out, "Time:");
+    ASSERT_EQ(rows.size(), 5u * 3u);
+    for (const auto& row : rows) {
+        ASSERT_EQ(row.size(), 6u);
+        for (int j = 0; j < 4; ++j) EXPECT_CLOSE(row[2 + j], column(row[0], 20.0 * j, 1.0, 2.0), 1e-4, 1e-5);
+    }
+}
+
+// A patch far wider and higher than the plume is the one-dimensional column too.
+TEST(BatchModels, ThreeDimensionalWidePatchIsTheColumn) {
+    TempDir dir;
+    std::string model = sampleText("sample1.tri");
+    setField(model, "X: ", "0:40:20");
+    setField(model, "Y: ", "-5:5:5");
+    setField(model, "Z: ", "4:6:2");
+    setField(model, "Time: ", "10:30:20");
+    setField(model, "Velocity: ", "0.3");
+    setField(model, "HalfLife: ", "1E+30");
+    setField(model, "Dispersion_X: ", "2");
+    setField(model, "Width: ", "1E+6");
+    setField(model, "Height: ", "1E+6");
+    setField(model, "Monte Carlo simulation at t: ", "30");
+    writeFileBytes(dir.file("patch.tri"), model);
+    std::string out, err;
+    ASSERT_EQ(runCalc("--output " + dir.file("patch.plt") + " " + dir.file("patch.tri"), dir, out, err), 0) << err;
+    const std::string plot = readFileBytes(dir.file("patch.plt"));
+    std::vector<double> times;
+    int block = -1;
+    for (const auto& l : lines(plot)) {
+        if (l.rfind("Time is ", 0) == 0) {
+            times.push_back(bm::textValue(l.substr(8)));
+            ++block;
+        } else if (block >= 0 && !l.empty() && l.rfind("Z Coordinate", 0) != 0) {
+            const auto row = numbers(l);
+            ASSERT_EQ(row.size(), 4u) << l;
+            for (int z = 0; z < 2; ++z) EXPECT_CLOSE(row[2 + z], column(row[0], times.back(), 1.0, 2.0), 1e-4, 1e-5) << l;
+        }
+    }
+    EXPECT_EQ(times, (std::vector<double>{10, 30}));
+}
+
+// A simulation: the velocity varies over three samples; each iteration's value
+// is the column at the simulation's point with that sample.
+TEST(BatchModels, MonteCarloIterationsFollowTheirSamples) {
+    TempDir dir;
+    std::string model = sampleText("sample1.one");
+    const std::string marker = "Monte Carlo" + std::string(500, ' ') + "|0.3: 1";
+    setField(model, "Velocity: ", marker);
+    setField(model, "HalfLife: ", "1E+30");
+    setField(model, "Dispersion_X: ", "2");
+    setField(model, "Retardation Coefficient (R): ", "1");
+    setField(model, "Aquifer Porosity: ", "0.3");
+    setField(model, "Monte Carlo simulation at x: ", "10");
+    setField(model, "Monte Carlo simulation at t: ", "20");
+    // The sample table: one variant, three iterations of samples (count 4).
+    const std::string block =
+        "[Begin Monte Carlo Data]\r\n 1 \r\n 1 \r\n 4 \r\n[Begin Chemical  1 ]\r\n"
+        "Ground Water Darcy Velocity (V)\r\n0.3\r\n0.15\r\n0.6\r\n0.01\r\n3\r\nUniform\r\n-1 \r\n"
+        "Ground Water Darcy Velocity (V)\r\n0.3\r\n0.15\r\n0.6\r\n0.35\r\n0.31\r\n0.2\r\n-1 \r\nVariants\r\n"
+        " 0.3 \r\n 0.6 \r\n 0.15 \r\n[End Chemical  1 ]\r\n[End MonteCarlo Data]\r\n";
+    const auto from = model.find("[Begin Monte Carlo Data]");
+    const auto to = model.find("[End File]");
+    ASSERT_NE(from, std::string::npos);
+    model.replace(from, to - from, block);
+    writeFileBytes(dir.file("varied.one"), model);
+    std::string out, err;
+    ASSERT_EQ(runCalc(dir.file("varied.one"), dir, out, err), 0) << err;
+    const auto ls = lines(out);
+    ASSERT_GE(ls.size(), 4u);
+    ASSERT_EQ(ls[0], "Monte Carlo");
+    ASSERT_EQ(ls[2], "Number of Terms: 3");
+    const std::vector<double> velocities = {0.3, 0.6, 0.15};
+    for (int i = 0; i < 3; ++i) {
+        const double value = bm::textValue(ls[ls.size() - 3 + static_cast<std::size_t>(i)]);
+        EXPECT_CLOSE(value, column(10, 20, velocities[static_cast<std::size_t>(i)] / 0.3, 2.0), 1e-4, 1e-6) << i;
+    }
+}
