@@ -1,0 +1,93 @@
+#include "shell/widgets/report_printer.h"
+
+#include <QFont>
+#include <QFontMetrics>
+#include <QPainter>
+#include <QPrintDialog>
+#include <QPageLayout>
+#include <QPageSize>
+#include <QPrinter>
+
+namespace bm {
+
+QPrinter& sharedPrinter() {
+    static QPrinter printer(QPrinter::HighResolution);
+    return printer;
+}
+
+QList<int> tabStopPixels(const PrintedReport& report, double dotsPerMm, int cellCount) {
+    // Cell 0 starts at the margin, cell i at stop i-1; past the given stops, every 30 mm.
+    const auto& given = report.tabStopsMm;
+    QList<int> stops;
+    for (int i = 0; i < cellCount; ++i) {
+        double mm = 0;
+        if (i > 0 && i - 1 < given.size())
+            mm = given.at(i - 1);
+        else if (i > 0)
+            mm = (given.isEmpty() ? 0.0 : given.constLast()) + 30.0 * (i - given.size());
+        stops << static_cast<int>(mm * dotsPerMm + 0.5);
+    }
+    return stops;
+}
+
+bool printLines(const PrintedReport& report, QPrinter& printer) {
+    printer.setDocName(report.title);
+    QPainter painter;
+    if (!painter.begin(&printer)) return false;
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPointSizeF(report.fontPoints);
+    painter.setFont(font);
+    const QFontMetrics metrics(font, painter.device());
+    const QRect page = painter.viewport();
+    const double dotsPerMm = printer.resolution() / 25.4;
+    const int lineHeight = metrics.lineSpacing();
+    const int headHeight = report.title.isEmpty() ? 0 : 2 * lineHeight;
+    const int footHeight = 2 * lineHeight;
+    const int usable = page.height() - headHeight - footHeight;
+    const int linesPerPage = usable > lineHeight ? usable / lineHeight : 1;
+    const int pageCount = static_cast<int>((report.lines.size() + linesPerPage - 1) / linesPerPage);
+
+    for (int p = 0; p < std::max(pageCount, 1); ++p) {
+        if (p > 0 && !printer.newPage()) break;
+        int y = metrics.ascent();
+        if (!report.title.isEmpty()) {
+            painter.drawText(0, y, report.title);
+            y += headHeight;
+        }
+        for (int i = p * linesPerPage; i < std::min<int>(report.lines.size(), (p + 1) * linesPerPage); ++i) {
+            const QStringList cells = report.lines.at(i).split(u'\t');
+            const QList<int> stops = tabStopPixels(report, dotsPerMm, static_cast<int>(cells.size()));
+            int right = 0;
+            for (int c = 0; c < cells.size(); ++c) {
+                // A cell never overprints the one before it.
+                const int x = std::max(stops.at(c), c ? right + metrics.horizontalAdvance(u' ') : 0);
+                painter.drawText(x, y, cells.at(c));
+                right = x + metrics.horizontalAdvance(cells.at(c));
+            }
+            y += lineHeight;
+        }
+        const QString foot = QStringLiteral("Page %1 of %2").arg(p + 1).arg(std::max(pageCount, 1));
+        painter.drawText(page.width() - metrics.horizontalAdvance(foot), page.height() - metrics.descent(), foot);
+    }
+    return painter.end();
+}
+
+bool printReportWithDialog(const PrintedReport& report, QWidget* parent) {
+    QPrinter& printer = sharedPrinter();
+    QPrintDialog dialog(&printer, parent);
+    dialog.setObjectName(QStringLiteral("CMDialog1"));
+    dialog.setWindowTitle(QStringLiteral("Print"));
+    if (dialog.exec() != QDialog::Accepted) return false;
+    return printLines(report, printer);
+}
+
+bool printReportToPdf(const PrintedReport& report, const QString& pdfPath) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(pdfPath);
+    printer.setPageSize(QPageSize(QPageSize::A4));
+    printer.setPageMargins(QMarginsF(20, 15, 15, 15), QPageLayout::Millimeter);
+    return printLines(report, printer);
+}
+
+}  // namespace bm
