@@ -1,0 +1,1 @@
+bm_add_bench(bench_unsaturated ${CMAKE_CURRENT_LIST_DIR}/unsaturated.cpp)

@@ -1,0 +1,150 @@
+// The skeleton of a data file, the version gate and the current reader.
+
+#include "files/data_file.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <new>
+#include <sstream>
+#include <sys/stat.h>
+
+#include "files/block_parts.h"
+#include "files/code_page.h"
+#include "files/data_file_blocks.h"
+#include "files/safe_save.h"
+#include "model/number_text.h"
+#include "shell/runtime_error.h"
+
+namespace bm {
+
+using namespace blockparts;
+
+namespace {
+
+// No data file comes near this; anything larger is refused before it is loaded.
+constexpr long long kLargestFile = 1LL << 31;
+
+std::string loadFile(const std::string& path) {
+    struct stat st {};
+    if (path.empty() || ::stat(path.c_str(), &st) != 0 || !S_ISREG(st.st_mode))
+        raiseError(err::FileNotFound);
+    if (st.st_size > kLargestFile) raiseError(err::OutOfMemory);
+    std::ifstream in(path, std::ios::binary);
+    if (!in) raiseError(err::PathFileAccessError, "Path/File access error: " + path + " cannot be read (" +
+                                                      std::strerror(errno) + ")");
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+// The title and comments lines: the field, then while the line in hand is not
+// the end marker, each further line but the marker joined with a blank.
+void readContinued(FieldInput& in, std::string& field, std::string_view endMarker) {
+    std::string line = in.lineInput();
+    field = textAfter(line, ":");
+    while (!contains(line, endMarker)) {
+        line = in.lineInput();
+        if (!contains(line, endMarker)) field += " " + line;
+    }
+}
+
+void readCurrentFormat(DataSet& d, FieldInput& in, const std::string& path) {
+    in.lineInput();  // "Version 9.1"
+    in.lineInput();  // "[Begin Input Data]"
+    d.author = labelField(in);
+    in.lineInput();  // empty line
+    in.lineInput();  // "[Begin Title]"
+    readContinued(in, d.title, "[End Title]");
+    in.lineInput();  // empty line
+    in.lineInput();  // "[Begin Comments]"
+    readContinued(in, d.comments, "[End Comments]");
+    in.lineInput();  // empty line
+    d.modelType = labelField(in);
+    d.aquiferType = labelField(in);
+    d.contaminantType = labelField(in);
+    in.lineInput();  // empty line
+    in.lineInput();  // "Units"
+    d.lengthUnit = labelField(in);
+    d.timeUnit = labelField(in);
+    d.concentrationUnit = labelField(in);
+    in.lineInput();  // empty line
+
+    const bool multi = extensionSelectsMultiChemical(path, d.modelType);
+    readModelBlock(d, in, multi);
+    readMonteCarloBlock(d, in);
+    d.multiChemical = multi;
+    copyMonteCarloStore(d, false);  // into the store of the model that was read
+    in.lineInput();                 // "[End File]"
+}
+
+}  // namespace
+
+bool extensionSelectsMultiChemical(const std::string& path, const std::string& modelType) {
+    const std::string extension = toUpper(textAfter(path, "."));
+    if (modelType == "One Dimensional") return extension == "MC1";
+    if (modelType == "Two Dimensional") return extension == "MC2";
+    if (modelType == "Three Dimensional") return extension == "MC3";
+    if (isUnsaturatedType(modelType)) return extension == "MCU";
+    return false;
+}
+
+std::string composeDataFile(DataSet& d) {
+    PrintOutput out;
+    out.printLine("Version 9.1");
+    out.printLine("[Begin Input Data]");
+    out.printLine("Author: " + d.author);
+    out.printLine();
+    out.printLine("[Begin Title]");
+    out.printLine("Title: " + d.title);
+    out.printLine("[End Title]");
+    out.printLine();
+    out.printLine("[Begin Comments]");
+    out.printLine("Comments: " + d.comments);
+    out.printLine("[End Comments]");
+    out.printLine();
+    out.printLine("Model: " + d.modelType);
+    out.printLine("Aquifer: " + d.aquiferType);
+    out.printLine("Contaminant: " + d.contaminantType);
+    out.printLine();
+    out.printLine("Units");
+    out.printLine("Length: " + d.lengthUnit);
+    out.printLine("Time: " + d.timeUnit);
+    out.printLine("Concentration: " + d.concentrationUnit);
+    out.printLine();
+    writeModelBlock(d, out);
+    writeMonteCarloBlock(d, out);
+    out.printLine("[End File]");
+    return out.text();
+}
+
+void writeDataFile(DataSet& d, const std::string& path) {
+    std::string bytes;
+    try {
+        bytes = utf8ToWindows1252(composeDataFile(d));
+    } catch (const std::bad_alloc&) {
+        raiseError(err::OutOfMemory);
+    }
+    replaceFileContents(path, bytes);
+}
+
+bool parseDataFile(DataSet& d, const std::string& text, const std::string& path) {
+    FieldInput in(text);
+    const std::string firstLine = FieldInput(text.substr(0, text.find('\n'))).lineInput();
+    if (contains(toLower(firstLine), "version")) readCurrentFormat(d, in, path);
+    else readOldFormat(d, in);
+    return true;
+}
+
+bool readDataFile(DataSet& d, const std::string& path) {
+    try {
+        const std::string text = windows1252ToUtf8(loadFile(path));
+        parseDataFile(d, text, path);
+    } catch (const std::bad_alloc&) {
+        raiseError(err::OutOfMemory);
+    }
+    d.currentFileName = path;
+    return true;
+}
+
+}  // namespace bm

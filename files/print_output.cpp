@@ -1,0 +1,14 @@
+#include "files/print_output.h"
+
+#include "model/number_text.h"
+
+namespace bm {
+
+std::string plainInteger(long long value) { return std::to_string(value); }
+std::string signedFieldInteger(long long value) { return signedText(value); }
+std::string signedFieldReal(double value) { return signedText(value); }
+std::string streamReal(double value) { return streamText(value); }
+std::string streamReal(float value) { return streamText(value); }
+std::string printFormInteger(long long value) { return printForm(value); }
+
+}  // namespace bm

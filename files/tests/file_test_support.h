@@ -1,0 +1,32 @@
+#pragma once
+// Small helpers shared by the tests of files/.
+
+#include <functional>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "sample_models.h"
+#include "shell/runtime_error.h"
+
+namespace bm::filetests {
+
+// The number of the RuntimeError that `f` raises; 0 when it raises none.
+inline int errorOf(const std::function<void()>& f) {
+    try {
+        f();
+    } catch (const RuntimeError& e) {
+        return e.number();
+    }
+    return 0;
+}
+
+// A test name from a golden file's name ("one_regular.one" gives "one_regular_one").
+inline std::string goldenName(const ::testing::TestParamInfo<samples::Golden>& param) {
+    std::string name = param.param.fixture;
+    for (char& c : name)
+        if (c == '.') c = '_';
+    return name;
+}
+
+}  // namespace bm::filetests

@@ -1,0 +1,118 @@
+#include "unsaturated/unsat_output.h"
+
+#include "model/number_text.h"
+#include "saturated/output_file.h"
+#include "shell/common_services.h"
+#include "unsaturated/unsat_parameters.h"
+
+namespace bm {
+
+namespace {
+
+const char* const kCrlf = "\r\n";
+
+std::string line(const std::string& text) { return text + kCrlf; }
+
+std::string unitText(const std::string& unit) { return replaceFirst("&", "", unit); }
+
+int chemicalOf(const DataSet& d) { return d.selectedChemical < 1 ? 1 : d.selectedChemical; }
+
+std::string chemicalField(const List<std::string>& list, const DataSet& d) {
+    const int c = chemicalOf(d);
+    return c <= list.ub() ? list(c) : std::string();
+}
+
+std::string firstConcentration(const DataSet& d) {
+    return d.terms.ub() >= 1 ? d.terms(1).concentration : std::string();
+}
+
+std::string dataFileNameLine(const DataSet& d) {
+    const std::string name = trim(d.currentFileName);
+    return line("Data File Name: " + (name.empty() ? std::string("Input Data Not Saved") : name));
+}
+
+std::string count(long long n) { return std::to_string(n); }
+
+bool decayingSource(const DataSet& d) { return d.contaminantType != kUnsatDirichlet; }
+
+}  // namespace
+
+std::string unsatPlotText(const DataSet& d) {
+    std::string out;
+    out += line("Ground Water");
+    out += line("Model: " + d.modelType + (d.multiChemical ? " - Chemical " + chemicalField(d.chemicalName, d) : ""));
+    out += line("Aquifer: " + d.aquiferType);
+    out += line("Contaminant:" + d.contaminantType);
+    out += line("Length Units: " + unitText(d.lengthUnit));
+    out += line("Time Units: " + unitText(d.timeUnit));
+    out += line("Concentration Units: " + unitText(d.concentrationUnit));
+    out += line("Number of X Terms: " + count(d.numXTerms));
+    out += line("Number of Time Terms: " + count(d.numTTerms));
+    out += line("Initial Concentration: " + firstConcentration(d));
+    out += line("Groundwater Steady-State Percolation Rate: " + d.velocity);
+    out += line("Dispersion Coefficient: " + d.dispersionX);
+    if (d.multiChemical) out += line("Contaminant Decay Coefficent: " + chemicalField(d.decayRate, d));
+    else out += line("Contaminant Halflife: " + d.halfLife);
+    out += line("Bulk Density: " + d.bulkDensity);
+    out += line("Contaminant Distribution Coefficient: " + d.distributionCoefficient);
+    out += line("Aquifer Porosity: " + d.porosity);
+    out += line("Saturation: " + d.saturation);
+    if (decayingSource(d)) out += line("Source Concentration Decay Rate: " + d.sourceDecayRate);
+    out += dataFileNameLine(d);
+    out += kCrlf;
+    out += kCrlf;
+    out += "Time:";
+    for (int t = 1; t <= d.numTTerms; ++t) out += ", " + formatNumber(d.tValues(t));
+    for (int x = 1; x <= d.numXTerms; ++x) {
+        out += kCrlf + formatNumber(d.xValues(x));
+        for (int t = 1; t <= d.numTTerms; ++t) out += ", " + formatNumber(d.resultUnsat(x, t));
+    }
+    return out;
+}
+
+void writeUnsatPlotFile(const DataSet& data, const std::string& path) { writeTextFile(path, unsatPlotText(data)); }
+
+std::string unsatMonteCarloText(const DataSet& d) {
+    // Every value is shown as the number a marker carries.
+    const auto shown = [](const std::string& value) { return valueOfCell(value); };
+    const std::string concentrationUnit = unitText(d.concentrationUnit);
+    const int iterations = d.mcResultUnsat.ub() < 0 ? 0 : d.mcResultUnsat.ub();
+    std::string out;
+    out += line("Monte Carlo");
+    out += line("Type: Concentrations");
+    out += line("Number of Terms: " + count(iterations));
+    out += line("Aquifer: " + d.aquiferType + ", Contaminant: " + d.contaminantType);
+    out += line("Chemical Name: Unsaturated One Dimensional Model");
+    if (d.multiChemical) {
+        out += line("Chemical: " + chemicalField(d.chemicalName, d));
+        out += line("Contaminant Conc. at Inflow Boundary: " + shown(chemicalField(d.suppositionConcentration, d)) +
+                    " " + concentrationUnit);
+    } else {
+        out += line((d.monteCarloModeOn ? "Contaminant Conc. at Inflow Boundary: " : "Initial Concentration (Co): ") +
+                    shown(firstConcentration(d)) + " " + concentrationUnit);
+    }
+    out += line("Steady-State Percolation Rate: " + shown(d.velocity));
+    out += line("Dispersion Coefficient: " + shown(d.dispersionX));
+    if (d.multiChemical) {
+        out += line("Decay Rate: " + shown(chemicalField(d.decayRate, d)));
+        out += line("Yield Factor: " + shown(chemicalField(d.yieldFactor, d)));
+    } else {
+        out += line("Contaminant Halflife: " + shown(d.halfLife));
+    }
+    out += line("Bulk Density: " + shown(d.bulkDensity));
+    out += line("Contaminant Distribution Coefficient: " + shown(d.distributionCoefficient));
+    out += line("Aquifer Porosity: " + shown(d.porosity));
+    out += line("Saturation: " + shown(d.saturation));
+    if (decayingSource(d)) out += line("Source Concentration Decay Rate: " + shown(d.sourceDecayRate));
+    out += line("Length Units: " + unitText(d.lengthUnit));
+    out += line("Time Units: " + unitText(d.timeUnit));
+    out += line("Concentration Units: " + concentrationUnit);
+    out += dataFileNameLine(d);
+    out += kCrlf;
+    for (int i = 1; i <= iterations; ++i) out += line(formatNumber(d.mcResultUnsat(i)));
+    return out;
+}
+
+void writeUnsatMonteCarloFile(const DataSet& data, std::string& file) { file += unsatMonteCarloText(data); }
+
+}  // namespace bm

@@ -1,0 +1,216 @@
+#include "unsaturated/unsat_solution.h"
+
+#include <cmath>
+#include <optional>
+#include <vector>
+
+#include "kernels/kern1d.h"
+#include "model/data_set.h"
+#include "model/number_text.h"
+#include "model/range_spec.h"
+#include "montecarlo/monte_marker.h"
+#include "shell/checked_math.h"
+
+namespace bm {
+
+ProgressOwner unsatProgressOwnerOf(const DataSet& data) {
+    return data.multiChemical ? ProgressOwner::MultiUnsaturatedForm : ProgressOwner::UnsaturatedForm;
+}
+
+namespace {
+
+const double kLn2 = std::log(2.0);
+
+enum class Inlet { Constant, DecayingSource, OldWord };
+
+Inlet inletOf(const std::string& contaminantType) {
+    if (contaminantType == kUnsatOldDirichlet) return Inlet::OldWord;
+    if (contaminantType == kUnsatDirichlet) return Inlet::Constant;
+    return Inlet::DecayingSource;
+}
+
+// The retarded coefficients of one call.
+struct Coefficients {
+    double lambda = 0;  // lambda / R
+    double V = 0;       // q / (Sw theta) / R
+    double D = 0;       // Dv / R
+    double U = 0;
+};
+
+Coefficients coefficientsOf(const DataSet& data, UnsatParameters& p) {
+    Coefficients k;
+    double lambda = fp::div(kLn2, p.halfLife);
+    const double R = fp::add(1.0, fp::div(fp::mul(p.distributionCoefficient, p.bulkDensity),
+                                          fp::mul(p.saturation, p.porosity)));
+    double V = fp::div(p.percolationRate, fp::mul(p.saturation, p.porosity));
+    lambda = fp::div(lambda, R);
+    p.dispersion = fp::div(p.dispersion, R);
+    V = fp::div(V, R);
+    k.lambda = lambda;
+    k.V = V;
+    k.D = p.dispersion;
+    if (data.contaminantType == kUnsatDirichlet) {
+        k.U = fp::sqrt(fp::add(fp::mul(fp::mul(lambda, 4.0), k.D), fp::mul(V, V)));
+    } else {
+        // The source's own decay acts in time at the inlet and is not retarded.
+        k.U = fp::sqrt(fp::add(fp::mul(fp::sub(lambda, p.sourceDecayRate), fp::mul(4.0, k.D)), fp::mul(V, V)));
+    }
+    return k;
+}
+
+// C/Co of a constant inlet switched on T ago, at depth X below the top of the
+// range (T > 0).
+double constantInletRatio(const Coefficients& k, double X, double T) {
+    const double s = fp::mul(2.0, fp::sqrt(fp::mul(T, k.D)));
+    const double h = fp::div(X, fp::mul(2.0, k.D));
+    double e1 = 0.0;
+    double e2 = 0.0;
+    if (k.lambda == 0.0) {
+        exerfc(0.0, fp::div(fp::sub(X, fp::mul(k.V, T)), s), e1);
+        exerfc(fp::div(fp::mul(X, k.V), k.D), fp::div(fp::add(fp::mul(k.V, T), X), s), e2);
+    } else {
+        exerfc(fp::mul(k.V - k.U, h), fp::div(fp::sub(X, fp::mul(k.U, T)), s), e1);
+        exerfc(fp::mul(k.U + k.V, h), fp::div(fp::add(fp::mul(k.U, T), X), s), e2);
+    }
+    return fp::add(e1, e2) / 2.0;
+}
+
+class PointSolver {
+public:
+    PointSolver(const DataSet& data, const UnsatParameters& p, bool monteCarlo, const Coefficients& k)
+        : data_(data), p_(p), monteCarlo_(monteCarlo), k_(k), inlet_(inletOf(data.contaminantType)) {}
+
+    // C at (x, t). `c` carries the previous point's value, which the old
+    // contaminant word keeps unchanged.
+    double operator()(double x, double t, double c) const {
+        if (inlet_ == Inlet::OldWord) return c;
+        const double X = fp::sub(x, p_.xMin);
+        const double T = fp::sub(t, p_.tMin);
+        if (T == 0.0) {
+            c = X == 0.0 ? 1.0 : 0.0;
+        } else {
+            c = constantInletRatio(k_, X, T);
+        }
+        if (inlet_ == Inlet::Constant) {
+            if (c >= 1.0) c = 1.0;
+            for (int j = 2; j <= data_.superpositionIndex; ++j) {
+                // A later term starts at its own time; its age is not reduced by tMin.
+                const double age = fp::sub(t, termTime(j));
+                if (age <= 0.0) continue;
+                double later = constantInletRatio(k_, X, age);
+                if (later > 1.0) later = 1.0;
+                const double step = fp::sub(concentration(j), concentration(j - 1));
+                c = fp::add(c, fp::mul(fp::div(step, concentration(1)), later));
+            }
+        } else {
+            c = fp::mul(c, fp::exp(-fp::mul(p_.sourceDecayRate, T)));
+            if (c > 1.0) c = 1.0;
+        }
+        return c;
+    }
+
+private:
+    // The terms' texts are read when first needed and kept for the call: a
+    // number per point and term would cost more than the solution itself.
+    double termTime(int j) const { return cached(times_, j, [&] { return textValue(data_.terms(j).time); }); }
+    double concentration(int j) const {
+        return cached(concentrations_, j,
+                      [&] { return fieldValue(data_, data_.terms(j).concentration, monteCarlo_, p_.iteration); });
+    }
+    template <class Read>
+    static double cached(std::vector<std::optional<double>>& values, int j, Read read) {
+        const auto index = static_cast<std::size_t>(j);
+        if (values.size() <= index) values.resize(index + 1);
+        if (!values[index]) values[index] = read();
+        return *values[index];
+    }
+
+    const DataSet& data_;
+    const UnsatParameters& p_;
+    bool monteCarlo_;
+    Coefficients k_;
+    Inlet inlet_;
+    mutable std::vector<std::optional<double>> times_, concentrations_;
+};
+
+int termCount(double minimum, double maximum, double interval) {
+    return interval == 0.0 ? 1 : toInt16(fp::div(maximum - minimum, interval) + 1.0);
+}
+
+}  // namespace
+
+double solveUnsaturated(DataSet& data, UnsatParameters& parameters, bool monteCarlo, UserInterface& ui) {
+    const Coefficients k = coefficientsOf(data, parameters);
+
+    int nx = 1;
+    int nt = 1;
+    if (!monteCarlo) {
+        nx = termCount(parameters.xMin, parameters.xMax, parameters.xInterval);
+        nt = termCount(parameters.tMin, parameters.tMax, parameters.tInterval);
+        // Only a bad depth count is repaired, and only then is the time count looked at.
+        if (nx < 1) {
+            nx = 1;
+            if (nt < 1) nt = 1;
+        }
+    }
+
+    data.xValues.redim(nx);
+    data.tValues.redim(nt);
+    data.resultUnsat.redim({nx, nt});
+    data.numXTerms = checkedInt16(nx);
+    data.numTTerms = checkedInt16(nt);
+
+    if (monteCarlo) {
+        data.xValues(1) = textValue(data.mcAtX);
+        data.tValues(1) = textValue(data.mcAtT);
+    } else {
+        if (nx != 1) {
+            for (int i = 1; i <= nx; ++i) data.xValues(i) = rangeValue(i, parameters.xMin, parameters.xInterval);
+        } else {
+            data.xValues(1) = data.xConstant;
+        }
+        if (nt != 1) {
+            for (int j = 1; j <= nt; ++j) data.tValues(j) = rangeValue(j, parameters.tMin, parameters.tInterval);
+        } else {
+            data.tValues(1) = data.tConstant;
+        }
+    }
+
+    const PointSolver solve(data, parameters, monteCarlo, k);
+    const ProgressOwner owner = unsatProgressOwnerOf(data);
+    const double totalPoints = static_cast<double>(nx) * static_cast<double>(nt);
+    double done = 0.0;
+    double c = 0.0;
+    for (int j = 1; j <= nt; ++j) {
+        for (int i = 1; i <= nx; ++i) {
+            if (data.stopRequested) {
+                data.stopRequested = false;
+                return 0.0;
+            }
+            c = solve(data.xValues(i), data.tValues(j), c);
+            data.resultUnsat(i, j) = c;
+            done += 1.0;
+            if (!monteCarlo) ui.reportProgress(owner, totalPoints, done);
+        }
+    }
+    const double last = c;
+
+    // The selected point: computed on its own when the grid is more than one point.
+    if (nx != 1 || nt != 1) {
+        const double savedX = data.xValues(1);
+        const double savedT = data.tValues(1);
+        data.xValues(1) = data.xConstant;
+        data.tValues(1) = data.tConstant;
+        c = solve(data.xValues(1), data.tValues(1), c);
+        data.xValues(1) = savedX;
+        data.tValues(1) = savedT;
+        data.currentConcentration = c;
+    } else {
+        data.currentConcentration = data.resultUnsat(1, 1);
+    }
+
+    if (!contains(data.calculationMode, "Monte Carlo")) data.calculationMode = formatNumber(data.currentConcentration);
+    return last;
+}
+
+}  // namespace bm
