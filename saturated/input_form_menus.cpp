@@ -3,37 +3,26 @@
 #include "model/number_text.h"
 #include "montecarlo/monte_marker.h"
 #include "saturated/input_form_model.h"
-#include "shell/file_commands.h"
-#include "shell/main_form.h"
-
-#if __has_include("files/file_workflow.h")
 #include "files/file_workflow.h"
-#define BM_SCREEN_HAS_FILE_WORKFLOW 1
-#endif
+#include "shell/main_form.h"
 
 namespace bm {
 
 namespace {
 
 bool savePrompt(DataSet& data, UserInterface& ui) {
-#ifdef BM_SCREEN_HAS_FILE_WORKFLOW
     std::string tag;
     return saveDataFilePrompt(data, ui, tag);
-#else
-    (void)ui;
-    return fileCommands().saveDataFilePrompt(data);
-#endif
 }
 
 bool saveFile(DataSet& data, UserInterface& ui, const std::string& kind) {
-#ifdef BM_SCREEN_HAS_FILE_WORKFLOW
     std::string tag;
     return saveDataFile(data, ui, kind, data.modelType, tag);
-#else
-    (void)data;
-    ui.message(MessageIcon::Exclamation, MessageButtons::Ok, kind, "Data files cannot be written in this build.");
-    return false;
-#endif
+}
+
+bool openFile(DataSet& data, UserInterface& ui) {
+    std::string tag;
+    return openModelFile(data, ui, "Open Data File", 1, data.modelType, tag);
 }
 
 bool shownHere(const DataSet& data) { return modelScreenFor(data.modelType, data.multiChemical) == ModelScreen::inputForm; }
@@ -66,7 +55,7 @@ bool InputFormModel::fileNew() {
 
 bool InputFormModel::fileOpen() {
     if (!savePrompt(data_, ui_)) return false;
-    const bool read = fileCommands().openModelFile(data_, "Open Data File", 1);
+    const bool read = openFile(data_, ui_);
     if (!read) return false;
     if (!shownHere(data_)) {
         if (host_) host_->openScreenForModel();

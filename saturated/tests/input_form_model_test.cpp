@@ -9,6 +9,7 @@
 #include "montecarlo/monte_marker.h"
 #include "saturated/input_form_model.h"
 #include "saturated/source_captions.h"
+#include "testing/test_paths.h"
 
 namespace bm {
 namespace {
@@ -581,7 +582,6 @@ TEST(InputFormMenus, ExitGoesByTheSaveOfferAndClosesTheModel) {
     EXPECT_TRUE(s.ui.messages.empty());
 }
 
-#if __has_include("files/file_workflow.h")
 TEST(InputFormMenus, ExitAskedToCalculateFirstStays) {
     Screen s(testkit::oneDimScreenModel());
     s.data.dataState = kParametersChanged;
@@ -592,7 +592,6 @@ TEST(InputFormMenus, ExitAskedToCalculateFirstStays) {
     ASSERT_EQ(s.ui.messages.size(), 1u);
     EXPECT_EQ(s.ui.messages[0].title, "Data Changed");
 }
-#endif
 
 TEST(InputFormMenus, CloseKeepsTheModelKindAndEmptiesTheRows) {
     DataSet d = testkit::oneDimScreenModel();
@@ -635,6 +634,48 @@ TEST(InputFormMenus, NewCancelledChangesNothing) {
     Screen s(testkit::oneDimScreenModel());
     s.data.dataState = kDataUnchanged;
     s.form.menuFileClick(fileItem::New);
+    EXPECT_EQ(s.form.row(0).text, "0.3");
+    EXPECT_EQ(s.data.velocity, "0.3");
+}
+
+}  // namespace
+}  // namespace bm
+
+namespace bm {
+namespace {
+
+TEST(InputFormFiles, SaveAsThenOpenGivesTheSameScreen) {
+    testkit::TempDir dir;
+    Screen s(testkit::twoDimScreenModel("Infinite", "Continuous / Point"));
+    s.form.rowEdited(4, "0.45");
+    s.form.titleText = "Saved model";
+    const std::string path = dir.file("saved.two");
+    s.ui.fileAnswers.push_back(path);
+    s.form.menuFileClick(fileItem::SaveAs);
+    for (const auto& m : s.ui.messages) ADD_FAILURE() << m.title << ": " << m.text;
+    ASSERT_EQ(s.ui.fileDialogs.size(), 1u);
+    EXPECT_EQ(s.ui.fileDialogs[0].title, "Save Data File As");
+    EXPECT_EQ(s.data.dataState, kDataUnchanged);
+    EXPECT_EQ(s.data.currentFileName, path);
+    EXPECT_EQ(s.form.windowTitle(), "Ground Water Model (Saturated) -- FileName: " + path);
+    EXPECT_FALSE(testkit::readFileBytes(path).empty());
+
+    Screen other(testkit::oneDimScreenModel());
+    other.data.dataState = kDataUnchanged;
+    other.ui.fileAnswers.push_back(path);
+    other.form.menuFileClick(fileItem::Open);
+    EXPECT_EQ(other.form.dimension(), 2);
+    EXPECT_EQ(other.form.row(4).text, "0.45");
+    EXPECT_EQ(other.form.row(2).caption, kInjectionPerThicknessCaption);
+    EXPECT_EQ(other.form.titleText, "Saved model");
+    EXPECT_TRUE(other.form.saveEnabled);
+    EXPECT_EQ(other.form.windowTitle(), "Ground Water Model (Saturated) -- FileName: " + path);
+}
+
+TEST(InputFormFiles, OpenCancelledKeepsTheScreen) {
+    Screen s(testkit::oneDimScreenModel());
+    s.data.dataState = kDataUnchanged;
+    s.form.menuFileClick(fileItem::Open);  // the dialog is cancelled
     EXPECT_EQ(s.form.row(0).text, "0.3");
     EXPECT_EQ(s.data.velocity, "0.3");
 }
