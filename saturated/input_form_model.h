@@ -312,4 +312,10 @@ private:
 // The text of a row for the messages: the row's caption as it stands.
 std::string rowCaption(const InputFormModel& form, int index);
 
+// The percentage the progress picture shows: done * 100 / total as a
+// single-precision value, at most 100, as a whole number with "%" behind it.
+std::string progressPercentText(double total, double done);
+// The filled share of the bar, 0 to 1.
+double progressFraction(double total, double done);
+
 }  // namespace bm

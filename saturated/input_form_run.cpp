@@ -1,12 +1,26 @@
 // Calculate! on the saturated model screen: validation, holdDataSet, the run
 // with its progress picture and Stop button, and the refresh afterwards.
 
+#include <cmath>
+
 #include "model/number_text.h"
 #include "saturated/calculation_run.h"
 #include "saturated/input_form_model.h"
 #include "saturated/input_validation.h"
 
 namespace bm {
+
+double progressFraction(double total, double done) {
+    if (!(total > 0) || !(done > 0)) return 0.0;
+    return done >= total ? 1.0 : done / total;
+}
+
+std::string progressPercentText(double total, double done) {
+    float percent = total > 0 ? static_cast<float>(done * 100.0 / total) : 0.0f;
+    if (!(percent >= 0.0f)) percent = 0.0f;
+    if (percent > 100.0f) percent = 100.0f;
+    return std::to_string(static_cast<int>(std::lround(percent))) + "%";
+}
 
 bool InputFormModel::runOnScreen() {
     // Steps 1 to 3: the status line, the progress picture and Stop, everything else disabled.

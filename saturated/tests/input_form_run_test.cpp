@@ -204,3 +204,20 @@ TEST(InputFormRun, DataStateZeroOrTwoStaysAfterARun) {
 
 }  // namespace
 }  // namespace bm
+
+namespace bm {
+namespace {
+
+TEST(ProgressPicture, PercentageIsAWholeNumberUpToOneHundred) {
+    EXPECT_EQ(progressPercentText(66, 0), "0%");
+    EXPECT_EQ(progressPercentText(3, 1), "33%");
+    EXPECT_EQ(progressPercentText(3, 2), "67%");
+    EXPECT_EQ(progressPercentText(66, 66), "100%");
+    EXPECT_EQ(progressPercentText(10, 12), "100%");
+    EXPECT_EQ(progressPercentText(0, 0), "0%");
+    EXPECT_DOUBLE_EQ(progressFraction(4, 1), 0.25);
+    EXPECT_DOUBLE_EQ(progressFraction(4, 9), 1.0);
+}
+
+}  // namespace
+}  // namespace bm
