@@ -46,7 +46,6 @@ bool InputFormModel::fileNew() {
         host_->openScreenForModel();
         return true;
     }
-    currentTab.fill(kCoordinatesTab);
     setDisplay();
     saveEnabled = false;
     updateResultsMenuState();
@@ -61,7 +60,6 @@ bool InputFormModel::fileOpen() {
         if (host_) host_->openScreenForModel();
         return true;
     }
-    currentTab.fill(kCoordinatesTab);
     setDisplay();
     saveEnabled = true;
     updateResultsMenuState();

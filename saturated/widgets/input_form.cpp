@@ -373,6 +373,8 @@ int InputForm::rowOf(QObject* widget, int& dimension) const {
 void InputForm::load(bool saveEnabled) {
     model_->load(saveEnabled);
     refresh();
+    const int d = model_->dimension();
+    if (d >= 1) tabs_[static_cast<std::size_t>(d)]->setCurrentIndex(model_->currentTab[static_cast<std::size_t>(d)]);
 }
 
 void InputForm::formChanged() { refresh(); }
@@ -410,10 +412,9 @@ void InputForm::refresh() {
     const int d = m.dimension();
     if (d >= 1) {
         tabElastic_->setCurrentIndex(d - 1);
-        QTabWidget* tabs = tabs_[static_cast<std::size_t>(d)];
-        const int tab = m.currentTab[static_cast<std::size_t>(d)];
-        if (tabs->currentIndex() != tab) tabs->setCurrentIndex(tab);
-        tabs->setEnabled(m.tabEnabled);
+        // The tab brought forward follows the user, or a focus request (moveFocus); a
+        // refresh in the middle of a tab change must not turn it back.
+        tabs_[static_cast<std::size_t>(d)]->setEnabled(m.tabEnabled);
         const auto& rows = m.rows(d);
         for (std::size_t i = 0; i < rows.size(); ++i) {
             const FormRow& r = rows[i];
@@ -436,6 +437,10 @@ void InputForm::refresh() {
         grids_[static_cast<std::size_t>(d)]->showGrid(m.grid(), [&m](int r, int c) { return m.cellStyle(r, c); });
     }
     mainElastic_->setEnabled(m.mainEnabled);
+    // While a run goes, Stop is the one control that answers.
+    for (QWidget* w : std::initializer_list<QWidget*>{titleTB_, authorTB_, commentsTB_, titleE_, authorE_, commentsE_,
+                                                      monteCarloElastic_})
+        w->setEnabled(!m.running);
     pictureDest_->setVisible(m.progressVisible);
     if (!m.progressVisible) pictureDest_->setProgress(0, 0);
     stopCB_->setVisible(m.stopVisible);

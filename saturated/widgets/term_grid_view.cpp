@@ -58,9 +58,10 @@ void TermGridView::showGrid(const TermGrid& grid, const std::function<std::strin
                 it = new QTableWidgetItem;
                 setItem(r, c, it);
             }
-            const QString text = QString::fromStdString(grid.cell(r, c));
-            if (it->text() != text) it->setText(text);
             const QString style = QString::fromStdString(styleOf(r, c));
+            // A marker cell shows its visible word; what stands behind it is the model's.
+            const QString text = style.isEmpty() ? QString::fromStdString(grid.cell(r, c)) : QStringLiteral("Monte Carlo");
+            if (it->text() != text) it->setText(text);
             it->setData(kStyleRole, style);
             it->setForeground(style.isEmpty() ? palette().brush(QPalette::Text) : QBrush(styleColour()));
         }

@@ -562,6 +562,77 @@ TEST_F(InputFormScreen, ValuesOfTheReportStandInTheirColumns) {
     EXPECT_GT(at50.front(), at20.front());
 }
 
+// ================================================================ pictures of the screens
+
+// With BRENMOOR_SCREENSHOT_DIR set, pictures of every tab of each layout, of a
+// locked row and of a long run with its progress picture (for looking at them).
+TEST_F(InputFormScreen, PicturesOfEachLayout) {
+    const std::vector<std::pair<QString, DataSet>> models = {
+        {QStringLiteral("one"), testkit::oneDimScreenModel()},
+        {QStringLiteral("two"), testkit::twoDimScreenModel("Infinite", "Continuous / Point")},
+        {QStringLiteral("three"), testkit::threeDimScreenModel()},
+    };
+    for (const auto& [name, model] : models) {
+        DataSet d = model;
+        d.title = "Plume at the old gas works";
+        d.author = "A. Hydrogeologist";
+        d.comments = "Leak of 1998, monitoring wells MW1 to MW9";
+        d.currentFileName = "/home/user/models/gasworks." + name.toStdString();
+        d.superpositionIndex = 3;
+        d.terms.redim(3);
+        d.terms(1) = {"0", "1"};
+        d.terms(2) = {"2", "0.5"};
+        d.terms(3) = {"4", "0"};
+        open(d);
+        form->resize(1280, 800);
+        const int dim = form->model().dimension();
+        for (int t = 0; t < 3; ++t) {
+            form->tabSet(dim)->setCurrentIndex(t);
+            settle();
+            widgettest::saveShot(form.get(), QStringLiteral("inputForm-%1-tab%2").arg(name).arg(t));
+            // nothing of a row may be cut off: each entry is as wide as asked
+            for (int i = 0; i < static_cast<int>(form->model().rows(dim).size()); ++i)
+                if (QLineEdit* e = form->rowEntry(dim, i); e && e->isVisible()) {
+                    EXPECT_GE(e->width(), 200) << i;
+                    EXPECT_GE(form->rowCaption(dim, i)->width(),
+                              form->rowCaption(dim, i)->fontMetrics().horizontalAdvance(form->rowCaption(dim, i)->text()))
+                        << i;
+                }
+        }
+        form.reset();
+    }
+    DataSet locked = testkit::oneDimScreenModel();
+    locked.velocity = formFieldMarker("0.3", 1);
+    locked.terms(1).concentration = boundaryCellMarker("1", 2, kWideCellMarkerPadding);
+    open(locked);
+    form->resize(1280, 800);
+    form->tabSet(1)->setCurrentIndex(kFieldTab);
+    settle();
+    widgettest::saveShot(form.get(), QStringLiteral("inputForm-locked-field"));
+    form->tabSet(1)->setCurrentIndex(kBoundaryTab);
+    settle();
+    widgettest::saveShot(form.get(), QStringLiteral("inputForm-locked-grid"));
+    form.reset();
+
+    DataSet big = testkit::oneDimScreenModel();
+    big.xRange = "0:3000:0.1";
+    big.mcAtX = "3000";
+    open(big);
+    form->resize(1280, 800);
+    bool shot = false;
+    onPoint = [&](const ScriptedUserInterface::Progress& p) {
+        if (p.done != 20000) return;
+        form->repaint();
+        widgettest::saveShot(form.get(), QStringLiteral("inputForm-running"));
+        shot = form->progressPicture()->isVisible() && form->progressPicture()->width() >= 200;
+        ui.answers.push_back(MessageAnswer::Yes);
+        QTest::mouseClick(form->stopButton(), Qt::LeftButton);
+    };
+    form->menuItem(QStringLiteral("mnuFile(20)"))->trigger();
+    settle();
+    EXPECT_TRUE(shot);
+}
+
 // ================================================================ the registry
 
 TEST(InputFormRegistry, RegisteredForTheSingleChemicalSaturatedKinds) {
