@@ -297,6 +297,12 @@ TEST(InputFormEdit, LoweringTheIndexKeepsEarlierTermsRaisingLeavesEmptyRows) {
     EXPECT_EQ(s.form.grid().cells[1], (Term{"2", "0.5"}));
     EXPECT_EQ(s.form.grid().cells[2], (Term{}));  // the third term went with the lowering
     EXPECT_EQ(s.data.superpositionIndex, 4);
+    // the empty rows are refused by validation
+    s.ui.messages.clear();
+    EXPECT_FALSE(s.form.calculate());
+    ASSERT_EQ(s.ui.messages.size(), 1u);
+    EXPECT_EQ(s.ui.messages[0].text,
+              "Not all values have been given for Time (day).\r\rPlease give a proper value in row number 3.");
 }
 
 TEST(InputFormEdit, HugeSuperpositionIndexIsAnOverflowAndTheScreenGoesOn) {

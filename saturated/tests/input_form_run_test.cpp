@@ -70,6 +70,9 @@ TEST(InputFormRun, RegularRunOnTheScreen) {
     EXPECT_EQ(s.form.row(6).text, "10");
     EXPECT_EQ(s.form.row(7).text, "5");
     EXPECT_CLOSE(s.data.result1D(4, 3), reference(3, 2), 1e-10, 0);
+    // the regular run is the loop run once; its one result is the last grid value
+    ASSERT_EQ(s.data.mcResult1D.ub(), 1);
+    EXPECT_EQ(s.data.mcResult1D(1), s.data.result1D(11, 6));
     EXPECT_EQ(s.data.dataState, kNeedsSaving);
     EXPECT_FALSE(s.data.mcPointChanged[static_cast<int>(ModelKind::OneDimensional)]);
     EXPECT_TRUE(s.form.resultsMenuEnabled);
@@ -162,6 +165,29 @@ TEST(InputFormRun, MarkerInARowRunsASimulation) {
     for (int i = 1; i <= 4; ++i)
         EXPECT_CLOSE(s.data.mcResult1D(i), testkit::semiInfiniteDirichletReference(i, 0.5, kLambda, 10, 5), 1e-10, 0);
     EXPECT_EQ(s.ui.progress.size(), 4u);  // once per iteration
+}
+
+TEST(InputFormRun, SimulationStoppedBetweenIterationsLeavesZeros) {
+    DataSet d = testkit::oneDimScreenModel();
+    d.dispersionX = formFieldMarker("0.5", 1);
+    d.monteStore(ModelKind::OneDimensional).monteIterations = 6;
+    d.MonteSamples.redim({1, 6, 1});
+    for (int i = 1; i <= 6; ++i) d.MonteSamples(1, i, 1) = 0.5;
+    Screen s(d);
+    s.ui.onProgress = [&](const testkit::ScriptedUserInterface::Progress& p) {
+        if (p.done == 2) {
+            s.ui.answers.push_back(MessageAnswer::Yes);
+            s.form.stopClicked();
+        }
+    };
+    s.form.calculate();
+    ASSERT_EQ(s.data.mcResult1D.ub(), 5);
+    EXPECT_CLOSE(s.data.mcResult1D(1), reference(10, 5), 1e-10, 0);
+    EXPECT_CLOSE(s.data.mcResult1D(2), reference(10, 5), 1e-10, 0);
+    for (int i = 3; i <= 5; ++i) EXPECT_EQ(s.data.mcResult1D(i), 0.0);
+    EXPECT_EQ(s.data.calculationMode, "Monte Carlo");
+    EXPECT_EQ(s.form.resultLabel, "Monte Carlo");
+    EXPECT_FALSE(s.data.stopRequested);
 }
 
 TEST(InputFormRun, VaryingInflowGivesTheNoticeAndScalesTheResults) {

@@ -58,6 +58,20 @@ TEST_F(Calculated, GraphWritesThePlotFileAndStartsTheUtility) {
     EXPECT_NE(file.find("Number of X Terms:  11 "), std::string::npos);
 }
 
+TEST_F(Calculated, OutputFileHeaderAndLastLine) {
+    s.form.row(3).text = "0:4:1";  // five x terms
+    s.form.row(6).text = "4";
+    s.form.calculate();
+    s.state.textEditorPath = program("editor");
+    s.form.menuResultsClick(resultsItem::View);
+    const std::string file = testkit::readFileBytes(plotFile());
+    EXPECT_NE(file.find("\r\nNumber of X Terms:  5 \r\n"), std::string::npos);
+    EXPECT_NE(file.find("\r\nContaminant:Dirichlet\r\n"), std::string::npos);
+    EXPECT_NE(file.find("\r\nAquifer: Semi-Infinite\r\n"), std::string::npos);
+    ASSERT_GE(file.size(), 2u);
+    EXPECT_NE(file.substr(file.size() - 2), "\r\n");  // the table's last row has no line end
+}
+
 TEST_F(Calculated, ViewOpensTheTextViewer) {
     s.state.textEditorPath = program("editor");
     s.form.menuResultsClick(resultsItem::View);
