@@ -612,6 +612,15 @@ void InputForm::closeScreen() {
     QDialog::done(QDialog::Accepted);
 }
 
+void InputForm::keyPressEvent(QKeyEvent* event) {
+    // The screen is left by its File menu or its window, not by Escape.
+    if (event->key() == Qt::Key_Escape) {
+        event->accept();
+        return;
+    }
+    QDialog::keyPressEvent(event);
+}
+
 void InputForm::done(int result) {
     if (model_->running) return;  // only Stop can end a run
     if (!closePathDone_ && !otherScreen_) {

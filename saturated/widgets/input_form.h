@@ -21,6 +21,7 @@
 
 class QAction;
 class QGridLayout;
+class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QMenu;
@@ -78,6 +79,7 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void done(int result) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     struct RowWidgets {

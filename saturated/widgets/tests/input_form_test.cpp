@@ -30,13 +30,17 @@
 #include "shell/widgets/model_screens.h"
 #include "testing/is_close.h"
 #include "testing/test_paths.h"
-#include "widget_test_support.h"
+#include "shell/widgets/tests/qt_test_support.h"
 
 namespace bm {
 namespace {
 
 using testkit::ScriptedUserInterface;
-using widgettest::settle;
+
+// Lets pending events (deferred focus moves, painting) run.
+void settle() {
+    for (int i = 0; i < 5; ++i) QApplication::processEvents();
+}
 
 class InputFormScreen : public ::testing::Test {
 protected:
@@ -166,7 +170,7 @@ TEST_F(InputFormScreen, LeavingARangeInBadFormatKeepsTheFocusThere) {
     leaveRow(3);
     ASSERT_EQ(ui.messages.size(), 1u);
     EXPECT_EQ(ui.messages[0].title, "Input Error");
-    ASSERT_TRUE(widgettest::waitFor([&] { return entry(3)->hasFocus(); }));
+    ASSERT_TRUE(qtest::waitFor([&] { return entry(3)->hasFocus(); }));
     EXPECT_EQ(form->tabSet(1)->currentIndex(), kCoordinatesTab);
     typeInto(3, QStringLiteral("0:20:2:8"));
     leaveRow(3);
@@ -372,7 +376,7 @@ TEST_F(InputFormScreen, UnitChangeRelabelsEveryLabelAndNoValue) {
 
 TEST_F(InputFormScreen, NotePadEditsTheTitle) {
     open(testkit::oneDimScreenModel());
-    widgettest::onModal(QStringLiteral("Notes"), [](QWidget* w) {
+    qtest::onModal(QStringLiteral("Notes"), [](QWidget* w) {
         EXPECT_EQ(w->windowTitle(), QStringLiteral("TITLE"));
         auto* cell = w->findChild<QPlainTextEdit*>(QStringLiteral("NotesText"));
         cell->setPlainText(QStringLiteral("Long title of the plume study"));
@@ -589,7 +593,7 @@ TEST_F(InputFormScreen, PicturesOfEachLayout) {
         for (int t = 0; t < 3; ++t) {
             form->tabSet(dim)->setCurrentIndex(t);
             settle();
-            widgettest::saveShot(form.get(), QStringLiteral("inputForm-%1-tab%2").arg(name).arg(t));
+            qtest::saveShot(form.get(), QStringLiteral("inputForm-%1-tab%2").arg(name).arg(t));
             // nothing of a row may be cut off: each entry is as wide as asked
             for (int i = 0; i < static_cast<int>(form->model().rows(dim).size()); ++i)
                 if (QLineEdit* e = form->rowEntry(dim, i); e && e->isVisible()) {
@@ -608,10 +612,10 @@ TEST_F(InputFormScreen, PicturesOfEachLayout) {
     form->resize(1280, 800);
     form->tabSet(1)->setCurrentIndex(kFieldTab);
     settle();
-    widgettest::saveShot(form.get(), QStringLiteral("inputForm-locked-field"));
+    qtest::saveShot(form.get(), QStringLiteral("inputForm-locked-field"));
     form->tabSet(1)->setCurrentIndex(kBoundaryTab);
     settle();
-    widgettest::saveShot(form.get(), QStringLiteral("inputForm-locked-grid"));
+    qtest::saveShot(form.get(), QStringLiteral("inputForm-locked-grid"));
     form.reset();
 
     DataSet big = testkit::oneDimScreenModel();
@@ -623,7 +627,7 @@ TEST_F(InputFormScreen, PicturesOfEachLayout) {
     onPoint = [&](const ScriptedUserInterface::Progress& p) {
         if (p.done != 20000) return;
         form->repaint();
-        widgettest::saveShot(form.get(), QStringLiteral("inputForm-running"));
+        qtest::saveShot(form.get(), QStringLiteral("inputForm-running"));
         shot = form->progressPicture()->isVisible() && form->progressPicture()->width() >= 200;
         ui.answers.push_back(MessageAnswer::Yes);
         QTest::mouseClick(form->stopButton(), Qt::LeftButton);
