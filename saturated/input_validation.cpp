@@ -41,7 +41,7 @@ public:
         case 1: return oneDimension();
         case 2: return twoDimensions();
         case 3: return threeDimensions();
-        default: return true;
+        default: return false;  // a screen without a layout has nothing to calculate
         }
     }
 

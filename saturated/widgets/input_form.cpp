@@ -618,6 +618,10 @@ void InputForm::keyPressEvent(QKeyEvent* event) {
         event->accept();
         return;
     }
+    if (event->key() == Qt::Key_F1) {
+        model_->mnuFileClick(topMenu::Help);
+        return;
+    }
     QDialog::keyPressEvent(event);
 }
 

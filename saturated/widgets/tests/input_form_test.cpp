@@ -389,6 +389,36 @@ TEST_F(InputFormScreen, NotePadEditsTheTitle) {
     EXPECT_EQ(form->model().titleText, "Long title of the plume study");
 }
 
+TEST_F(InputFormScreen, EnterInTheNotePadIsOk) {
+    open(testkit::oneDimScreenModel());
+    qtest::onModal(QStringLiteral("Notes"), [](QWidget* w) {
+        EXPECT_EQ(w->windowTitle(), QStringLiteral("AUTHOR"));
+        auto* cell = w->findChild<QPlainTextEdit*>(QStringLiteral("NotesText"));
+        cell->setFocus();
+        QTest::keyClicks(cell, QStringLiteral("J. Smith"));
+        QTest::keyClick(cell, Qt::Key_Return);
+    });
+    QTest::mouseClick(form->findChild<QLabel*>(QStringLiteral("authorE")), Qt::LeftButton);
+    settle();
+    EXPECT_EQ(form->findChild<QLineEdit*>(QStringLiteral("AuthorTB"))->text(), QStringLiteral("J. Smith"));
+}
+
+TEST_F(InputFormScreen, ClosingTheWindowGoesByTheSaveOffer) {
+    open(testkit::oneDimScreenModel());
+    data.dataState = kParametersChanged;
+    ui.answers.push_back(MessageAnswer::Yes);  // "Would you like to select Calculate first?"
+    form->close();
+    settle();
+    EXPECT_TRUE(form->isVisible());
+    ASSERT_EQ(ui.messages.size(), 1u);
+    EXPECT_EQ(ui.messages[0].title, "Data Changed");
+    ui.answers.push_back(MessageAnswer::No);
+    form->close();
+    settle();
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(data.modelType, "");  // closeModel("Complete")
+}
+
 // ================================================================ bad input
 
 TEST_F(InputFormScreen, BadInputGivesItsMessageAndTheScreenGoesOn) {
