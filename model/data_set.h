@@ -157,6 +157,7 @@ struct DataSet {
 
     // --- saturated extras ---
     // --- time-varying extras ---
+    std::string varResultText;  // the selected point's value as the result label shows it
     // --- Monte Carlo extras ---
     // --- multiple-species extras ---
     // --- unsaturated extras ---

@@ -8,6 +8,8 @@
 #include "montecarlo/monte_marker.h"
 #include "saturated/one_dim_parameters.h"
 #include "saturated/one_dim_solution.h"
+#include "saturated/three_dim_pass.h"
+#include "saturated/two_dim_pass.h"
 #include "shell/error_handler.h"
 #include "shell/runtime_error.h"
 
@@ -34,7 +36,9 @@ bool finitePatch(const DataSet& data) { return contains(data.contaminantType, "F
 // passes (fill + driver of their solutions, twoDimInputRows / threeDimInputRows,
 // mcResult2D / mcResult3D, ModelKind::TwoDimensional / ThreeDimensional) are
 // registered here or through registerCalculationPass at start-up.
-std::vector<CalculationPass> builtInCalculationPasses() { return {oneDimensionalPass()}; }
+std::vector<CalculationPass> builtInCalculationPasses() {
+    return {oneDimensionalPass(), twoDimensionalPass(), threeDimensionalPass()};
+}
 
 std::vector<CalculationPass>& passRegistry() {
     static std::vector<CalculationPass> passes = builtInCalculationPasses();

@@ -1,9 +1,8 @@
 #include "saturated/output_file.h"
 
-#include <cerrno>
-#include <cstdio>
-
+#include "files/text_file.h"
 #include "model/number_text.h"
+#include "model/output_text.h"
 #include "saturated/source_captions.h"
 #include "shell/common_services.h"
 #include "shell/runtime_error.h"
@@ -12,31 +11,11 @@ namespace bm {
 
 namespace {
 
-const char* const kCrlf = "\r\n";
-
-std::string unitText(const std::string& unit) { return replaceFirst("&", "", unit); }
-
-std::string line(const std::string& text) { return text + kCrlf; }
-
-// A value line of the Monte Carlo file: a marker shows the number it keeps.
-std::string shown(const std::string& value) { return contains(value, "Monte") ? valueOfCell(value) : value; }
-
-std::string dataFileNameLine(const DataSet& d) {
-    const std::string name = trim(d.currentFileName);
-    return line("Data File Name: " + (name.empty() ? std::string("Input Data Not Saved") : name));
-}
-
-int chemicalOf(const DataSet& d) { return d.selectedChemical < 1 ? 1 : d.selectedChemical; }
-
-std::string chemicalNameOf(const DataSet& d) {
-    const int c = chemicalOf(d);
-    return c <= d.chemicalName.ub() ? d.chemicalName(c) : std::string();
-}
-
-std::string chemicalField(const List<std::string>& list, const DataSet& d) {
-    const int c = chemicalOf(d);
-    return c <= list.ub() ? list(c) : std::string();
-}
+std::string line(const std::string& text) { return outputLine(text); }
+std::string shown(const std::string& value) { return shownValue(value); }
+int chemicalOf(const DataSet& d) { return selectedChemicalOf(d); }
+std::string chemicalField(const List<std::string>& list, const DataSet& d) { return selectedChemicalField(list, d); }
+std::string chemicalNameOf(const DataSet& d) { return selectedChemicalField(d.chemicalName, d); }
 
 // The two-dimensional source-size line, by the caption of the source row.
 std::string twoDimSourceLine(const DataSet& d, const char* widthLabel) {
@@ -141,7 +120,7 @@ std::string regularOutputText(const DataSet& d, int dimension) {
             out += line("Contaminant Source Height: " + d.sourceHeight);
         }
     }
-    out += line("Initial Concentration: " + (d.terms.ub() >= 1 ? d.terms(1).concentration : std::string()));
+    out += line("Initial Concentration: " + firstTermConcentration(d));
     out += line("Ground Water Darcy Velocity: " + d.velocity);
     if (dimension == 1) out += line("Aquifer Porosity: " + d.porosity);
     if (d.multiChemical) out += line("Contaminant Decay Coefficent: " + chemicalField(d.decayRate, d));
@@ -180,7 +159,7 @@ std::string monteCarloOutputText(const DataSet& d, int dimension) {
         out += line("Contaminant Conc. at Inflow Boundary: " + shown(chemicalField(d.suppositionConcentration, d)) + " " +
                     concentrationUnit);
     } else {
-        const std::string co = shown(d.terms.ub() >= 1 ? d.terms(1).concentration : std::string());
+        const std::string co = shown(firstTermConcentration(d));
         out += line((d.monteCarloModeOn ? "Contaminant Conc. at Inflow Boundary: " : "Initial Concentration (Co): ") + co +
                     " " + concentrationUnit);
     }
@@ -237,13 +216,5 @@ void writeOutput3D(const DataSet& data, const std::string& path) { writeTextFile
 void writeMonteCarloOutput1D(const DataSet& data, std::string& file) { file += monteCarloOutputText(data, 1); }
 void writeMonteCarloOutput2D(const DataSet& data, std::string& file) { file += monteCarloOutputText(data, 2); }
 void writeMonteCarloOutput3D(const DataSet& data, std::string& file) { file += monteCarloOutputText(data, 3); }
-
-void writeTextFile(const std::string& path, const std::string& text) {
-    std::FILE* f = std::fopen(path.c_str(), "wb");
-    if (!f) raiseError(errno == ENOENT ? err::PathNotFound : err::PathFileAccessError);
-    const bool written = std::fwrite(text.data(), 1, text.size(), f) == text.size();
-    const bool closed = std::fclose(f) == 0;
-    if (!written || !closed) raiseError(err::DiskFull);
-}
 
 }  // namespace bm

@@ -29,8 +29,4 @@ void writeMonteCarloOutput3D(const DataSet& data, std::string& file);
 // The dimension of a saturated model type: 1, 2, 3, or 0 for any other.
 int saturatedDimension(const std::string& modelType);
 
-// Writes text to a file as it stands, replacing it; run-time errors 75/76 when the
-// file cannot be created, 61 when the disk is full.
-void writeTextFile(const std::string& path, const std::string& text);
-
 }  // namespace bm

@@ -1,19 +1,14 @@
 // Main's File commands go to the data-file workflow of files/.
 
+#include "files/file_workflow.h"
 #include "model/data_set.h"
 #include "shell/file_commands.h"
 #include "shell/user_interface.h"
-
-#if __has_include("files/file_workflow.h")
-#include "files/file_workflow.h"
-#define BM_HAVE_FILE_WORKFLOW 1
-#endif
 
 namespace bm {
 
 namespace {
 
-#ifdef BM_HAVE_FILE_WORKFLOW
 class WorkflowFileCommands : public FileCommands {
 public:
     bool saveDataFilePrompt(DataSet& data) override {
@@ -26,17 +21,6 @@ public:
         return bm::openModelFile(data, ui(), title, dialogPurpose, data.modelType, tag);
     }
 };
-#else
-// A build without the data-file workflow: nothing can be read.
-class WorkflowFileCommands : public FileCommands {
-public:
-    bool saveDataFilePrompt(DataSet& data) override { return data.dataState == kDataUnchanged; }
-    bool openModelFile(DataSet&, const std::string& title, int) override {
-        ui().message(MessageIcon::Exclamation, MessageButtons::Ok, title, "Data files cannot be read in this build.");
-        return false;
-    }
-};
-#endif
 
 }  // namespace
 

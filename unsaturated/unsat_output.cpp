@@ -1,7 +1,8 @@
 #include "unsaturated/unsat_output.h"
 
 #include "model/number_text.h"
-#include "saturated/output_file.h"
+#include "files/text_file.h"
+#include "model/output_text.h"
 #include "shell/common_services.h"
 #include "unsaturated/unsat_parameters.h"
 
@@ -9,27 +10,9 @@ namespace bm {
 
 namespace {
 
-const char* const kCrlf = "\r\n";
-
-std::string line(const std::string& text) { return text + kCrlf; }
-
-std::string unitText(const std::string& unit) { return replaceFirst("&", "", unit); }
-
-int chemicalOf(const DataSet& d) { return d.selectedChemical < 1 ? 1 : d.selectedChemical; }
-
-std::string chemicalField(const List<std::string>& list, const DataSet& d) {
-    const int c = chemicalOf(d);
-    return c <= list.ub() ? list(c) : std::string();
-}
-
-std::string firstConcentration(const DataSet& d) {
-    return d.terms.ub() >= 1 ? d.terms(1).concentration : std::string();
-}
-
-std::string dataFileNameLine(const DataSet& d) {
-    const std::string name = trim(d.currentFileName);
-    return line("Data File Name: " + (name.empty() ? std::string("Input Data Not Saved") : name));
-}
+std::string line(const std::string& text) { return outputLine(text); }
+std::string chemicalField(const List<std::string>& list, const DataSet& d) { return selectedChemicalField(list, d); }
+std::string firstConcentration(const DataSet& d) { return firstTermConcentration(d); }
 
 std::string count(long long n) { return std::to_string(n); }
 

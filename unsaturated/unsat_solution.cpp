@@ -7,6 +7,7 @@
 #include "kernels/kern1d.h"
 #include "model/data_set.h"
 #include "model/number_text.h"
+#include "saturated/line_grid.h"
 #include "model/range_spec.h"
 #include "montecarlo/monte_marker.h"
 #include "shell/checked_math.h"
@@ -133,48 +134,18 @@ private:
     mutable std::vector<std::optional<double>> times_, concentrations_;
 };
 
-int termCount(double minimum, double maximum, double interval) {
-    return interval == 0.0 ? 1 : toInt16(fp::div(maximum - minimum, interval) + 1.0);
-}
 
 }  // namespace
 
 double solveUnsaturated(DataSet& data, UnsatParameters& parameters, bool monteCarlo, UserInterface& ui) {
     const Coefficients k = coefficientsOf(data, parameters);
 
-    int nx = 1;
-    int nt = 1;
-    if (!monteCarlo) {
-        nx = termCount(parameters.xMin, parameters.xMax, parameters.xInterval);
-        nt = termCount(parameters.tMin, parameters.tMax, parameters.tInterval);
-        // Only a bad depth count is repaired, and only then is the time count looked at.
-        if (nx < 1) {
-            nx = 1;
-            if (nt < 1) nt = 1;
-        }
-    }
-
-    data.xValues.redim(nx);
-    data.tValues.redim(nt);
+    const LineGridCounts counts = lineGridCounts(parameters.xMin, parameters.xMax, parameters.xInterval, parameters.tMin,
+                                                 parameters.tMax, parameters.tInterval, monteCarlo);
+    const int nx = counts.nx;
+    const int nt = counts.nt;
+    layOutLineGrid(data, counts, parameters.xMin, parameters.xInterval, parameters.tMin, parameters.tInterval, monteCarlo);
     data.resultUnsat.redim({nx, nt});
-    data.numXTerms = checkedInt16(nx);
-    data.numTTerms = checkedInt16(nt);
-
-    if (monteCarlo) {
-        data.xValues(1) = textValue(data.mcAtX);
-        data.tValues(1) = textValue(data.mcAtT);
-    } else {
-        if (nx != 1) {
-            for (int i = 1; i <= nx; ++i) data.xValues(i) = rangeValue(i, parameters.xMin, parameters.xInterval);
-        } else {
-            data.xValues(1) = data.xConstant;
-        }
-        if (nt != 1) {
-            for (int j = 1; j <= nt; ++j) data.tValues(j) = rangeValue(j, parameters.tMin, parameters.tInterval);
-        } else {
-            data.tValues(1) = data.tConstant;
-        }
-    }
 
     const PointSolver solve(data, parameters, monteCarlo, k);
     const ProgressOwner owner = unsatProgressOwnerOf(data);

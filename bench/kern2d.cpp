@@ -1,0 +1,131 @@
+// Cost of the two-dimensional kernels: per call at points spread over a plume,
+// a whole 101 x 51 x 11 strip-source grid, and the error-function evaluations
+// a strip call cannot avoid (256 nodes, two error functions each) for scale.
+
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <vector>
+
+#include "kernels/gauss_legendre.h"
+#include "kernels/kern2d.h"
+
+namespace {
+
+using namespace bm;
+
+struct Rule {
+    std::vector<double> nodes, weights;
+    Rule() { gaussLegendre(256, nodes, weights); }
+};
+const Rule theRule;
+
+TwoDimParameters plume() {
+    TwoDimParameters p;
+    p.effectiveVelocity = 1;
+    p.effectiveDispersionX = 1;
+    p.effectiveDispersionY = 0.1;
+    p.effectiveHalfLife = 200;
+    p.yMin = -25;
+    p.yMax = 25;
+    p.sourceYc = 0;
+    p.sourceWidth = 10;
+    p.sourceStdDev = 3;
+    p.injectionRate = 0.5;
+    p.porosity = 0.3;
+    return p;
+}
+
+struct Point {
+    double t, x, y;
+};
+
+// Points over the plume at t = 50: x from the source plane to past the front,
+// y across and beside the source.
+std::vector<Point> points(double xFrom, double xTo) {
+    std::vector<Point> out;
+    for (int i = 0; i < 16; ++i)
+        for (int j = 0; j < 8; ++j) out.push_back({50, xFrom + (xTo - xFrom) * i / 15.0, -20 + 40.0 * j / 7.0});
+    return out;
+}
+
+template <class Kernel>
+void runPoints(benchmark::State& state, const std::vector<Point>& pts, Kernel kernel) {
+    const TwoDimParameters p = plume();
+    std::size_t k = 0;
+    for (auto _ : state) {
+        const Point& q = pts[k++ % pts.size()];
+        double c;
+        kernel(p, q.t, q.x, q.y, c);
+        benchmark::DoNotOptimize(c);
+    }
+}
+
+void BM_cnrml_FL_downstream(benchmark::State& state) {
+    runPoints(state, points(5, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
+        cnrml_FL(p, t, x, y, c);
+    });
+}
+BENCHMARK(BM_cnrml_FL_downstream);
+
+void BM_cnrml_FL_nearSourcePlane(benchmark::State& state) {
+    runPoints(state, points(0.01, 0.5), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
+        cnrml_FL(p, t, x, y, c);
+    });
+}
+BENCHMARK(BM_cnrml_FL_nearSourcePlane);
+
+void BM_cnrml_IL(benchmark::State& state) {
+    runPoints(state, points(0.5, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
+        cnrml_IL(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
+    });
+}
+BENCHMARK(BM_cnrml_IL);
+
+void BM_cnrml_IG(benchmark::State& state) {
+    runPoints(state, points(0.5, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
+        cnrml_IG(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
+    });
+}
+BENCHMARK(BM_cnrml_IG);
+
+void BM_cnrml_IC(benchmark::State& state) {
+    runPoints(state, points(-10, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
+        cnrml_IC(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
+    });
+}
+BENCHMARK(BM_cnrml_IC);
+
+// The floor of a strip call: 256 nodes with two error functions each.
+void BM_ErrorFunctionsOfOneStripCall(benchmark::State& state) {
+    std::vector<double> args(512);
+    for (std::size_t i = 0; i < args.size(); ++i) args[i] = 4.0 * std::sin(0.37 * static_cast<double>(i));
+    for (auto _ : state) {
+        double s = 0;
+        for (double a : args) s += a > 0 ? std::erfc(a) : std::erf(a);
+        benchmark::DoNotOptimize(s);
+    }
+}
+BENCHMARK(BM_ErrorFunctionsOfOneStripCall);
+
+// The grid of a strip-source run: x = 0:100:1, y = -25:25:1, t = 0:100:10.
+void BM_StripGrid101x51x11(benchmark::State& state) {
+    const TwoDimParameters p = plume();
+    for (auto _ : state) {
+        double sum = 0;
+        for (int k = 0; k <= 10; ++k)
+            for (int i = 0; i <= 100; ++i)
+                for (int j = 0; j <= 50; ++j) {
+                    double c;
+                    cnrml_IL(p, 10.0 * k, i, -25.0 + j, c, theRule.nodes.data(), theRule.weights.data());
+                    sum += c;
+                }
+        benchmark::DoNotOptimize(sum);
+    }
+    state.counters["points"] = 101 * 51 * 11;
+    state.counters["per_point_us"] =
+        benchmark::Counter(101 * 51 * 11, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+BENCHMARK(BM_StripGrid101x51x11)->Unit(benchmark::kMillisecond);
+
+}  // namespace

@@ -1,0 +1,170 @@
+#pragma once
+// Numerical pieces shared by the two- and three-dimensional kernels.
+//
+// A source plane x = 0 held at a profile f(y) (and f(z)) feeds the aquifer x > 0.
+// The operator splits, so the concentration is the time integral of the
+// first-passage density of the x-motion times the lateral spreading of the
+// profile:
+//
+//   C = integral over 0 < tau < t of  x / sqrt(4 pi D tau^3)
+//         * exp(-(x - v tau)^2 / (4 D tau) - k tau) * G(tau) d tau,
+//
+// G(tau) being the profile smoothed by lateral dispersion over tau (a product of
+// y and z factors in three dimensions). With s = x / (2 sqrt(D tau)) and
+// U = sqrt(v^2 + 4 D k) the decay folds into the Gaussian and
+//
+//   C = exp((v - U) x / (2 D)) * 2/sqrt(pi) * integral over s > s0 of
+//         exp(-(s - e/s)^2) G(s) ds,     e = x U / (4 D),  s0 = x / (2 sqrt(D t)).
+//
+// The integrand lives on |s - e/s| < 6.5 (outside it the Gaussian is below
+// 1e-18) and s > 1e-12; all its features (the Gaussian, the error-function steps
+// of G) have a width of order one in ln s or scale with the width of its
+// support, so the integral is taken in w = ln s with the 256-point
+// Gauss-Legendre rule, one application per stretch of kTransitPanelLength in w
+// (the whole range is at most 30 long, so one application in practice; it
+// reaches 1e-12 against adaptive quadrature). The same form covers every time,
+// from the first arrival to the steady state, where a rule over [0, t] in tau
+// would need many sub-intervals to catch a sharp arrival.
+
+#include <cmath>
+#include <cstdint>
+
+#include "kernels/erfc_scaled.h"
+
+namespace bm::green {
+
+inline constexpr int kRulePoints = 256;
+inline constexpr double kTwoOverSqrtPi = 1.1283791670955125739;
+inline constexpr double kPi = 3.14159265358979323846;
+
+using bm::erfcx;
+using bm::expErfc;
+// (erf(p) - erf(q)) / 2 for p >= q: the share of a unit Gaussian spread that
+// falls between two points, accurate in both tails (no 1 - 1 cancellation).
+double intervalMass(double p, double q);
+
+// First-order loss rate: ln 2 / halfLife plus, when recharge is not 0, the
+// dilution recharge / (porosity * thickness). Checked arithmetic (a zero
+// half-life, or recharge with a zero thickness, is division by zero).
+double lossRate(double halfLife, double recharge, double porosity, double thickness);
+
+// (v - u) x / (2 d) and (v + u) x / (2 d), u = sqrt(v^2 + 4 d k), without the
+// cancellation of v against u when d k is small beside v^2.
+double lowerExponent(double x, double v, double d, double k, double u);
+double upperExponent(double x, double v, double d, double k, double u);
+
+// One-dimensional semi-infinite Dirichlet solution with loss: C/C0 at x > 0,
+// t > 0 of dC/dt = D C'' - v C' - k C, C(0, t) = 1, with u = sqrt(v^2 + 4 D k).
+// Its steady state, exp(lowerExponent), bounds it from above.
+double semiInfiniteDirichlet(double x, double t, double v, double d, double k, double u);
+
+// The integration range of the transit integral for x > 0, t > 0.
+struct TransitRange {
+    double logPrefactor = 0;  // (v - U) x / (2 D)
+    double e = 0;             // x U / (4 D)
+    double wLo = 0, wHi = 0;  // range in w = ln s
+    int panels = 0;           // 0: nothing arrives (the result is below 1e-18)
+};
+inline constexpr double kTransitPanelLength = 30.0;
+// Nodes where exp(-z^2) < 4e-18 are skipped: with G <= 1 they add less than
+// 4e-18 times the length of the support in s, which is at most 6.5.
+inline constexpr double kNegligibleGauss = 40.0;
+// v, d: longitudinal velocity and dispersion, k the loss rate, u = sqrt(v^2 + 4 d k).
+TransitRange transitRange(double x, double t, double v, double d, double k, double u);
+
+// The lateral factor at one node: G = factor * exp(logTerm).
+struct LateralFactor {
+    double factor;
+    double logTerm;
+};
+
+// The transit integral with lateral factor `lateral(s)` (returning
+// LateralFactor) on the given 256-point rule.
+template <class Lateral>
+double transitIntegral(const TransitRange& r, const double* nodes, const double* weights, Lateral&& lateral) {
+    if (r.panels <= 0 || r.logPrefactor < -745.0) return 0.0;
+    const double h = (r.wHi - r.wLo) / r.panels;
+    const double half = 0.5 * h;
+    double total = 0.0;
+    for (int p = 0; p < r.panels; ++p) {
+        const double mid = r.wLo + (p + 0.5) * h;
+        double sum = 0.0;
+        for (int i = 0; i < kRulePoints; ++i) {
+            const double s = std::exp(mid + half * nodes[i]);
+            const double z = s - r.e / s;
+            if (z * z > kNegligibleGauss) continue;
+            const LateralFactor g = lateral(s);
+            if (g.factor == 0.0) continue;
+            sum += weights[i] * s * g.factor * std::exp(g.logTerm - z * z);
+        }
+        total += half * sum;
+    }
+    return kTwoOverSqrtPi * std::exp(r.logPrefactor) * total;
+}
+
+// An aquifer bounded by no-flux walls in one lateral direction, of width W,
+// with a source strip a..b (local coordinates, clipped to 0..W) and a point at
+// local coordinate y (folded into 0..W by the mirror images of the walls).
+struct WalledAquifer {
+    double low = 0;    // wall at the low end, in the user's coordinates
+    double width = 0;  // W
+    double a = 0, b = 0;
+    bool sourceInside = false;  // the clipped strip is not empty
+};
+// The aquifer spans rangeMin..rangeMax, or 0..rangeMax when the extent is 0.
+// Division by a zero width is raised when the factor is built, not here.
+WalledAquifer walledAquifer(double rangeMin, double rangeMax, double sourceCentre, double sourceWidth);
+// Local coordinate of a user coordinate, folded by the walls' mirrors into 0..W.
+double foldIntoAquifer(const WalledAquifer& aquifer, double y);
+
+// The cosine-series coefficients of a strip a..b between walls at 0 and W, at
+// the point y: c_m cos(m pi y / W), c_m = 2 (sin(m pi b / W) - sin(m pi a / W))
+// / (m pi), for m = 1, 2, ... in turn, the angles advanced by rotation.
+class StripModes {
+public:
+    StripModes(double width, double a, double b, double y);
+    double next();
+
+private:
+    struct Turn {
+        double c, s, cm = 1.0, sm = 0.0;
+        explicit Turn(double angle) : c(std::cos(angle)), s(std::sin(angle)) {}
+        void advance() {
+            const double t = cm * c - sm * s;
+            sm = sm * c + cm * s;
+            cm = t;
+        }
+    };
+    Turn a_, b_, y_;
+    int m_ = 0;
+};
+
+// Lateral factor of a strip between no-flux walls after spreading with
+// variance 2 D tau: the strip's own mass plus that of its mirror images, or
+// equivalently the cosine series with modes damped by exp(-D (m pi / W)^2 tau).
+// Each evaluation picks the cheaper form: few images for short spreads, few
+// modes for long ones, so a call costs at most a handful of error functions or
+// ~40 multiplications.
+class WalledStripFactor {
+public:
+    // y: folded local coordinate. Raises division by zero for W = 0.
+    WalledStripFactor(const WalledAquifer& aquifer, double y);
+    // spreadRatio = sqrt(D tau) / W.
+    double operator()(double spreadRatio) const;
+    // The mean over the width, (b - a) / W (the zeroth mode).
+    double mean() const { return coefficient_[0]; }
+
+    static constexpr int kModes = 48;
+
+private:
+    double width_, y_, a_, b_;
+    double bound_;  // bound on every mode's coefficient beyond the first
+    double coefficient_[kModes + 1];  // c_m cos(m pi y / W)
+};
+
+// The 256-point Gauss-Legendre rule, built when the program loads, for kernels
+// that are handed no rule of their own.
+const double* builtinNodes();
+const double* builtinWeights();
+
+}  // namespace bm::green

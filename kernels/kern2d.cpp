@@ -1,0 +1,283 @@
+#include "kernels/kern2d.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "kernels/green_integrals.h"
+#include "shell/checked_math.h"
+
+namespace bm {
+
+TwoDimParameters::TwoDimParameters() {
+    std::memset(static_cast<void*>(this), 0, sizeof *this);
+    setFixedText(reservedText184, "");
+    setFixedText(reservedText199, "");
+    setFixedText(reservedText214, "");
+    setFixedText(reservedText229, "");
+    setFixedText(aquiferCode, "");
+    setFixedText(contaminantCode, "");
+}
+
+namespace {
+
+using green::LateralFactor;
+
+// Absolute accuracy asked of the finite-width cosine series (the whole tail).
+constexpr double kSeriesTolerance = 1e-11;
+// The finite-width series is summed in closed form up to this many modes;
+// beyond, the image-source integral is cheaper.
+constexpr double kMostSeriesModes = 100;
+// Below this the one-dimensional bound says the plume has not arrived.
+constexpr double kNothingArrived = 1e-16;
+// Lateral factors below erfc(6.3) or exp(-44) (about 1e-19) are nothing.
+constexpr double kLateralReach = 6.3;
+constexpr double kLateralExponent = 44.0;
+// Half-width of the Gaussian support of the point-source integrand, in its
+// exponent: exp(-42) is 6e-19.
+constexpr double kPointReach = 42.0;
+constexpr double kPointPanelLength = 30.0;
+
+// The record's transport values: v, Dx, Dy, loss rate k and U = sqrt(v^2 + 4 Dx k).
+// A zero dispersion divides by zero here, a negative one has no square root,
+// so the formulas below may divide by Dx and Dy freely.
+struct Transport {
+    double v, dx, dy, k, u, sqrtDx, sqrtDy;
+};
+
+Transport transport(const TwoDimParameters& p) {
+    Transport c;
+    c.v = p.effectiveVelocity;
+    c.dx = p.effectiveDispersionX;
+    c.dy = p.effectiveDispersionY;
+    c.sqrtDx = fp::sqrt(c.dx);
+    c.sqrtDy = fp::sqrt(c.dy);
+    fp::div(1.0, c.dx);
+    fp::div(1.0, c.dy);
+    c.k = green::lossRate(p.effectiveHalfLife, p.netRecharge, p.porosity, p.aquiferThickness);
+    c.u = fp::sqrt(fp::add(fp::mul(c.v, c.v), fp::mul(4.0 * c.dx, c.k)));
+    return c;
+}
+
+// d * scale, with 0 for d = 0 even when the scale has overflowed (x tiny).
+double scaled(double d, double scale) { return d == 0.0 ? 0.0 : d * scale; }
+
+// The finite-width series: sum over modes m of c_m cos(m pi y / W) times the
+// one-dimensional solution with loss k + Dy (m pi / W)^2. Stops when the bound
+// on the whole remaining tail, sum of |c_m| exp(-(U_m - v) x / (2 Dx)) (each
+// mode's steady amplitude bounds its transient), is below the tolerance.
+double finiteSeries(const green::WalledAquifer& aq, double y, double x, double t, const Transport& c,
+                    int modeLimit, bool& converged) {
+    const double w = aq.width;
+    const double modeRate = c.dy * (green::kPi / w) * (green::kPi / w);
+    const double mean = (aq.b - aq.a) / w;
+    const double bound = std::min(4.0 / green::kPi, 2.0 * mean);
+    auto lossOf = [&](int m) { return c.k + modeRate * m * m; };
+    auto rootOf = [&](int m) { return std::sqrt(c.v * c.v + 4.0 * c.dx * lossOf(m)); };
+    // (U_m - v) x / (2 Dx): minus the exponent of the mode's steady amplitude.
+    auto steadyExponent = [&](int m, double um) { return -green::lowerExponent(x, c.v, c.dx, lossOf(m), um); };
+    green::StripModes coefficients(w, aq.a, aq.b, y);
+
+    double um = c.u;
+    double sum = mean * green::semiInfiniteDirichlet(x, t, c.v, c.dx, c.k, um);
+    double em = steadyExponent(0, um);
+    converged = false;
+    for (int m = 1; m <= modeLimit + 1; ++m) {
+        const double un = rootOf(m);
+        const double en = steadyExponent(m, un);
+        const double tail = std::min(4.0 / (m * green::kPi), bound) * std::exp(-en) / -std::expm1(-(en - em));
+        if (tail <= kSeriesTolerance) {
+            converged = true;
+            break;
+        }
+        if (m > modeLimit) break;
+        sum += coefficients.next() * green::semiInfiniteDirichlet(x, t, c.v, c.dx, lossOf(m), un);
+        um = un;
+        em = en;
+    }
+    return sum;
+}
+
+}  // namespace
+
+std::int16_t cnrml_FL(const TwoDimParameters& parameters, double t, double x, double y, double& result) {
+    result = 0.0;
+    if (x < 0.0) return kKernelOk;
+    const green::WalledAquifer aq =
+        green::walledAquifer(parameters.yMin, parameters.yMax, parameters.sourceYc, parameters.sourceWidth);
+    const double local = green::foldIntoAquifer(aq, y);
+    if (x == 0.0) {
+        result = aq.sourceInside && local >= aq.a && local <= aq.b ? 1.0 : 0.0;
+        return kKernelOk;
+    }
+    if (t <= 0.0) return kKernelOk;
+
+    const Transport c = transport(parameters);
+    const double inverseWidth = fp::div(1.0, aq.width);
+    const double ceiling = green::semiInfiniteDirichlet(x, t, c.v, c.dx, c.k, c.u);
+    if (!aq.sourceInside || !(ceiling > kNothingArrived)) return kKernelOk;
+
+    // Modes the closed-form series needs for its tail to fall below the
+    // tolerance: (U_M - v) x / (2 Dx) >= ln(4 / (pi tol)).
+    const double reach = std::log(4.0 / (green::kPi * kSeriesTolerance));
+    const double uNeeded = std::max(c.v, 0.0) + 2.0 * c.dx * reach / x;
+    const double modes = aq.width / green::kPi *
+                         std::sqrt(std::max(0.0, (uNeeded * uNeeded - c.v * c.v - 4.0 * c.dx * c.k) / (4.0 * c.dx * c.dy)));
+    if (modes <= kMostSeriesModes) {
+        bool converged = false;
+        result = fp::checked(finiteSeries(aq, local, x, t, c, static_cast<int>(kMostSeriesModes) + 20, converged));
+        return converged ? kKernelOk : kKernelFailed;
+    }
+
+    // Image sources: the transit integral with the walled strip's lateral factor,
+    // spread sqrt(Dy tau) / W = zeta / s.
+    const green::TransitRange range = green::transitRange(x, t, c.v, c.dx, c.k, c.u);
+    const green::WalledStripFactor strip(aq, local);
+    const double zeta = x * c.sqrtDy / (2.0 * c.sqrtDx) * inverseWidth;
+    const double value = green::transitIntegral(range, green::builtinNodes(), green::builtinWeights(),
+                                                [&](double s) { return LateralFactor{strip(zeta / s), 0.0}; });
+    result = fp::checked(value);
+    return kKernelOk;
+}
+
+std::int16_t cnrml_IL(const TwoDimParameters& parameters, double t, double x, double y, double& result,
+                      const double* nodes, const double* weights) {
+    result = 0.0;
+    if (x < 0.0) return kKernelOk;
+    const double half = 0.5 * std::fabs(parameters.sourceWidth);
+    const double y1 = parameters.sourceYc - half, y2 = parameters.sourceYc + half;
+    if (x == 0.0) {
+        result = y >= y1 && y <= y2 ? 1.0 : 0.0;
+        return kKernelOk;
+    }
+    if (t <= 0.0) return kKernelOk;
+    if (nodes == nullptr || weights == nullptr) return kKernelFailed;
+
+    const Transport c = transport(parameters);
+    const green::TransitRange range = green::transitRange(x, t, c.v, c.dx, c.k, c.u);
+    // 1 / (2 sqrt(Dy tau)) = scale * s.
+    const double scale = c.sqrtDx / c.sqrtDy / x;
+    const double p1 = scaled(y - y1, scale), p2 = scaled(y - y2, scale);
+    // Beside the strip the lateral factor is largest at the smallest s (the
+    // longest spread): below 1e-19 there, nothing reaches the point.
+    const double gap = std::max({p2, -p1, 0.0});  // scaled distance to the strip
+    if (range.panels == 0 || gap * std::exp(range.wLo) > kLateralReach) return kKernelOk;
+    const double value = green::transitIntegral(range, nodes, weights, [&](double s) {
+        return LateralFactor{green::intervalMass(p1 * s, p2 * s), 0.0};
+    });
+    result = fp::checked(value);
+    return kKernelOk;
+}
+
+std::int16_t cnrml_IG(const TwoDimParameters& parameters, double t, double x, double y, double& result,
+                      const double* nodes, const double* weights) {
+    result = 0.0;
+    if (x < 0.0) return kKernelOk;
+    const double sigma = std::fabs(parameters.sourceStdDev);
+    const double offset = y - parameters.sourceYc;
+    const double inverseTwoVariance = fp::div(1.0, 2.0 * sigma * sigma);
+    if (x == 0.0) {
+        result = std::exp(-(offset * offset) * inverseTwoVariance);
+        return kKernelOk;
+    }
+    if (t <= 0.0) return kKernelOk;
+    if (nodes == nullptr || weights == nullptr) return kKernelFailed;
+
+    const Transport c = transport(parameters);
+    const green::TransitRange range = green::transitRange(x, t, c.v, c.dx, c.k, c.u);
+    // sigma^2 + 2 Dy tau = sigma^2 (1 + (rho / s)^2), rho = x sqrt(Dy / (2 Dx)) / sigma.
+    const double rho = x * c.sqrtDy / (sigma * std::sqrt(2.0) * c.sqrtDx);
+    const double gamma = offset * offset * inverseTwoVariance;
+    // The lateral factor is largest at the smallest s (the longest spread).
+    const double spreadAtLongest = rho / std::exp(range.wLo);
+    if (range.panels == 0 || gamma / (1.0 + spreadAtLongest * spreadAtLongest) > kLateralExponent) return kKernelOk;
+    const double value = green::transitIntegral(range, nodes, weights, [&](double s) {
+        const double q = rho / s;
+        const double f = 1.0 / (1.0 + q * q);
+        return LateralFactor{std::sqrt(f), -gamma * f};
+    });
+    result = fp::checked(value);
+    return kKernelOk;
+}
+
+std::int16_t cnrml_IC(const TwoDimParameters& parameters, double t, double x, double y, double& result,
+                      const double* nodes, const double* weights) {
+    result = 0.0;
+    if (t <= 0.0) return kKernelOk;
+    if (x == 0.0 && y == 0.0) {
+        result = kAtPointSource;
+        return kKernelOk;
+    }
+    if (nodes == nullptr || weights == nullptr) return kKernelFailed;
+
+    // C/C0 = Q' / (4 pi n sqrt(Dx Dy)) * integral over 0 < tau < t of
+    //        exp(-(x - v tau)^2 / (4 Dx tau) - y^2 / (4 Dy tau) - k tau) / tau,
+    // = prefactor * exp(v x / (2 Dx)) * integral of exp(phi(w)) dw, w = ln tau,
+    // phi = -a e^-w - b e^w, a = (x^2/Dx + y^2/Dy) / 4, b = v^2 / (4 Dx) + k.
+    const Transport c = transport(parameters);
+    const double prefactor =
+        fp::div(parameters.injectionRate, fp::mul(4.0 * green::kPi * parameters.porosity, fp::sqrt(fp::mul(c.dx, c.dy))));
+    const double r = std::hypot(x / c.sqrtDx, y / c.sqrtDy);
+    if (r == 0.0) {
+        result = kAtPointSource;
+        return kKernelOk;
+    }
+    const double logA = 2.0 * std::log(0.5 * r);
+    const double b = c.v * c.v / (4.0 * c.dx) + c.k;
+    const double logT = std::log(t);
+
+    double exponent = 0, wLo = 0, wHi = 0;
+    double centre = 0, q = 0, edge = 0, bT = 0;
+    bool peakInside = false;
+    if (b > 0.0) {
+        const double logB = std::log(b);
+        centre = 0.5 * (logA - logB);
+        q = std::exp(0.5 * (logA + logB));
+        peakInside = centre < logT && q > 1e-200;
+    }
+    if (peakInside) {
+        // phi - phi* = -4 q sinh^2((w - centre) / 2), phi* = -2 q. The exponent
+        // v x / (2 Dx) - 2 q = v x / (2 Dx) - r sqrt(b), free of cancellation:
+        const double advective = c.v * x / (2.0 * c.dx);
+        const double spreadPart = r * std::sqrt(b);
+        exponent = advective > 0.0
+                       ? -(x * x * c.k / c.dx + y * y * b / c.dy) / (advective + spreadPart)
+                       : advective - spreadPart;
+        const double halfWidth = 2.0 * std::asinh(std::sqrt(kPointReach / (4.0 * q)));
+        wLo = centre - halfWidth;
+        wHi = std::min(centre + halfWidth, logT);
+    } else {
+        // phi rises all the way to w = ln t: with d = ln t - w and tau = e^w,
+        // phi - phi* = expm1(-d) (a / tau - b t), which is never above 0.
+        exponent = -(x - c.v * t) * (x - c.v * t) / (4.0 * c.dx * t) - y * y / (4.0 * c.dy * t) - c.k * t;
+        bT = b * t;
+        const double ratio = std::log(kPointReach + std::max(bT, 0.0)) - (logA - logT);
+        edge = ratio > 35.0 ? ratio : std::log1p(std::exp(ratio));
+        wLo = logT - edge;
+        wHi = logT;
+    }
+    if (exponent < -745.0 || !(wHi > wLo)) return kKernelOk;
+
+    const int panels = std::max(1, static_cast<int>(std::ceil((wHi - wLo) / kPointPanelLength)));
+    const double h = (wHi - wLo) / panels, halfH = 0.5 * h;
+    double integral = 0.0;
+    for (int p = 0; p < panels; ++p) {
+        const double mid = wLo + (p + 0.5) * h;
+        double sum = 0.0;
+        for (int i = 0; i < green::kRulePoints; ++i) {
+            const double w = mid + halfH * nodes[i];
+            double phi;
+            if (peakInside) {
+                const double sh = std::sinh(0.5 * (w - centre));
+                phi = -4.0 * q * sh * sh;
+            } else {
+                phi = std::expm1(w - logT) * (std::exp(logA - w) - bT);
+            }
+            sum += weights[i] * std::exp(phi);
+        }
+        integral += halfH * sum;
+    }
+    result = fp::checked(prefactor * std::exp(exponent) * integral);
+    return kKernelOk;
+}
+
+}  // namespace bm

@@ -1,0 +1,169 @@
+#include "kernels/kern3d.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+#include "kernels/kern3d_effective.h"
+#include "kernels/kern3d_finite.h"
+#include "kernels/kern3d_quadrature.h"
+#include "kernels/kern3d_special.h"
+#include "shell/checked_math.h"
+
+namespace bm {
+
+ThreeDimParameters::ThreeDimParameters() {
+    setFixedText(reservedText216, "");
+    setFixedText(reservedText231, "");
+    setFixedText(reservedText246, "");
+    setFixedText(reservedText261, "");
+    setFixedText(aquiferCode, "");
+    setFixedText(reservedText301, "");
+    setFixedText(contaminantCode, "");
+}
+
+void setFixedText(char* field, std::size_t length, std::string_view text) {
+    const std::size_t n = std::min(length, text.size());
+    std::memcpy(field, text.data(), n);
+    std::memset(field + n, ' ', length - n);
+}
+
+std::string_view fixedText(const char* field, std::size_t length) {
+    while (length > 0 && field[length - 1] == ' ') --length;
+    return {field, length};
+}
+
+namespace {
+
+constexpr double kPi = 3.14159265358979323846;
+
+// The patch as an interval in y and one in z (a negative size spans the same).
+struct Patch {
+    double y1, y2, z1, z2;
+    bool contains(double y, double z) const { return y1 <= y && y <= y2 && z1 <= z && z <= z2; }
+};
+
+Patch patchOf(const ThreeDimParameters& p) {
+    const double hw = 0.5 * std::fabs(p.sourceWidth), hh = 0.5 * std::fabs(p.sourceHeight);
+    return {p.sourceYc - hw, p.sourceYc + hw, p.sourceZc - hh, p.sourceZc + hh};
+}
+
+// Share of the patch spread onto (y, z) after a travel time tau in the
+// unbounded y-z plane: a product of two erf differences.
+struct PatchShare {
+    double dy1, dy2, dz1, dz2, cy, cz;  // distances to the patch's edges, 1 / (2 sqrt(D))
+    double operator()(double sqrtTau, double) const {
+        const double inv = 1.0 / sqrtTau;
+        const double fy = k3::intervalShare(dy1, dy2, cy * inv);
+        if (fy == 0.0) return 0.0;
+        return fy * k3::intervalShare(dz1, dz2, cz * inv);
+    }
+};
+
+}  // namespace
+
+std::int16_t cnrml_3FL(const ThreeDimParameters& parameters, double t, double x, double y, double z,
+                       double& result) {
+    if (x < 0.0 || t < 0.0 || (x > 0.0 && t == 0.0)) {
+        result = 0.0;
+        return 1;
+    }
+    if (x == 0.0) {
+        // The inlet plane holds the boundary profile: the clipped patch, mirrored
+        // like everything else about the walls, edges included.
+        const k3::Strip ys = k3::makeStrip(parameters.yMin, parameters.yMax, parameters.sourceYc, parameters.sourceWidth);
+        const k3::Strip zs = k3::makeStrip(parameters.zMin, parameters.zMax, parameters.sourceZc, parameters.sourceHeight);
+        const double yf = ys.fold(y), zf = zs.fold(z);
+        const bool on = !ys.empty && !zs.empty && ys.p1 <= yf && yf <= ys.p2 && zs.p1 <= zf && zf <= zs.p2;
+        result = on ? 1.0 : 0.0;
+        return 1;
+    }
+    result = fp::checked(k3::finiteAquiferRatio(parameters, t, x, y, z, k3::FinitePath::Automatic));
+    return 1;
+}
+
+std::int16_t cnrml_3IL(const ThreeDimParameters& parameters, double t, double x, double y, double z,
+                       double& result, const double* nodes, const double* weights) {
+    const Patch patch = patchOf(parameters);
+    if (x < 0.0 || t < 0.0) {
+        result = 0.0;
+        return 1;
+    }
+    if (x == 0.0) {
+        result = patch.contains(y, z) ? 1.0 : 0.0;
+        return 1;
+    }
+    if (t == 0.0) {
+        result = 0.0;
+        return 1;
+    }
+    const double v = parameters.effectiveVelocity, dx = parameters.effectiveDispersionX;
+    const double decay = k3::effectiveDecay(parameters);
+    static_cast<void>(k3::halfInverseRoot(dx));  // the column divides by Dx
+    const double cy = k3::halfInverseRoot(parameters.effectiveDispersionY);
+    const double cz = k3::halfInverseRoot(parameters.effectiveDispersionZ);
+    if (patch.y1 == patch.y2 || patch.z1 == patch.z2) {
+        result = 0.0;  // a patch without width or height lets nothing in
+        return 1;
+    }
+    if (nodes == nullptr || weights == nullptr) {
+        nodes = k3::internalNodes();
+        weights = k3::internalWeights();
+    }
+    const k3::Column column = k3::makeColumn(x, v, dx, decay);
+    if (k3::atInlet(column)) {
+        result = patch.contains(y, z) ? 1.0 : 0.0;
+        return 1;
+    }
+    const k3::Panels plan = k3::planPanels(column, t);
+    const PatchShare share{y - patch.y1, patch.y2 - y, z - patch.z1, patch.z2 - z, cy, cz};
+    result = fp::checked(k3::timeIntegral(column, plan, nodes, weights, share));
+    return 1;
+}
+
+std::int16_t cnrml_3IC(const ThreeDimParameters& parameters, double t, double x, double y, double z,
+                       double& result) {
+    // At the source itself the concentration is unbounded for every t.
+    if (x == 0.0 && y == 0.0 && z == 0.0) {
+        result = kUnboundedConcentration;
+        return 1;
+    }
+    if (t <= 0.0) {
+        result = 0.0;
+        return 1;
+    }
+    // Scaled coordinates X = x / sqrt(Dx) ...: the injected plume is a function of
+    // R = |(X, Y, Z)| and of x. With k = v^2 / (4 Dx) + lambda',
+    //
+    //   C/C0 = Q / (n sqrt(Dx Dy Dz)) * exp(x v / (2 Dx)) / (8 pi R)
+    //          * (exp(-R sqrt k) erfc(R / (2 sqrt t) - sqrt(k t)) + exp(R sqrt k) erfc(R / (2 sqrt t) + sqrt(k t))),
+    //
+    // the time integral of the instantaneous point source over 0..t in closed form.
+    const double v = parameters.effectiveVelocity;
+    const double decay = k3::effectiveDecay(parameters);
+    const double q = fp::div(parameters.injectionRate, parameters.porosity);
+    const double sx = 2.0 * k3::halfInverseRoot(parameters.effectiveDispersionX);
+    const double sy = 2.0 * k3::halfInverseRoot(parameters.effectiveDispersionY);
+    const double sz = 2.0 * k3::halfInverseRoot(parameters.effectiveDispersionZ);
+    const double r = std::hypot(x * sx, y * sy, z * sz);
+    if (r == 0.0) {  // closer to the source than a double can tell
+        result = kUnboundedConcentration;
+        return 1;
+    }
+    // A decay so negative that k < 0 has no real root here: error 5, as the
+    // program's formula for it is the root of a negative number.
+    const double rootK = fp::sqrt(0.25 * v * v * sx * sx + decay);
+    const double rootT = std::sqrt(t);
+    const double drift = 0.5 * x * v * sx * sx;
+    const double b = 0.5 * r / rootT;
+    const double sum = k3::expErfc(drift - r * rootK, b - rootK * rootT) + k3::expErfc(drift + r * rootK, b + rootK * rootT);
+    double c = 0.0;
+    if (sum != 0.0) {
+        c = q * (sx * sy * sz) / (8.0 * kPi) * sum / r;
+        if (std::isinf(c) && c > 0.0) c = kUnboundedConcentration;  // next to the source
+    }
+    result = fp::checked(c);
+    return 1;
+}
+
+}  // namespace bm

@@ -1,0 +1,45 @@
+#include "saturated/line_grid.h"
+
+#include "model/number_text.h"
+#include "model/range_spec.h"
+#include "shell/checked_math.h"
+
+namespace bm {
+
+LineGridCounts lineGridCounts(double xMin, double xMax, double xInterval, double tMin, double tMax, double tInterval,
+                              bool monteCarlo) {
+    LineGridCounts c;
+    if (monteCarlo) return c;
+    c.nx = rangeTermCount(xMin, xMax, xInterval);
+    c.nt = rangeTermCount(tMin, tMax, tInterval);
+    if (c.nx < 1) {
+        c.nx = 1;
+        if (c.nt < 1) c.nt = 1;
+    }
+    return c;
+}
+
+void layOutLineGrid(DataSet& data, const LineGridCounts& counts, double xMin, double xInterval, double tMin,
+                    double tInterval, bool monteCarlo) {
+    data.xValues.redim(counts.nx);
+    data.tValues.redim(counts.nt);
+    data.numXTerms = checkedInt16(counts.nx);
+    data.numTTerms = checkedInt16(counts.nt);
+    if (monteCarlo) {
+        data.xValues(1) = textValue(data.mcAtX);
+        data.tValues(1) = textValue(data.mcAtT);
+        return;
+    }
+    if (counts.nx != 1) {
+        for (int i = 1; i <= counts.nx; ++i) data.xValues(i) = rangeValue(i, xMin, xInterval);
+    } else {
+        data.xValues(1) = data.xConstant;
+    }
+    if (counts.nt != 1) {
+        for (int j = 1; j <= counts.nt; ++j) data.tValues(j) = rangeValue(j, tMin, tInterval);
+    } else {
+        data.tValues(1) = data.tConstant;
+    }
+}
+
+}  // namespace bm

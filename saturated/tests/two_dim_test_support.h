@@ -1,0 +1,89 @@
+#pragma once
+// Support of the two- and three-dimensional driver tests: the program's points
+// file for the tests' runs, the Gauss-Legendre rule built independently of that
+// file for calling the libraries directly, inflow terms as numbers, and the
+// checks of a run-time error raised or handled.
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "kernels/gauss_legendre.h"
+#include "model/app_state.h"
+#include "model/data_set.h"
+#include "model/number_text.h"
+#include "saturated/calculation_run.h"
+#include "shell/runtime_error.h"
+#include "testing/scripted_user_interface.h"
+#include "testing/test_paths.h"
+
+namespace bm::testkit {
+
+// The points file the build wrote into the program folder.
+inline std::string builtPointsFile() { return (binaryDir() / "suite" / "brenmoor" / "glq.pts").string(); }
+
+// Points the application state at a points file for one test's scope.
+class PointsFileScope {
+public:
+    explicit PointsFileScope(const std::string& path = builtPointsFile()) : saved_(theAppState().gaussPointsFile) {
+        theAppState().gaussPointsFile = path;
+    }
+    ~PointsFileScope() { theAppState().gaussPointsFile = saved_; }
+    PointsFileScope(const PointsFileScope&) = delete;
+    PointsFileScope& operator=(const PointsFileScope&) = delete;
+
+private:
+    std::string saved_;
+};
+
+// The 256-point rule computed here, not read from the file.
+struct Rule {
+    std::vector<double> nodes, weights;
+    Rule() { gaussLegendre(256, nodes, weights); }
+};
+inline const Rule& rule() {
+    static const Rule r;
+    return r;
+}
+
+// The number of the run-time error f raises, 0 for none.
+template <class F>
+int runTimeErrorOf(F f) {
+    try {
+        f();
+    } catch (const RuntimeError& e) {
+        return e.number();
+    }
+    return 0;
+}
+
+// One inflow term as numbers.
+struct TermValue {
+    double time, concentration;
+};
+
+// The terms as the screen would leave them: the count and the texts.
+inline void setTerms(DataSet& d, const std::vector<TermValue>& terms) {
+    d.superpositionIndex = static_cast<std::int16_t>(terms.size());
+    d.terms.redim(static_cast<int>(terms.size()));
+    for (std::size_t k = 0; k < terms.size(); ++k) {
+        d.terms(static_cast<int>(k + 1)).time = formatNumber(terms[k].time);
+        d.terms(static_cast<int>(k + 1)).concentration = formatNumber(terms[k].concentration);
+    }
+}
+
+// Calculate! on the model ends at the error handler with one message box of
+// this title; the run is not finished and the controls are given back.
+inline void expectHandledError(DataSet& d, const char* title) {
+    ScriptedUserInterface ui;
+    const CalculationOutcome outcome = runCalculation(d, ui);
+    EXPECT_FALSE(outcome.finished);
+    ASSERT_EQ(ui.messages.size(), 1u);
+    EXPECT_EQ(ui.messages.front().title, title);
+    EXPECT_FALSE(d.stopRequested);
+    EXPECT_FALSE(ui.busy);
+}
+
+}  // namespace bm::testkit

@@ -1,0 +1,175 @@
+#include "saturated/three_dim_solution.h"
+
+#include <string>
+
+#include "model/data_set.h"
+#include "model/number_text.h"
+#include "saturated/one_dim_solution.h"
+#include "saturated/quadrature_points.h"
+#include "saturated/two_dim_grid.h"
+#include "shell/checked_math.h"
+
+namespace bm {
+
+ThreeDimSourceTable& threeDimSourceTable() {
+    static ThreeDimSourceTable table;
+    return table;
+}
+
+namespace {
+
+bool startsWithFinite(const std::string& text) { return toLower(text.substr(0, 6)) == "finite"; }
+
+// The library function of the chosen case at one point, in the coordinates the
+// case uses, with the clamp of a single value. There is no shortcut at the
+// point source's centre: the library's value there is above 1.
+class ThreeDimSolution {
+public:
+    ThreeDimSolution(const ThreeDimParameters& parameters, const ThreeDimSourceTable& table)
+        : parameters_(parameters), code_(table.sourceCode) {
+        if (code_ == kPatchSource3D && table.quadratureNodes.ub() >= 1 && table.quadratureWeights.ub() >= 1) {
+            nodes_ = table.quadratureNodes.data() + 1;
+            weights_ = table.quadratureWeights.data() + 1;
+        }
+    }
+
+    bool shifted() const { return code_ == kContinuousPointSource3D; }
+
+    double operator()(double t, double px, double py, double pz) const {
+        double c = 0.0;
+        switch (code_) {
+            case kFiniteAquiferSource3D:
+                cnrml_3FL(parameters_, t, px, py, pz, c);
+                break;
+            case kContinuousPointSource3D:
+                cnrml_3IC(parameters_, t, px, py, pz, c);
+                break;
+            case kPatchSource3D:
+                cnrml_3IL(parameters_, t, px, py, pz, c, nodes_, weights_);
+                break;
+            default:
+                break;
+        }
+        return clampRatio(c);  // the library's status is not read
+    }
+
+private:
+    const ThreeDimParameters& parameters_;
+    std::int16_t code_;
+    const double* nodes_ = nullptr;
+    const double* weights_ = nullptr;
+};
+
+// C/Co at one point: the first term, then the later terms superposed; only a
+// negative sum is thrown away, so the sum may pass 1.
+double pointConcentration(const ThreeDimSolution& solution, const InflowTerms& terms, double x, double y, double z,
+                          double t, const ThreeDimParameters& p) {
+    const bool shift = solution.shifted();
+    const double px = shift ? fp::sub(x, p.sourceXc) : x;
+    const double py = shift ? fp::sub(y, p.sourceYc) : y;
+    const double pz = shift ? fp::sub(z, p.sourceZc) : z;
+    double c = solution(t, px, py, pz);
+    c = terms.superpose(c, t, [&](double tau) { return solution(tau, px, py, pz); });
+    return c < 0.0 ? 0.0 : c;
+}
+
+}  // namespace
+
+void chooseThreeDimSource(ThreeDimParameters& parameters, ThreeDimSourceTable& table) {
+    table.sourceCode = 0;
+    const std::string aquifer = trimLeft(fixedText(parameters.aquiferCode));
+    setFixedText(parameters.aquiferCode, aquifer);
+    if (startsWithFinite(aquifer)) {
+        table.sourceCode = kFiniteAquiferSource3D;
+    } else {
+        const std::string contaminant = trimLeft(fixedText(parameters.contaminantCode));
+        setFixedText(parameters.contaminantCode, contaminant);
+        table.sourceCode = startsWithFinite(contaminant) ? kPatchSource3D : kContinuousPointSource3D;
+    }
+    if (table.sourceCode == kPatchSource3D) readQuadraturePoints(table.quadratureNodes, table.quadratureWeights);
+}
+
+double solveThreeDimensional(DataSet& data, ThreeDimParameters& parameters, bool monteCarlo, int iteration,
+                             UserInterface& ui) {
+    ThreeDimSourceTable& table = threeDimSourceTable();
+    if (iteration <= 1 || table.sourceCode == 0) chooseThreeDimSource(parameters, table);
+
+    int nx = 1, ny = 1, nz = 1, nt = 1;
+    if (!monteCarlo) {
+        nx = gridCount(parameters.xMin, parameters.xMax, parameters.xInterval);
+        ny = gridCount(parameters.yMin, parameters.yMax, parameters.yInterval);
+        nz = gridCount(parameters.zMin, parameters.zMax, parameters.zInterval);
+        nt = gridCount(parameters.tMin, parameters.tMax, parameters.tInterval);
+    }
+    data.numXTerms = checkedInt16(nx);
+    data.numYTerms = checkedInt16(ny);
+    data.numZTerms = checkedInt16(nz);
+    data.numTTerms = checkedInt16(nt);
+    data.xValues.redim(nx);
+    data.yValues.redim(ny);
+    data.zValues.redim(nz);
+    data.tValues.redim(nt);
+    data.result3D.redim({nx, ny, nz, nt});
+
+    if (monteCarlo) {
+        data.xValues(1) = textValue(data.mcAtX);
+        data.yValues(1) = textValue(data.mcAtY);
+        data.zValues(1) = textValue(data.mcAtZ);
+        data.tValues(1) = textValue(data.mcAtT);
+    } else {
+        fillGridList(data.xValues, nx, parameters.xMin, parameters.xInterval, data.xConstant);
+        fillGridList(data.yValues, ny, parameters.yMin, parameters.yInterval, data.yConstant);
+        fillGridList(data.zValues, nz, parameters.zMin, parameters.zInterval, data.zConstant);
+        fillGridList(data.tValues, nt, parameters.tMin, parameters.tInterval, data.tConstant);
+    }
+
+    const ThreeDimSolution solution(parameters, table);
+    const InflowTerms terms(data, monteCarlo, iteration);
+    const ProgressOwner owner = progressOwnerOf(data);
+    const double totalPoints = static_cast<double>(nx) * ny * nz * nt;
+    double done = 0.0;
+    double c = 0.0;
+    for (int j = 1; j <= nt; ++j) {
+        const double t = data.tValues(j);
+        for (int l = 1; l <= nz; ++l) {
+            const double z = data.zValues(l);
+            for (int i = 1; i <= nx; ++i) {
+                const double x = data.xValues(i);
+                for (int k = 1; k <= ny; ++k) {
+                    if (data.stopRequested) {
+                        data.stopRequested = false;
+                        return 0.0;
+                    }
+                    c = pointConcentration(solution, terms, x, data.yValues(k), z, t, parameters);
+                    data.result3D(i, k, l, j) = c;
+                    done += 1.0;
+                    if (!monteCarlo) ui.reportProgress(owner, totalPoints, done);
+                }
+            }
+        }
+    }
+    const double last = c;
+
+    // The selected point: computed on its own when the grid is more than one point.
+    if (nx != 1 || ny != 1 || nz != 1 || nt != 1) {
+        const double savedX = data.xValues(1), savedY = data.yValues(1), savedZ = data.zValues(1),
+                     savedT = data.tValues(1);
+        data.xValues(1) = data.xConstant;
+        data.yValues(1) = data.yConstant;
+        data.zValues(1) = data.zConstant;
+        data.tValues(1) = data.tConstant;
+        data.currentConcentration = pointConcentration(solution, terms, data.xValues(1), data.yValues(1),
+                                                       data.zValues(1), data.tValues(1), parameters);
+        data.xValues(1) = savedX;
+        data.yValues(1) = savedY;
+        data.zValues(1) = savedZ;
+        data.tValues(1) = savedT;
+    } else {
+        data.currentConcentration = data.result3D(1, 1, 1, 1);
+    }
+
+    if (!contains(data.calculationMode, "Monte Carlo")) data.calculationMode = formatNumber(data.currentConcentration);
+    return last;
+}
+
+}  // namespace bm

@@ -1,0 +1,44 @@
+#include "saturated/two_dim_parameters.h"
+
+#include "model/data_set.h"
+#include "montecarlo/monte_marker.h"
+#include "saturated/two_dim_grid.h"
+#include "shell/checked_math.h"
+
+namespace bm {
+
+void fillTwoDimParameters(const DataSet& data, TwoDimParameters& parameters, bool monteCarlo, int iteration) {
+    parameters = TwoDimParameters{};
+
+    assignRange(data.xRange, parameters.xMin, parameters.xMax, parameters.xInterval);
+    assignRange(data.yRange, parameters.yMin, parameters.yMax, parameters.yInterval);
+    assignRange(data.timeRange, parameters.tMin, parameters.tMax, parameters.tInterval);
+
+    auto value = [&](const std::string& text) { return fieldValue(data, text, monteCarlo, iteration); };
+    parameters.sourceYc = value(data.sourceYc);
+    parameters.sourceXc = value(data.sourceXc);
+    parameters.sourceWidth = value(data.sourceWidth);
+    const double halfLife = value(data.halfLife);
+    const double velocity = value(data.velocity);
+    parameters.injectionRate = value(data.injectionRate);
+    parameters.porosity = value(data.porosity);
+    const double dispersionX = value(data.dispersionX);
+    const double dispersionY = value(data.dispersionY);
+    parameters.netRecharge = value(data.netRecharge);
+    parameters.aquiferThickness = value(data.aquiferThickness);
+    parameters.sourceStdDev = value(data.sourceStdDev);
+    const double retardation = value(data.retardation);
+
+    // Retardation lengthens the half-life rather than shortening the decay
+    // rate, so the library reads its effect in the one number it uses.
+    parameters.effectiveVelocity = fp::div(velocity, parameters.porosity);
+    parameters.effectiveDispersionX = fp::div(dispersionX, retardation);
+    parameters.effectiveDispersionY = fp::div(dispersionY, retardation);
+    parameters.effectiveVelocity = fp::div(parameters.effectiveVelocity, retardation);
+    parameters.effectiveHalfLife = fp::mul(retardation, halfLife);
+
+    setFixedText(parameters.aquiferCode, data.aquiferType);
+    setFixedText(parameters.contaminantCode, data.contaminantType);
+}
+
+}  // namespace bm

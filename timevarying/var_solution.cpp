@@ -1,0 +1,198 @@
+#include "timevarying/var_solution.h"
+
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
+#include <functional>
+
+#include "model/number_text.h"
+#include "shell/checked_math.h"
+#include "shell/runtime_error.h"
+#include "timevarying/var_record.h"
+
+namespace bm {
+
+namespace {
+
+// A grid past this many values is refused as too large for memory.
+constexpr long long kLargestGrid = 100'000'000;
+
+float fdiv(float a, float b) {
+    if (b == 0.0f) raiseError(a == 0.0f || std::isnan(a) ? err::Overflow : err::DivisionByZero);
+    return fp::checked(a / b);
+}
+
+float toFloat(double value) {
+    if (std::isnan(value) || std::fabs(value) > FLT_MAX) raiseError(err::Overflow);
+    return static_cast<float>(value);
+}
+
+// One evaluation at (t, x, y) with the alpha of t.
+using Source = std::function<float(float t, float x, float y, float alpha)>;
+
+float solveGrid(DataSet& data, const kernvarRecord& record, bool monteCarlo, bool line, const Source& source,
+                UserInterface& ui) {
+    List<float>& ts = data.varTValues;
+    List<float>& xs = data.varXValues;
+    List<float>& ys = data.varYValues;
+    if (monteCarlo) {
+        xs(1) = toFloat(textValue(data.mcAtX));
+        ys(1) = toFloat(textValue(data.mcAtY));
+        ts(1) = toFloat(textValue(data.mcAtT));
+    } else {
+        if (record.xCount == 1) xs(1) = toFloat(data.xConstant);
+        if (record.yCount == 1) ys(1) = toFloat(data.yConstant);
+        if (record.timeCount == 1) ts(1) = toFloat(data.tConstant);
+    }
+
+    const int nt = record.timeCount, nx = record.xCount, ny = record.yCount;
+    const double total = static_cast<double>(nt) * nx * (line ? 1 : ny);
+    double done = 0;
+    for (int k = 1; k <= nt; ++k) {
+        const float t = ts(k);
+        const float alpha = alpha_t(record, t);
+        for (int i = 1; i <= nx; ++i) {
+            const float x = xs(i);
+            const int base = (k - 1) * nx * ny + (i - 1) * ny;
+            if (line) {
+                if (data.stopRequested) return 0.0f;
+                const float c = source(t, x, 0.0f, alpha);
+                for (int j = 1; j <= ny; ++j) data.resultVar(base + j) = c;  // uniform along y
+                if (!monteCarlo) ui.reportProgress(ProgressOwner::TimeVaryingForm, total, ++done);
+                continue;
+            }
+            for (int j = 1; j <= ny; ++j) {
+                if (data.stopRequested) return 0.0f;
+                data.resultVar(base + j) = source(t, x, ys(j), alpha);
+                if (!monteCarlo) ui.reportProgress(ProgressOwner::TimeVaryingForm, total, ++done);
+            }
+        }
+    }
+
+    // The selected point alone.
+    if (data.stopRequested) return 0.0f;
+    const float keptT = ts(1), keptX = xs(1), keptY = ys(1);
+    ts(1) = toFloat(data.tConstant);
+    xs(1) = toFloat(data.xConstant);
+    ys(1) = toFloat(data.yConstant);
+    const float value = source(ts(1), xs(1), line ? 0.0f : ys(1), alpha_t(record, ts(1)));
+    ts(1) = keptT;
+    xs(1) = keptX;
+    ys(1) = keptY;
+    data.currentConcentration = value;
+    data.varResultText = formatNumber(generalText(value));
+    return value;
+}
+
+float pointFactor(const kernvarRecord& r) { return fdiv(r.dispersionRatio * r.magnitude, r.retardation * kFourPi); }
+float pointInitialFactor(const kernvarRecord& r) { return fp::checked(r.dispersionRatio * r.magnitude / kFourPi); }
+float lineFactor(const kernvarRecord& r) { return fdiv(r.magnitude, std::pow(kFourPi, 0.5f) * r.retardation); }
+
+}  // namespace
+
+kernvarRecord& theVarRecord() {
+    static kernvarRecord record{};
+    return record;
+}
+
+float pointInstantaneousSolution(DataSet& data, const kernvarRecord& record, bool monteCarlo, UserInterface& ui) {
+    const float factor = pointFactor(record);
+    return solveGrid(data, record, monteCarlo, false,
+                     [&](float t, float x, float y, float alpha) {
+                         return point_instan_injection(record, t, x, y, alpha, factor);
+                     },
+                     ui);
+}
+
+float pointContinuousSolution(DataSet& data, const kernvarRecord& record, bool monteCarlo, UserInterface& ui) {
+    const float factor = pointFactor(record);
+    return solveGrid(data, record, monteCarlo, false,
+                     [&](float t, float x, float y, float alpha) {
+                         return point_contin_injection(record, t, x, y, alpha, factor, t / 100.0f, kVarTimeSteps);
+                     },
+                     ui);
+}
+
+float pointInitialSolution(DataSet& data, const kernvarRecord& record, bool monteCarlo, UserInterface& ui) {
+    const float factor = pointInitialFactor(record);
+    return solveGrid(data, record, monteCarlo, false,
+                     [&](float t, float x, float y, float alpha) {
+                         return point_initial_concentration(record, t, x, y, alpha, factor);
+                     },
+                     ui);
+}
+
+float lineInstantaneousSolution(DataSet& data, const kernvarRecord& record, bool monteCarlo, UserInterface& ui) {
+    const float factor = lineFactor(record);
+    return solveGrid(data, record, monteCarlo, true,
+                     [&](float t, float x, float, float alpha) {
+                         return line_instan_injection(record, t, x, alpha, factor);
+                     },
+                     ui);
+}
+
+float lineContinuousSolution(DataSet& data, const kernvarRecord& record, bool monteCarlo, UserInterface& ui) {
+    const float factor = lineFactor(record);
+    return solveGrid(data, record, monteCarlo, true,
+                     [&](float t, float x, float, float alpha) {
+                         return line_contin_injection(record, t, x, alpha, factor, t / 100.0f, kVarTimeSteps);
+                     },
+                     ui);
+}
+
+float lineInitialSolution(DataSet& data, const kernvarRecord& record, bool monteCarlo, UserInterface& ui) {
+    const float factor = lineFactor(record);
+    return solveGrid(data, record, monteCarlo, true,
+                     [&](float t, float x, float, float alpha) {
+                         return line_initial_concentration(record, t, x, alpha, factor);
+                     },
+                     ui);
+}
+
+float solveTimeVarying(DataSet& data, UserInterface& ui) {
+    kernvarRecord& record = theVarRecord();
+    const bool simulate = scanTimeVaryingMode(data);
+
+    // The regular form gives the counts of the lists.
+    copyToDLLStructure(data, record, false, 1, ui);
+    const int nt = record.timeCount, nx = record.xCount, ny = record.yCount;
+    data.varTValues.redim(std::max(nt, 1));
+    data.varXValues.redim(std::max(nx, 1));
+    data.varYValues.redim(std::max(ny, 1));
+    initialize_t_x_y(record, &data.varTValues(1), &data.varXValues(1), &data.varYValues(1));
+
+    const int n = simulate ? static_cast<int>(data.monteIterations) : 2;
+    data.mcResultVar.redim(n - 1);
+    const long long size = nt > 0 && nx > 0 && ny > 0 ? static_cast<long long>(nt) * nx * ny : 0;
+    if (size > kLargestGrid) raiseError(err::OutOfMemory);
+    data.resultVar.redim(static_cast<int>(std::max(size, 1LL)));
+
+    float value = 0.0f;
+    for (int i = 1; i <= n - 1; ++i) {
+        if (data.stopRequested) {
+            data.stopRequested = false;
+            return value;
+        }
+        if (simulate) copyToDLLStructure(data, record, true, i, ui);
+        float result = 0.0f;
+        switch (record.contaminantSource) {
+        case varsource::PointInstantaneous: result = pointInstantaneousSolution(data, record, simulate, ui); break;
+        case varsource::PointContinuous: result = pointContinuousSolution(data, record, simulate, ui); break;
+        case varsource::PointInitial: result = pointInitialSolution(data, record, simulate, ui); break;
+        case varsource::LineInstantaneous: result = lineInstantaneousSolution(data, record, simulate, ui); break;
+        case varsource::LineContinuous: result = lineContinuousSolution(data, record, simulate, ui); break;
+        case varsource::LineInitial: result = lineInitialSolution(data, record, simulate, ui); break;
+        default: break;
+        }
+        if (data.stopRequested) {  // Stop inside the grid
+            data.stopRequested = false;
+            return value;
+        }
+        data.mcResultVar(i) = result;
+        value = result;
+        if (simulate) ui.reportProgress(ProgressOwner::TimeVaryingForm, n, i);
+    }
+    return value;
+}
+
+}  // namespace bm
