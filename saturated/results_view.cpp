@@ -5,6 +5,7 @@
 #include "model/number_text.h"
 #include "model/range_spec.h"
 #include "saturated/input_form_model.h"
+#include "files/text_file.h"
 #include "saturated/output_file.h"
 #include "shell/error_handler.h"
 #include "shell/runtime_error.h"

@@ -247,3 +247,47 @@ TEST(ProgressPicture, PercentageIsAWholeNumberUpToOneHundred) {
 
 }  // namespace
 }  // namespace bm
+
+namespace bm {
+namespace {
+
+// Two and three dimensions run through the passes of their drivers; a finite
+// aquifer needs no quadrature file.
+TEST(InputFormRunSpatial, TwoDimensionalRunFillsItsGridAndLabel) {
+    Screen s(testkit::twoDimScreenModel("Finite", "Finite / Line"));
+    s.data.dataState = kParametersChanged;
+    s.form.calculate();
+    for (const auto& m : s.ui.messages) ADD_FAILURE() << m.title << ": " << m.text;
+    EXPECT_EQ(s.data.result2D.ub(0), 11);
+    EXPECT_EQ(s.data.result2D.ub(1), 11);
+    EXPECT_EQ(s.data.result2D.ub(2), 11);
+    ASSERT_FALSE(s.ui.progress.empty());
+    EXPECT_EQ(s.ui.progress.back().total, 11 * 11 * 11);
+    EXPECT_EQ(s.form.resultLabel, formatNumber(s.data.currentConcentration));
+    EXPECT_GE(s.data.currentConcentration, 0.0);
+    EXPECT_LE(s.data.currentConcentration, 1.0);
+    EXPECT_FALSE(s.data.mcPointChanged[static_cast<int>(ModelKind::TwoDimensional)]);
+    EXPECT_EQ(s.data.dataState, kNeedsSaving);
+    EXPECT_TRUE(s.form.resultsAreValid());
+}
+
+TEST(InputFormRunSpatial, ThreeDimensionalRunFillsItsGridAndLabel) {
+    DataSet d = testkit::threeDimScreenModel("Finite", "Finite / Patch");
+    d.xRange = "0:40:10";
+    d.mcAtX = "40";
+    Screen s(d);
+    s.form.calculate();
+    for (const auto& m : s.ui.messages) ADD_FAILURE() << m.title << ": " << m.text;
+    EXPECT_EQ(s.data.result3D.ub(0), 5);
+    EXPECT_EQ(s.data.result3D.ub(1), 5);
+    EXPECT_EQ(s.data.result3D.ub(2), 3);
+    EXPECT_EQ(s.data.result3D.ub(3), 11);
+    ASSERT_FALSE(s.ui.progress.empty());
+    EXPECT_EQ(s.ui.progress.back().total, 5 * 5 * 3 * 11);
+    EXPECT_EQ(s.form.resultLabel, formatNumber(s.data.currentConcentration));
+    EXPECT_EQ(s.form.row(16).text, "40");
+    EXPECT_TRUE(s.form.resultsAreValid());
+}
+
+}  // namespace
+}  // namespace bm
