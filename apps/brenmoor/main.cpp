@@ -18,6 +18,7 @@
 #include "shell/file_commands.h"
 #include "shell/widgets/main_window.h"
 #include "shell/widgets/qt_user_interface.h"
+#include "saturated/widgets/input_form.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
@@ -39,6 +40,7 @@ int main(int argc, char** argv) {
     bm::setUserInterface(&ui);
 
     // The model screens register here as they are built (bm::registerModelScreen).
+    bm::registerInputForm();
 
     bm::MainWindow main(bm::theDataSet(), bm::theAppState(), bm::fileCommands());
     ui.setMainWindow(&main);

@@ -1,0 +1,325 @@
+#include "saturated/input_validation.h"
+
+#include "model/app_state.h"
+#include "model/number_text.h"
+#include "model/range_spec.h"
+#include "montecarlo/monte_marker.h"
+#include "saturated/input_form_model.h"
+#include "shell/checked_math.h"
+#include "shell/error_handler.h"
+#include "shell/runtime_error.h"
+#include "shell/user_interface.h"
+
+namespace bm {
+
+std::string rangeFormatTextF(int dimension) {
+    if (dimension == 1) return "    Minimum:Maximum:Interval, Minimum:Maximum:Interval:Constant  (e.g. 0:100:1:50).";
+    return "     Minimum:Maximum:Interval, Minimum:Maximum:Interval:Constant (e.g. 0:100:1).";
+}
+
+std::string rangeFormatTextG(int dimension) {
+    if (dimension == 2) return "  Minimum:Maximum:Interval:Constant, Minimum:Maximum:Interval.";
+    return "    Minimum:Maximum:Interval, Minimum:Maximum:Interval:Constant.";
+}
+
+namespace {
+
+constexpr const char* kBreaks = "\r\r";
+constexpr const char* kGiveProper = "Please give a proper input value.";
+
+std::string numberText(double value) { return generalText(value); }
+
+// One validation of the screen: the rules of each dimension in their order.
+class Validation {
+public:
+    explicit Validation(InputFormModel& form) : f_(form), d_(form.dimension()), ui_(form.ui()), data_(form.data()) {}
+
+    bool run() {
+        // The unit menus are brought up to date and the model is read from ModelE.
+        const std::string model = f_.modelCaption.rfind("Model: ", 0) == 0 ? f_.modelCaption.substr(7) : f_.modelCaption;
+        switch (dimensionOfModelType(model)) {
+        case 1: return oneDimension();
+        case 2: return twoDimensions();
+        case 3: return threeDimensions();
+        default: return false;  // a screen without a layout has nothing to calculate
+        }
+    }
+
+private:
+    // ---- access
+    FormRow& row(int r) { return f_.row(d_, r); }
+    const std::string& text(int r) { return row(r).text; }
+    std::string cap(int r) { return row(r).caption; }
+    std::string val(int r) { return formatNumber(text(r)); }
+    bool blank(int r) { return trim(text(r)).empty(); }
+    bool monte(int r) { return holdsMonteMarker(text(r)); }
+    double value(int r) { return textValue(text(r)); }
+
+    FocusRequest at(int r) {
+        FocusRequest f;
+        f.dimension = d_;
+        f.tab = row(r).tab;
+        f.row = r;
+        return f;
+    }
+    FocusRequest atTerm(int i, int column) {
+        FocusRequest f;
+        f.dimension = d_;
+        f.tab = f_.grid().tab;
+        f.grid = true;
+        f.gridRow = i - 1;
+        f.gridColumn = column;
+        f.editMode = true;
+        return f;
+    }
+
+    bool fail(const char* title, const std::string& message, const FocusRequest& focus) {
+        ui_.message(MessageIcon::Exclamation, MessageButtons::Ok, title, message);
+        f_.requestFocus(focus);
+        return false;
+    }
+
+    // ---- message patterns
+    static std::string m1(const std::string& cap) {
+        return "No input value has been given for " + cap + "." + kBreaks + kGiveProper;
+    }
+    static std::string m2() {
+        return std::string("Retardation Coefficient (R) must be larger than or equal to one.") + kBreaks + kGiveProper;
+    }
+    static std::string m3(const std::string& cap, const std::string& val) {
+        return "The input data give for " + cap + " = " + val + " is not correct." + kBreaks + kGiveProper;
+    }
+    std::string m4(const std::string& cap, const std::string& val) const {
+        return "The input data give for " + cap + " = " + val + " is not in the proper format." + kBreaks +
+               "Please use the two format: \r" + rangeFormatTextF(d_);
+    }
+    static std::string m5(const std::string& cap, const std::string& val) {
+        return "The input data give for " + cap + " = " + val + " is not in the proper format." + kBreaks +
+               "Please use the format: \r     Minimum:Maximum:Interval (e.g. 0:100:1).";
+    }
+    std::string m6(const std::string& cap, const std::string& val) const {
+        return "The input data give for " + cap + " = " + val + " is not in the proper format." + kBreaks +
+               "Please use the following two formats: \r" + rangeFormatTextG(d_);
+    }
+    static std::string m7() { return std::string("Time Range (t) should start zero.") + kBreaks + "Please set Tmin as zero!"; }
+    static std::string m8(const std::string& col, int i) {
+        return "Not all values have been given for " + col + "." + kBreaks + "Please give a proper value in row number " +
+               std::to_string(i) + ".";
+    }
+    static std::string m9(const std::string& first, int i) {
+        return "All time values must be greater than " + first + ", which is the  initial time value." + kBreaks +
+               "Please give a proper value in row number " + std::to_string(i) + ".";
+    }
+    static std::string m10(const std::string& col, double tMin, double tMax, int i) {
+        return "Input value given for " + col + " must be between  " + numberText(tMin) + " and " + numberText(tMax) +
+               "." + kBreaks + "Please give a proper input value in row number " + std::to_string(i) + ".";
+    }
+    static std::string m11() {
+        return std::string("The value of initial concentration must be greater than zero.") + kBreaks +
+               "Please give a proper value in first row.";
+    }
+    static std::string m12(const std::string& col, int i) {
+        return col + " given is not a numeric value." + kBreaks + "Please give a proper value in row number " +
+               std::to_string(i) + ".";
+    }
+    static std::string m13(double tMin) {
+        return "The first row indicates the initial conditions. The time choosen in there must be the same as first "
+               "element in the Time Range (" +
+               numberText(tMin) + ")." + kBreaks + "Please give a proper value.";
+    }
+    static std::string m14(const std::string& cap, double minimum, double maximum) {
+        return "Input constant value given for " + cap + " must be between  " + numberText(minimum) + " and " +
+               numberText(maximum) + "." + kBreaks + kGiveProper;
+    }
+    static std::string m15(const std::string& cap, double minimum, double maximum) {
+        return "Input value given for " + cap + " must be between  " + numberText(minimum) + " and " +
+               numberText(maximum) + "." + kBreaks + kGiveProper;
+    }
+    static std::string m16(const std::string& cap) {
+        return "Zero input value has been given for " + cap + "." + kBreaks + kGiveProper;
+    }
+    static std::string m17(const std::string& cap) {
+        return "Input value given for " + cap + " must be equal to or greater than zero. & Chr(13) & Chr(13)" +
+               kGiveProper;
+    }
+    static std::string m18(const std::string& cap) {
+        return "Input value given for " + cap + " must be greater than zero. & Chr(13) & Chr(13)" + kGiveProper;
+    }
+
+    // ---- shared rules
+    bool emptyRows(int from, int to) {
+        for (int r = from; r <= to; ++r)
+            if (blank(r) && row(r).enabled) return fail(kNoInputTitle, m1(cap(r)), at(r));
+        return true;
+    }
+
+    // The retardation row: present, at least one, numeric. In two dimensions the
+    // value of the message is read from the one-dimensional list's row of the
+    // same number, which that list does not have: the run-time error is what
+    // the user gets to see.
+    bool retardation(int r, bool valueFromOneDimensionalList) {
+        if (blank(r)) return fail(kNoInputTitle, m1(cap(r)), at(r));
+        if (!monte(r) && value(r) < 1) return fail(kImproperInputTitle, m2(), at(r));
+        if (!monte(r) && !isNumeric(text(r))) {
+            const std::string shown = valueFromOneDimensionalList ? formatNumber(f_.row(1, r).text) : val(r);
+            return fail(kImproperInputTitle, m3(cap(r), shown), at(r));
+        }
+        return true;
+    }
+
+    bool rangeForm(int r) {
+        if (!isRangeForm(text(r))) return fail(kInvalidFormatTitle, m4(cap(r), val(r)), at(r));
+        return true;
+    }
+
+    ParsedRange parse(int r) { return parseRange(text(r)); }
+
+    // Overwrites the row of the selected point with the Constant of its range.
+    void overwrite(int pointRow, double constant) { row(pointRow).text = formatNumber(constant); }
+
+    bool pointInRange(int pointRow, const ParsedRange& range) {
+        const double v = value(pointRow);
+        if (v < range.minimum || v > range.maximum)
+            return fail(kImproperInputTitle, m15(cap(pointRow), range.minimum, range.maximum), at(pointRow));
+        return true;
+    }
+
+    bool terms(int superpositionRow, double tMin, double tMax) {
+        const TermGrid& g = f_.grid();
+        const std::string& timeColumn = g.timeHeading;
+        const std::string& concentrationColumn = g.concentrationHeading;
+        const int n = toInt16(value(superpositionRow));
+        const double firstTime = textValue(g.cell(0, 0));
+        for (int i = 1; i <= n; ++i) {
+            const std::string& time = g.cell(i - 1, 0);
+            const std::string& concentration = g.cell(i - 1, 1);
+            const double t = textValue(time);
+            if (trim(time).empty()) return fail(kNoInputTitle, m8(timeColumn, i), atTerm(i, 0));
+            if (t < firstTime) return fail(kImproperInputTitle, m9(numberText(firstTime), i), atTerm(i, 0));
+            if (t < tMin || t > tMax) return fail(kImproperInputTitle, m10(timeColumn, tMin, tMax, i), atTerm(i, 0));
+            const bool marker = holdsMonteMarker(concentration);
+            if (!marker && textValue(concentration) <= 0) return fail(kImproperInputTitle, m11(), atTerm(i, 1));
+            if (trim(concentration).empty()) return fail(kNoInputTitle, m8(concentrationColumn, i), atTerm(i, 1));
+            if (!marker && !isNumeric(concentration)) {
+                ui_.setBusy(false);
+                return fail(kImproperInputTitle, m12(concentrationColumn, i), atTerm(i, 1));
+            }
+            if (i == 1 && t != tMin) return fail(kImproperInputTitle, m13(tMin), atTerm(i, 0));
+        }
+        return true;
+    }
+
+    bool notZero(int r) {
+        if (value(r) == 0 && row(r).enabled && !monte(r)) return fail(kImproperInputTitle, m16(cap(r)), at(r));
+        return true;
+    }
+
+    // ---- one dimension
+    bool oneDimension() {
+        if (!emptyRows(0, 5)) return false;
+        if (!retardation(10, false)) return false;
+        if (!rangeForm(3) || !rangeForm(4)) return false;
+        const ParsedRange x = parse(3);
+        data_.numXTerms = x.terms;
+        const ParsedRange t = parse(4);
+        data_.numTTerms = t.terms;
+        if (x.terms < 1 || t.terms < 1) return fail(kInvalidFormatTitle, m6(cap(3), val(3)), at(3));
+        if (t.minimum != 0) return fail(kInvalidFormatTitle, m7(), at(4));
+        overwrite(6, x.constant);
+        overwrite(7, t.constant);
+        if (!terms(5, t.minimum, t.maximum)) return false;
+        if (value(6) < x.minimum || value(6) > x.maximum)
+            return fail(kImproperInputTitle, m14(cap(3), x.minimum, x.maximum), at(3));
+        if (value(7) < t.minimum || value(7) > t.maximum)
+            return fail(kImproperInputTitle, m14(cap(4), t.minimum, t.maximum), at(4));
+        return notZero(1) && notZero(2) && notZero(8);
+    }
+
+    // ---- two dimensions
+    bool twoDimensions() {
+        if (!emptyRows(0, 14) || !emptyRows(15, 16)) return false;
+        if (!retardation(18, true)) return false;
+        if (!rangeForm(0) || !rangeForm(1)) return false;
+        if (!isRangeForm(text(3))) return fail(kInvalidFormatTitle, m5(cap(3), val(3)), at(3));
+        const ParsedRange x = parse(0);
+        data_.numXTerms = x.terms;
+        const ParsedRange y = parse(1);
+        data_.numYTerms = y.terms;
+        const ParsedRange t = parse(3);
+        data_.numTTerms = t.terms;
+        if (x.terms < 1 || y.terms < 1 || t.terms < 1) return fail(kInvalidFormatTitle, m6(cap(0), val(0)), at(0));
+        if (t.minimum != 0) return fail(kInvalidFormatTitle, m7(), at(3));
+        overwrite(13, x.constant);
+        overwrite(12, y.constant);
+        overwrite(14, t.constant);
+        if (!pointInRange(13, x) || !pointInRange(12, y) || !pointInRange(14, t)) return false;
+        if (!terms(7, t.minimum, t.maximum)) return false;
+        if (!monte(15) && value(15) < 0) return fail(kImproperInputTitle, m17(cap(15)), at(15));
+        if (!monte(16) && value(16) <= 0) return fail(kImproperInputTitle, m18(cap(16)), at(16));
+        return true;
+    }
+
+    // ---- three dimensions
+    bool threeDimensions() {
+        if (!emptyRows(0, 18) || !emptyRows(19, 20)) return false;
+        if (!retardation(22, false)) return false;
+        for (int r = 0; r <= 3; ++r)
+            if (!rangeForm(r)) return false;
+        const ParsedRange x = parse(0);
+        data_.numXTerms = x.terms;
+        const ParsedRange y = parse(1);
+        data_.numYTerms = y.terms;
+        const ParsedRange z = parse(2);
+        data_.numZTerms = z.terms;
+        const ParsedRange t = parse(3);
+        data_.numTTerms = t.terms;
+        if (x.terms < 1 || y.terms < 1 || z.terms < 1 || t.terms < 1)
+            return fail(kInvalidFormatTitle, m6(cap(0), val(0)), at(0));
+        if (t.minimum != 0) return fail(kInvalidFormatTitle, m7(), at(3));
+        overwrite(16, x.constant);
+        overwrite(17, y.constant);
+        overwrite(18, z.constant);
+        overwrite(15, t.constant);
+        if (!pointInRange(16, x) || !pointInRange(17, y) || !pointInRange(18, z) || !pointInRange(15, t)) return false;
+        if (!terms(9, t.minimum, t.maximum)) return false;
+        if (!monte(19) && value(19) < 0) return fail(kImproperInputTitle, m17(cap(19)), at(19));
+        if (!monte(20) && value(20) <= 0) return fail(kImproperInputTitle, m18(cap(20)), at(20));
+        return true;
+    }
+
+    InputFormModel& f_;
+    int d_;
+    UserInterface& ui_;
+    DataSet& data_;
+};
+
+}  // namespace
+
+bool inputForm_validate(InputFormModel& form) {
+    bool result = false;
+    try {
+        result = Validation(form).run();
+    } catch (const RuntimeError& e) {
+        form.ui().setBusy(false);
+        handleError(e, "inputForm_validate", "", form.ui());
+        result = false;
+    }
+    form.ui().setBusy(false);
+    form.changed();
+    return result;
+}
+
+bool validateDataSet(DataSet& data, UserInterface& ui) {
+    InputFormModel form(data, theAppState(), ui);
+    if (!form.setDisplay()) return false;
+    const bool valid = inputForm_validate(form);
+    // The rows of the selected point that validation rewrote go back to the DataSet.
+    const DimensionRows& n = dimensionRows(form.dimension());
+    data.mcAtX = form.row(n.mcX).text;
+    data.mcAtT = form.row(n.mcT).text;
+    if (n.mcY >= 0) data.mcAtY = form.row(n.mcY).text;
+    if (n.mcZ >= 0) data.mcAtZ = form.row(n.mcZ).text;
+    return valid;
+}
+
+}  // namespace bm
