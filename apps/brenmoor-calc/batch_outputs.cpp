@@ -5,6 +5,7 @@
 #include "model/number_text.h"
 #include "montecarlo/monte_marker.h"
 #include "saturated/calculation_run.h"
+#include "saturated/input_validation.h"
 #include "saturated/output_file.h"
 #include "shell/error_handler.h"
 #include "timevarying/var_output.h"
@@ -50,6 +51,8 @@ bool unsaturatedRadicandAccepted(const DataSet& d, UserInterface& ui) {
 
 bool batchAcceptsInput(DataSet& data, UserInterface& ui) {
     if (isUnsaturatedType(data.modelType)) return unsaturatedRadicandAccepted(data, ui);
+    // The saturated screen's validation, rule by rule, with its messages.
+    if (saturatedDimension(data.modelType) != 0) return validateDataSet(data, ui);
     return true;
 }
 

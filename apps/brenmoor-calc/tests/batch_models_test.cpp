@@ -114,7 +114,7 @@ TEST(BatchModels, ThreeDimensionalWidePatchIsTheColumn) {
     setField(model, "X: ", "0:40:20");
     setField(model, "Y: ", "-5:5:5");
     setField(model, "Z: ", "4:6:2");
-    setField(model, "Time: ", "10:30:20");
+    setField(model, "Time: ", "0:30:10");
     setField(model, "Velocity: ", "0.3");
     setField(model, "HalfLife: ", "1E+30");
     setField(model, "Dispersion_X: ", "2");
@@ -137,7 +137,7 @@ TEST(BatchModels, ThreeDimensionalWidePatchIsTheColumn) {
             for (int z = 0; z < 2; ++z) EXPECT_CLOSE(row[2 + z], column(row[0], times.back(), 1.0, 2.0), 1e-4, 1e-5) << l;
         }
     }
-    EXPECT_EQ(times, (std::vector<double>{10, 30}));
+    EXPECT_EQ(times, (std::vector<double>{0, 10, 20, 30}));
 }
 
 // A simulation: the velocity varies over three samples; each iteration's value
@@ -151,8 +151,10 @@ TEST(BatchModels, MonteCarloIterationsFollowTheirSamples) {
     setField(model, "Dispersion_X: ", "2");
     setField(model, "Retardation Coefficient (R): ", "1");
     setField(model, "Aquifer Porosity: ", "0.3");
-    setField(model, "Monte Carlo simulation at x: ", "10");
-    setField(model, "Monte Carlo simulation at t: ", "20");
+    // The point of the simulation is the Constant of each range (validation
+    // writes it into the point's rows).
+    setField(model, "X: ", "0:200:10:10");
+    setField(model, "Time: ", "0:730:73:20");
     // The sample table: one variant, three iterations of samples (count 4).
     const std::string block =
         "[Begin Monte Carlo Data]\r\n 1 \r\n 1 \r\n 4 \r\n[Begin Chemical  1 ]\r\n"
