@@ -20,7 +20,7 @@ endfunction()
 function(bm_add_qtest name)
   add_executable(${name} ${ARGN})
   set_target_properties(${name} PROPERTIES AUTOMOC ON)
-  target_link_libraries(${name} PRIVATE gui testsupport Qt6::Test GTest::gtest GTest::gtest_main)
+  target_link_libraries(${name} PRIVATE gui testsupport qttestsupport Qt6::Test GTest::gtest GTest::gtest_main)
   bm_warnings(${name})
   gtest_discover_tests(${name}
     WORKING_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}

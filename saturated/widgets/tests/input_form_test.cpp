@@ -30,7 +30,7 @@
 #include "shell/widgets/model_screens.h"
 #include "testing/is_close.h"
 #include "testing/test_paths.h"
-#include "shell/widgets/tests/qt_test_support.h"
+#include "testing/qt_test_support.h"
 
 namespace bm {
 namespace {

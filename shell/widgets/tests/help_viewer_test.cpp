@@ -6,7 +6,7 @@
 #include <QTextBrowser>
 #include <QTreeWidget>
 
-#include "qt_test_support.h"
+#include "testing/qt_test_support.h"
 #include "shell/widgets/help_viewer.h"
 #include "testing/test_paths.h"
 

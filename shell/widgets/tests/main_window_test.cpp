@@ -11,7 +11,7 @@
 
 #include "model/app_state.h"
 #include "model/data_set.h"
-#include "qt_test_support.h"
+#include "testing/qt_test_support.h"
 #include "shell/file_commands.h"
 #include "shell/settings_file.h"
 #include "shell/widgets/help_viewer.h"

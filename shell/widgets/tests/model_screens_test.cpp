@@ -3,7 +3,7 @@
 #include <QLabel>
 
 #include "model/data_set.h"
-#include "qt_test_support.h"
+#include "testing/qt_test_support.h"
 #include "shell/file_commands.h"
 #include "shell/widgets/model_screens.h"
 #include "testing/scripted_user_interface.h"

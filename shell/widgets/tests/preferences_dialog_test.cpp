@@ -7,7 +7,7 @@
 #include <QRadioButton>
 
 #include "model/app_state.h"
-#include "qt_test_support.h"
+#include "testing/qt_test_support.h"
 #include "shell/settings_file.h"
 #include "shell/widgets/preferences_dialog.h"
 #include "testing/scripted_user_interface.h"

@@ -9,7 +9,7 @@
 #include <QTimer>
 #include <cstdio>
 
-#include "qt_test_support.h"
+#include "testing/qt_test_support.h"
 #include "shell/error_handler.h"
 #include "shell/widgets/qt_user_interface.h"
 #include "testing/test_paths.h"

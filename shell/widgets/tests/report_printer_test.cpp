@@ -4,7 +4,7 @@
 #include <QProcess>
 #include <QStandardPaths>
 
-#include "qt_test_support.h"
+#include "testing/qt_test_support.h"
 #include "shell/widgets/report_printer.h"
 #include "testing/test_paths.h"
 

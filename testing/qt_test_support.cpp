@@ -1,4 +1,4 @@
-#include "qt_test_support.h"
+#include "testing/qt_test_support.h"
 
 #include <QElapsedTimer>
 #include <QPointer>
