@@ -13,9 +13,13 @@ ProgressPicture::ProgressPicture(QWidget* parent) : QWidget(parent) {
 }
 
 void ProgressPicture::setProgress(double total, double done) {
+    // Repaint only when the picture changes (the bar's width or the percentage):
+    // a run reports every point, and painting each one would dominate a long run.
+    const int oldWidth = static_cast<int>(progressFraction(total_, done_) * width());
+    const QString oldText = text();
     total_ = total;
     done_ = done;
-    update();
+    if (static_cast<int>(progressFraction(total_, done_) * width()) != oldWidth || text() != oldText) update();
 }
 
 QString ProgressPicture::text() const { return QString::fromStdString(progressPercentText(total_, done_)); }
