@@ -196,6 +196,31 @@ TEST(OneDimKernelAccuracy, SemiInfiniteCauchyWithoutDecayIsItsStatedFormula) {
     }
 }
 
+TEST(OneDimKernelAccuracy, SemiInfiniteCauchyWithWeakDecayLosesDigitsAsV2Over4LambdaD) {
+    // The decay formula ends in (...) V^2 / (4 lambda D), whose bracket cancels
+    // as lambda falls (U / V - 1 is about 2 D lambda / V^2): double precision
+    // leaves an error of a few 1e-16 times V^2 / (4 lambda D), and no more.
+    // 1e-9 therefore holds for lambda above about 1e-6 V^2 / D; a half-life
+    // typed as 1e30 to mean "no decay" gives no usable ratio.
+    const double V = 1.0, D = 0.5;
+    for (double lambda : {1e-2, 1e-4, 1e-6, 1e-8, 1e-10}) {
+        const auto p = parameters(V, D, halfLifeOf(lambda));
+        const double amplification = V * V / (4 * lambda * D);
+        double worst = 0;
+        for (double t : {0.5, 2.0, 8.0})
+            for (double x : {0.0, 0.5, 2.0, 5.0, 10.0}) {
+                double value = -1;
+                semiInfiniteCauchyRatio(p, x, t, value);
+                const double difference =
+                    std::fabs(value - static_cast<double>(semiInfiniteCauchyByQuadrature(V, D, lambda, x, t)));
+                EXPECT_LE(difference, 1e-12 + 5e-15 * amplification) << at(x, t) << " lambda " << lambda;
+                worst = std::max(worst, difference);
+            }
+        std::printf("[ accuracy ] semi-infinite Cauchy, lambda %.0e: max abs %.2e (V^2/(4 lambda D) = %.0e)\n", lambda,
+                    worst, amplification);
+    }
+}
+
 // ---------------------------------------------------------------------------
 // Finite aquifers.
 
