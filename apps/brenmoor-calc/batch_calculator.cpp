@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <climits>
+#include <exception>
 
 #include "apps/brenmoor-calc/batch_outputs.h"
 #include "files/code_page.h"
@@ -110,7 +111,15 @@ int runBatch(const BatchOptions& options, UserInterface& ui, std::FILE* standard
     try {
         readDataFile(data, options.dataFile);
     } catch (const RuntimeError& e) {
-        handleError(e, "File Error", options.dataFile, ui);
+        // A bounds error, which the handler passes over in silence, means a
+        // file of no recognised format, as when the workbench opens it.
+        if (e.number() == err::SubscriptOutOfRange)
+            handleError(err::InputPastEndOfFile, "File Error", options.dataFile, ui);
+        else
+            handleError(e, "File Error", options.dataFile, ui);
+        return kExitRuntimeError;
+    } catch (const std::exception&) {
+        handleError(err::OutOfMemory, "File Error", options.dataFile, ui);
         return kExitRuntimeError;
     }
     if (!batchCanCalculate(data)) {

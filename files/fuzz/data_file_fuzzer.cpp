@@ -1,9 +1,12 @@
 // libFuzzer target of the data file reader: any bytes must end in a read or in
 // a RuntimeError, and whatever was read must write again.
 //   cmake -S . -B build-fuzz -DCMAKE_CXX_COMPILER=clang++ -DBRENMOOR_BUILD_FUZZERS=ON \
-//         -DBRENMOOR_BUILD_GUI=OFF -DBRENMOOR_BUILD_TESTS=OFF -DBRENMOOR_BUILD_BENCH=OFF
+//         -DBRENMOOR_BUILD_GUI=OFF -DBRENMOOR_BUILD_TESTS=OFF -DBRENMOOR_BUILD_BENCH=OFF \
+//         -DCMAKE_CXX_FLAGS=-fno-sanitize-recover=all   (undefined behaviour stops the run)
 //   cmake --build build-fuzz -j2 --target fuzz_data_file
-//   build-fuzz/files/fuzz_data_file -max_total_time=60 files/tests/fixtures
+//   build-fuzz/files/fuzz_data_file -max_total_time=600 -max_len=4096 NEW_CORPUS files/tests/fixtures/fuzz_corpus files/tests/fixtures
+// then minimise into the kept corpus (replayed by files/tests/fuzz_corpus_replay_test.cpp):
+//   build-fuzz/files/fuzz_data_file -merge=1 -use_counters=0 MERGED NEW_CORPUS files/tests/fixtures/fuzz_corpus
 
 #include <cstddef>
 #include <cstdint>

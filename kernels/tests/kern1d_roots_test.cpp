@@ -128,5 +128,40 @@ TEST(Kern1dRoots, Root3WithNegativeVelocityFindsEveryRootInOrder) {
     }
 }
 
+// The pole-free form of the condition, beta cos beta + (p - q beta^2) sin beta:
+// the condition times sin beta, whose sign is fixed inside each branch.
+Real poleFree(Real beta, Real p, Real q) { return beta * std::cos(beta) + (p - q * beta * beta) * std::sin(beta); }
+
+TEST(Kern1dRoots, EachRootIsBracketedToTwelveDigitsInsideItsOwnBranch) {
+    // The tables the finite kernels use in their accuracy tests and the batch
+    // calculator's tests (p = V L / 2D, or V L / 4D with q = D / (L V)), and a
+    // sharp front. A change of sign of the pole-free form within 1e-12 of each
+    // root, inside the branch (i pi, (i + 1) pi), proves a root there.
+    struct Table {
+        bool dirichlet;
+        double p, q;
+    };
+    const std::vector<Table> tables = {{true, 10, 0},    {true, 3, 0},     {true, 0.125, 0},   {true, 100, 0},
+                                       {true, 5, 0},     {false, 5, 0.05}, {false, 1.5, 1.0 / 6}, {false, 0.0625, 4},
+                                       {false, 50, 0.005}, {false, 2.5, 0.1}};
+    for (const Table& t : tables) {
+        std::vector<double> roots(kRootCount, -1.0);
+        const int status = t.dirichlet ? root1(t.p, roots[0]) : root3(t.p, t.q, roots[0]);
+        EXPECT_EQ(status, 1);
+        for (int i = 0; i < kRootCount; ++i) {
+            const Real beta = roots[static_cast<std::size_t>(i)];
+            ASSERT_GT(beta, i * kPiL) << "root " << i << " p " << t.p;
+            ASSERT_LT(beta, (i + 1) * kPiL) << "root " << i << " p " << t.p;
+            const Real below = poleFree(beta * (1 - 1e-12L), t.p, t.q);
+            const Real above = poleFree(beta * (1 + 1e-12L), t.p, t.q);
+            EXPECT_LE(below * above, 0) << "no change of sign around root " << i << " p " << t.p << " q " << t.q;
+            // and the residual: the Newton step it implies is below 1e-12 beta
+            EXPECT_LE(std::fabs(static_cast<double>(condition(beta, t.p, t.q) / conditionSlope(beta, t.q))),
+                      1e-12 * static_cast<double>(beta))
+                << "root " << i << " p " << t.p;
+        }
+    }
+}
+
 }  // namespace
 }  // namespace bm

@@ -1,0 +1,87 @@
+#pragma once
+// What every text must give the range readers, whatever it holds: a value or
+// one of their two run-time errors (6, the count's overflow; 5, a missing
+// second colon), never another exception, and readers that agree with each
+// other. Shared by the fuzzer and by the test that replays its corpus.
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <string>
+
+#include "model/number_text.h"
+#include "model/range_spec.h"
+#include "shell/runtime_error.h"
+#include "shell/user_interface.h"
+
+namespace bm::rangecheck {
+
+// Counts the message boxes; answers none.
+class CountingInterface : public StreamUserInterface {
+public:
+    CountingInterface() : StreamUserInterface(nullptr) {}
+    MessageAnswer showMessage(const MessageRequest& request) override {
+        ++shown;
+        return defaultAnswer(request);
+    }
+    int shown = 0;
+};
+
+// Runs f; the error number it raised, 0 when none.
+template <class F>
+int outcome(F f) {
+    try {
+        f();
+    } catch (const RuntimeError& e) {
+        return e.number();
+    }
+    return 0;
+}
+
+inline bool same(double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }
+
+// Calls fail(what) for every property the text breaks.
+template <class Fail>
+void checkRangeReaders(const std::string& text, Fail fail) {
+    auto require = [&](bool condition, const char* what) {
+        if (!condition) fail(what);
+    };
+    const bool scalar = isScalarRange(text);
+    const bool form = isRangeForm(text);
+    const bool valid = rangeFormatIsValid(text);
+    CountingInterface ui;
+    require(checkRangeFormat(text, "X", ui) == valid, "checkRangeFormat and rangeFormatIsValid");
+    require(ui.shown == (valid ? 0 : 1), "one message for an invalid text");
+    require(rangeFormatMessage(text, "X").find(text) != std::string::npos, "the message quotes the text");
+    require(!scalar || valid, "a text without a colon is valid");
+    require(!(scalar && form), "scalar and range form at once");
+
+    double minimum = 0, maximum = 0, interval = 0, constant = 0;
+    std::int16_t terms = 0;
+    const int parseError = outcome([&] { terms = parseRange(text, minimum, maximum, interval, constant); });
+    require(parseError == 0 || parseError == 6 || parseError == 5, "parseRange error number");
+    require(!(valid && parseError == 5), "valid text without its second colon");
+    if (scalar) {
+        require(parseError == 0 && terms == 1 && interval == 0, "scalar parse");
+        require(same(minimum, textValue(text)) && same(maximum, minimum) && same(constant, minimum), "scalar values");
+    }
+    if (parseError == 0) {
+        require(same(minimum, rangeMinimum(text)), "minimum");
+        require(same(maximum, rangeMaximum(text)), "maximum");
+        require(same(interval, rangeInterval(text)), "interval");
+        require(same(constant, rangeConstant(text)), "constant");
+        require(terms == rangeTermCount(minimum, maximum, interval), "count");
+        require(interval != 0 || terms == 1, "zero interval is one term");
+    }
+    require(outcome([&] { rangeMinimum(text); }) == 0, "minimum never fails");
+    require(outcome([&] { rangeInterval(text); }) == 0, "interval never fails");
+    for (int e : {outcome([&] { rangeMaximum(text); }), outcome([&] { rangeConstant(text); })})
+        require(e == 0 || e == 5, "maximum and constant fail only as error 5");
+
+    std::string spec;
+    const int spacedError = outcome([&] { spec = spacedRangeToSpec(text); });
+    require(spacedError == 0 || spacedError == 5, "spacedRangeToSpec error number");
+    if (spacedError == 0) require(std::count(spec.begin(), spec.end(), ':') >= 2, "spaced range joined by colons");
+}
+
+}  // namespace bm::rangecheck
