@@ -178,3 +178,86 @@ TEST(BatchModels, MonteCarloIterationsFollowTheirSamples) {
         EXPECT_CLOSE(value, column(10, 20, velocities[static_cast<std::size_t>(i)] / 0.3, 2.0), 1e-4, 1e-6) << i;
     }
 }
+
+namespace {
+
+// Replaces a model's Monte Carlo block with one variant (named as the screen
+// names it) and its samples.
+void setSamples(std::string& model, const std::string& variant, const std::vector<std::string>& samples) {
+    std::string block = "[Begin Monte Carlo Data]\r\n 1 \r\n 1 \r\n " + std::to_string(samples.size() + 1) +
+                        " \r\n[Begin Chemical  1 ]\r\n" + variant +
+                        "\r\n1\r\n0.1\r\n10\r\n0.01\r\n3\r\nUniform\r\n-1 \r\n" + variant +
+                        "\r\n1\r\n0.1\r\n10\r\n1\r\n1\r\n0.2\r\n-1 \r\nVariants\r\n";
+    for (const auto& s : samples) block += " " + s + " \r\n";
+    block += "[End Chemical  1 ]\r\n[End MonteCarlo Data]\r\n";
+    const auto from = model.find("[Begin Monte Carlo Data]");
+    model.replace(from, model.find("[End File]") - from, block);
+}
+
+// The last `n` lines of a text, as numbers.
+std::vector<double> lastValues(const std::string& text, std::size_t n) {
+    const auto ls = lines(text);
+    std::vector<double> v;
+    for (std::size_t i = ls.size() - n; i < ls.size(); ++i) v.push_back(bm::textValue(ls[i]));
+    return v;
+}
+
+}  // namespace
+
+// An unsaturated column without sorption is the saturated column in pore-water
+// terms: velocity q / (porosity * saturation).
+TEST(BatchModels, UnsaturatedSimulationFollowsItsPercolationSamples) {
+    TempDir dir;
+    std::string model = sampleText("sample1.u1d");
+    model.replace(model.find("Contaminant: Dirichlet/Exp. Decay"), 33, "Contaminant: Dirichlet");
+    const auto decay = model.find("\r\nSource Concentration Decay Rate: ");
+    model.erase(decay, model.find("\r\n", decay + 2) - decay);
+    setField(model, "Steady-State Percolation Rate: ", "Monte Carlo" + std::string(500, ' ') + "|0.1: 1");
+    setField(model, "Dispersion_X: ", "0.5");
+    setField(model, "HalfLife: ", "1E+30");
+    setField(model, "Contaminant Distribution Coefficient: ", "0");
+    setField(model, "Aquifer Porosity: ", "0.4");
+    setField(model, "Saturation: ", "0.5");
+    setField(model, "Monte Carlo simulation at x: ", "2");
+    setField(model, "Monte Carlo simulation at t: ", "3");
+    setSamples(model, "Steady-State Percolation Rate (Q)", {"0.1", "0.2", "0.4"});
+    writeFileBytes(dir.file("varied.u1d"), model);
+    std::string out, err;
+    ASSERT_EQ(runCalc(dir.file("varied.u1d"), dir, out, err), 0) << err;
+    ASSERT_EQ(out.rfind("Monte Carlo\r\nType: Concentrations\r\nNumber of Terms: 3\r\n", 0), 0u) << out;
+    const auto values = lastValues(out, 3);
+    const std::vector<double> rates = {0.1, 0.2, 0.4};
+    for (std::size_t i = 0; i < 3; ++i) EXPECT_CLOSE(values[i], column(2, 3, rates[i] / 0.2, 0.5), 1e-4, 1e-6) << i;
+}
+
+// A time-varying instantaneous point source with constant dispersion: the
+// Gaussian puff of the released mass, moving with the sampled velocity.
+TEST(BatchModels, TimeVaryingSimulationFollowsItsVelocitySamples) {
+    TempDir dir;
+    std::string model = sampleText("sample1.var");
+    model.replace(model.find("Aquifer: Linear"), 15, "Aquifer: Constant");
+    model.replace(model.find("Contaminant: Point (continuous)"), 31, "Contaminant: Point (instantaneous)");
+    setField(model, "Magnitude of Source: ", "100");
+    setField(model, "Steady State Velocity in X direction: ", "Monte Carlo" + std::string(500, ' ') + "|0.3: 1");
+    setField(model, "First Order Decay Coefficient: ", "0");
+    setField(model, "Dispersion Ratio Coefficient: ", "0.1");
+    setField(model, "Maximum Dispersivity: ", "1");
+    setField(model, "Molecular Diffusion: ", "0.01");
+    setField(model, "Monte Carlo simulation at x: ", "6");
+    setField(model, "Monte Carlo simulation at y: ", "0.5");
+    setField(model, "Monte Carlo simulation at t: ", "5");
+    setSamples(model, "Steady-state Darcy Velocity in X-Direction (u)", {"0.3", "0.36"});
+    writeFileBytes(dir.file("puff.var"), model);
+    std::string out, err;
+    ASSERT_EQ(runCalc(dir.file("puff.var"), dir, out, err), 0) << err;
+    ASSERT_EQ(out.rfind("Monte Carlo\r\n", 0), 0u) << out;
+    const auto values = lastValues(out, 2);
+    const double pi = 3.14159265358979323846, m = 100, a = 0.1, x = 6, y = 0.5, t = 5;
+    for (std::size_t i = 0; i < 2; ++i) {
+        const double u = (i == 0 ? 0.3 : 0.36) / 0.3;  // Darcy velocity over porosity
+        const double alpha = (0.01 + 1.0 * u) * t;    // dispersion integrated over the travel time, R = 1
+        const double c = m / (4 * pi * std::sqrt(a) * alpha) *
+                         std::exp(-(x - u * t) * (x - u * t) / (4 * alpha) - y * y / (4 * a * alpha));
+        EXPECT_CLOSE(values[i], c, 1e-4, 1e-7) << i;
+    }
+}
