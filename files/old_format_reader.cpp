@@ -7,7 +7,7 @@
 #include "files/data_file_blocks.h"
 #include "model/app_state.h"
 #include "model/number_text.h"
-#include "model/range_spec.h"
+#include "model/ranges.h"
 
 namespace bm {
 

@@ -5,7 +5,7 @@
 
 #include "kernels/kern3d_effective.h"
 #include "kernels/kern3d_quadrature.h"
-#include "kernels/kern3d_special.h"
+#include "kernels/kern3d_functions.h"
 #include "shell/checked_math.h"
 
 namespace bm::k3 {

@@ -4,7 +4,7 @@
 #include <stdexcept>
 
 #include "model/number_text.h"
-#include "model/range_spec.h"
+#include "model/ranges.h"
 #include "montecarlo/monte_marker.h"
 #include "saturated/one_dim_parameters.h"
 #include "saturated/one_dim_solution.h"

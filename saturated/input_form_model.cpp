@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "model/number_text.h"
-#include "model/range_spec.h"
+#include "model/ranges.h"
 #include "montecarlo/monte_marker.h"
 #include "saturated/calculation_run.h"
 #include "saturated/source_captions.h"

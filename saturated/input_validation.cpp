@@ -2,7 +2,7 @@
 
 #include "model/app_state.h"
 #include "model/number_text.h"
-#include "model/range_spec.h"
+#include "model/ranges.h"
 #include "montecarlo/monte_marker.h"
 #include "saturated/input_form_model.h"
 #include "shell/checked_math.h"

@@ -1,7 +1,7 @@
 #include "saturated/line_grid.h"
 
 #include "model/number_text.h"
-#include "model/range_spec.h"
+#include "model/ranges.h"
 #include "shell/checked_math.h"
 
 namespace bm {

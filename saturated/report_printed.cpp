@@ -4,7 +4,7 @@
 #include <set>
 
 #include "model/number_text.h"
-#include "model/range_spec.h"
+#include "model/ranges.h"
 #include "model/units.h"
 #include "saturated/input_form_model.h"
 #include "shell/common_services.h"

@@ -3,7 +3,7 @@
 // the output file, and the same for a Monte Carlo run.
 
 #include "model/number_text.h"
-#include "model/range_spec.h"
+#include "model/ranges.h"
 #include "saturated/input_form_model.h"
 #include "files/text_file.h"
 #include "saturated/output_file.h"

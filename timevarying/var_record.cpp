@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "model/number_text.h"
-#include "model/range_spec.h"
+#include "model/ranges.h"
 #include "montecarlo/monte_marker.h"
 #include "shell/checked_math.h"
 #include "shell/runtime_error.h"

@@ -2,7 +2,7 @@
 
 #include "model/data_set.h"
 #include "model/number_text.h"
-#include "model/range_spec.h"
+#include "model/ranges.h"
 #include "montecarlo/monte_marker.h"
 
 namespace bm {

@@ -8,7 +8,7 @@
 #include "model/data_set.h"
 #include "model/number_text.h"
 #include "saturated/line_grid.h"
-#include "model/range_spec.h"
+#include "model/ranges.h"
 #include "montecarlo/monte_marker.h"
 #include "shell/checked_math.h"
 

@@ -9,7 +9,7 @@
 
 #include "apps/trazel/cell_number.h"
 #include "model/number_text.h"
-#include "model/range_spec.h"
+#include "model/ranges.h"
 #include "shell/runtime_error.h"
 
 namespace bm::trazel {

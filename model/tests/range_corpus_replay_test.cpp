@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <string>
 
-#include "model/fuzz/range_spec_properties.h"
+#include "model/fuzz/range_properties.h"
 #include "testing/test_paths.h"
 
 namespace bm {

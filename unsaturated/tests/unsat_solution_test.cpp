@@ -9,7 +9,7 @@
 #include <limits>
 
 #include "model/number_text.h"
-#include "model/range_spec.h"
+#include "model/ranges.h"
 #include "montecarlo/monte_marker.h"
 #include "saturated/one_dim_kernels.h"
 #include "saturated/tests/one_dim_test_model.h"

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "model/range_spec.h"
+#include "model/ranges.h"
 #include "shell/runtime_error.h"
 #include "testing/scripted_user_interface.h"
 

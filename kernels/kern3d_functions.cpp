@@ -1,4 +1,4 @@
-#include "kernels/kern3d_special.h"
+#include "kernels/kern3d_functions.h"
 
 #include <cmath>
 

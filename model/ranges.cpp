@@ -1,4 +1,4 @@
-#include "model/range_spec.h"
+#include "model/ranges.h"
 
 #include <algorithm>
 

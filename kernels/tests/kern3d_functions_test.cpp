@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "kernels/kern3d_special.h"
+#include "kernels/kern3d_functions.h"
 #include "testing/is_close.h"
 
 using namespace bm;

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "model/number_text.h"
-#include "model/range_spec.h"
+#include "model/ranges.h"
 #include "shell/runtime_error.h"
 #include "shell/user_interface.h"
 
