@@ -133,7 +133,7 @@ PassEnding runCalculationPass(DataSet& data, const CalculationPass& pass, UserIn
     List<double>& results = data.*pass.mcResult;
     results.redim(n - 1);
 
-    const ProgressOwner owner = progressOwnerOf(data);
+    const ProgressOwner owner = pass.progressOwner ? pass.progressOwner(data) : progressOwnerOf(data);
     for (int i = 1; i <= n - 1; ++i) {
         if (data.stopRequested) {
             data.stopRequested = false;

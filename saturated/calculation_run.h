@@ -37,6 +37,9 @@ struct CalculationPass {
     // Statistics of a finished simulation, given n; not called in a regular run
     // nor after Stop. Empty: nothing to do.
     std::function<void(DataSet&, int n, UserInterface&)> statistics;
+    // The screen whose bar shows a simulation's iterations; empty: the saturated
+    // screens' (inputForm, or MCInputForm in a multi-chemical model).
+    std::function<ProgressOwner(const DataSet&)> progressOwner;
 };
 
 // The input rows of the saturated screen as DataSet texts, without the

@@ -44,6 +44,7 @@ CalculationPass unsaturatedPass() {
         return solveUnsaturated(data, parameters, simulate, ui);
     };
     pass.mcResult = &DataSet::mcResultUnsat;
+    pass.progressOwner = unsatProgressOwnerOf;
     return pass;
 }
 

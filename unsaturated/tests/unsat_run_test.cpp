@@ -112,6 +112,8 @@ TEST(UnsatRun, MonteCarloRunOverASmallSamplesTable) {
     ASSERT_EQ(ui.progress.size(), 4u);
     EXPECT_EQ(ui.progress.back().done, 4.0);
     EXPECT_EQ(ui.progress.back().total, 5.0);
+    // on the unsaturated screen's bar (the multi-chemical one in a multi-chemical model)
+    for (const auto& p : ui.progress) EXPECT_EQ(p.owner, ProgressOwner::UnsaturatedForm);
     EXPECT_TRUE(ui.messages.empty());
 }
 
