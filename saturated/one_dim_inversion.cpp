@@ -57,6 +57,14 @@ Contour contourFor(double V, double D, double lambda, double x, double t) {
     return c;
 }
 
+// a / b, without the care for infinities of the library's complex division
+// (nothing here comes near the ends of the range).
+Complex divide(const Complex& a, const Complex& b) {
+    const double scale = 1.0 / std::norm(b);
+    return Complex((a.real() * b.real() + a.imag() * b.imag()) * scale,
+                   (a.imag() * b.real() - a.real() * b.imag()) * scale);
+}
+
 }  // namespace
 
 int inversionNodeCount(double V, double D, double lambda, double x, double t) {
@@ -84,18 +92,32 @@ double finiteRatioByInversion(bool cauchy, double V, double D, double L, double 
     const double pole = 0.5 * Ru * expErfc(-excess * x / (2.0 * D), (x - U * t) / (2.0 * std::sqrt(D * t)));
 
     const Contour contour = contourFor(V, D, lambda, x, t);
+    // Along the line sigma = sigma0 + i y_j, y_j = (j + 1/2) step, the three
+    // exponentials advance by fixed factors: the reflections' by a rotation,
+    // the Gaussian weight by a factor whose modulus falls geometrically.
+    const double dy = contour.step;
+    const double y0 = 0.5 * dy;
+    Complex toOutlet = std::polar(std::exp(-2.0 * contour.sigma0 * (l - h)), -2.0 * y0 * (l - h));
+    Complex roundTrip = std::polar(std::exp(-2.0 * contour.sigma0 * l), -2.0 * y0 * l);
+    const Complex toOutletStep = std::polar(1.0, -2.0 * dy * (l - h));
+    const Complex roundTripStep = std::polar(1.0, -2.0 * dy * l);
+    Complex weight = std::polar(std::exp(contour.height - t * y0 * y0), contour.slope * y0);
+    const Complex weightTurn = std::polar(1.0, contour.slope * dy);
+    double weightFall = std::exp(-2.0 * t * dy * dy);  // |w_{j+1} / w_j| = exp(-t dy^2 (2j + 2))
+    const double weightFallStep = weightFall;
     double sum = 0.0;
     for (int j = 0; j < contour.nodes; ++j) {
-        const double y = (j + 0.5) * contour.step;
-        const Complex sigma(contour.sigma0, y);
-        const Complex rho = (sigma - c) / (sigma + c);
-        const Complex toOutlet = std::exp(-2.0 * sigma * (l - h));
-        const Complex roundTrip = std::exp(-2.0 * sigma * l);
-        const Complex R = cauchy ? (2.0 * c / (sigma + c)) * (1.0 + rho * toOutlet) / (1.0 - rho * rho * roundTrip)
-                                 : (1.0 + rho * toOutlet) / (1.0 + rho * roundTrip);
-        const Complex remainder = (R - Ru) / (sigma - u) + R / (sigma + u);
-        const Complex weight = std::exp(Complex(contour.height - t * y * y, contour.slope * y));
+        const Complex sigma(contour.sigma0, y0 + j * dy);
+        const Complex plus = sigma + c, minus = sigma - c;  // rho = minus / plus
+        const Complex R = cauchy ? divide(2.0 * c * (plus + minus * toOutlet), plus * plus - minus * minus * roundTrip)
+                                 : divide(plus + minus * toOutlet, plus + minus * roundTrip);
+        // (R - R(u)) / (sigma - u) + R / (sigma + u) over one denominator
+        const Complex remainder = divide((R - Ru) * (sigma + u) + R * (sigma - u), (sigma - u) * (sigma + u));
         sum += (weight * remainder).real();
+        toOutlet *= toOutletStep;
+        roundTrip *= roundTripStep;
+        weight *= weightTurn * weightFall;
+        weightFall *= weightFallStep;
     }
     // The solution lies in [0, 1] (a maximum principle); a rounding just past
     // either end must not reach the caller's test of those bounds.

@@ -76,11 +76,12 @@ struct ErfcTerm {
 // form without cancellation applies.
 bool cauchyDecayTooInexact(const SemiInfiniteShared& s, double x, double t, double ratio, double amplification,
                            const ErfcTerm& e1, const ErfcTerm& e2, const ErfcTerm& e3) {
-    const bool covered = s.V > 0.0 && s.D > 0.0 && s.lambda > 0.0 && x >= 0.0 && t > 0.0;
+    const bool covered = s.V > 0.0 && s.D > 0.0 && s.lambda > 0.0 && x >= 0.0 && t > 0.0 && std::isfinite(x) &&
+                         std::isfinite(t);
     if (!covered) return false;
     const double bracket = std::fabs(ratio - 1.0) * e2.value * e2.conditioning() + 4.0 * ratio * e2.value +
                            2.0 * e1.value * e1.conditioning() + (ratio + 1.0) * e3.value * e3.conditioning();
-    return kEpsilon * bracket * amplification > kRoundingTolerance;
+    return !(kEpsilon * bracket * amplification <= kRoundingTolerance);  // a NaN bound is no bound
 }
 
 // Value at t = 0: the inlet alone carries the source.
@@ -129,7 +130,7 @@ struct FiniteEnd {
 double finiteResult(const FiniteEnd& end, double sum, const SeriesErrors& errors) {
     const bool covered = end.V > 0.0 && end.D > 0.0 && end.L > 0.0 && end.t > 0.0 && end.x >= 0.0 &&
                          end.x <= end.L && end.lambda >= 0.0 && std::isfinite(end.V * end.L / end.D) &&
-                         std::isfinite(end.lambda * end.t);
+                         std::isfinite(end.t) && std::isfinite(end.lambda * end.t);
     const auto inversion = [&] {
         return finiteRatioByInversion(end.cauchy, end.V, end.D, end.L, end.lambda, end.x, end.t);
     };
@@ -139,8 +140,9 @@ double finiteResult(const FiniteEnd& end, double sum, const SeriesErrors& errors
         const double steady = kEpsilon * std::fabs(end.F) * end.steadySize;
         const double rounding = kEpsilon * (errors.spread + std::fabs(sum) * (2.0 + end.exponentSize));
         const double scale = 2.0 * end.multiplier * factor;
-        if (steady + scale * (rounding + errors.tail(false)) > kRoundingTolerance &&
-            steady + scale * (rounding + errors.tail(true)) > kRoundingTolerance)
+        // (a NaN bound is no bound)
+        if (!(steady + scale * (rounding + errors.tail(false)) <= kRoundingTolerance) &&
+            !(steady + scale * (rounding + errors.tail(true)) <= kRoundingTolerance))
             return inversion();
     }
     return fp::checked(end.F - 2.0 * end.multiplier * factor * sum);
@@ -355,12 +357,14 @@ bool semiInfiniteCauchyRatio(const OneDimParameters& parameters, double x, doubl
     exerfc(a2, b2, e2);
     exerfc(a3, b3, e3);
     const double ratio = fp::div(U, V);
-    const double amplification = fp::div(V * V, 4.0 * lambda * D);
+    // Unchecked here: a decay rate so small that this overflows is the extreme
+    // of the cancellation, which the other form takes over.
+    const double amplification = V * V / (4.0 * lambda * D);
     if (cauchyDecayTooInexact(s, x, t, ratio, amplification, {M + lambda * t, b1, e1}, {U * h, b2, e2}, {a3, b3, e3})) {
         result = semiInfiniteCauchyWithDecay(V, D, lambda, x, t);
         return true;
     }
-    result = fp::checked(((ratio - 1.0) * e2 + 2.0 * e1 - (ratio + 1.0) * e3) * amplification);
+    result = fp::checked(((ratio - 1.0) * e2 + 2.0 * e1 - (ratio + 1.0) * e3) * fp::div(V * V, 4.0 * lambda * D));
     return true;
 }
 
