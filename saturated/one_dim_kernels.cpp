@@ -76,8 +76,8 @@ struct ErfcTerm {
 // form without cancellation applies.
 bool cauchyDecayTooInexact(const SemiInfiniteShared& s, double x, double t, double ratio, double amplification,
                            const ErfcTerm& e1, const ErfcTerm& e2, const ErfcTerm& e3) {
-    const bool covered = s.V > 0.0 && s.D > 0.0 && s.lambda > 0.0 && x >= 0.0 && t > 0.0 && std::isfinite(x) &&
-                         std::isfinite(t);
+    const bool covered =
+        s.V > 0.0 && s.D > 0.0 && s.lambda > 0.0 && x >= 0.0 && t > 0.0 && std::isfinite(x) && std::isfinite(t);
     if (!covered) return false;
     const double bracket = std::fabs(ratio - 1.0) * e2.value * e2.conditioning() + 4.0 * ratio * e2.value +
                            2.0 * e1.value * e1.conditioning() + (ratio + 1.0) * e3.value * e3.conditioning();
@@ -102,11 +102,15 @@ struct SeriesErrors {
     double tail(bool exact) const {
         if (!stopped || envelope == 0.0) return 0.0;
         constexpr double pi = std::numbers::pi;
-        const double d = damping * (2.0 * pi / beta + pi * pi / (beta * beta));
+        const double step = pi / beta;
+        const double d = damping * step * (2.0 + step);
         if (!(d > 0.0)) return std::numeric_limits<double>::infinity();
-        if (!exact) return envelope / d * (1.0 + pi * (1.0 + 1.0 / d) / beta);
+        if (!exact) {
+            const double inverse = 1.0 / d;
+            return envelope * inverse * (1.0 + step * (1.0 + inverse));
+        }
         const double r = std::exp(-d);
-        return envelope * r / (1.0 - r) * (1.0 + pi / (beta * (1.0 - r)));
+        return envelope * r / (1.0 - r) * (1.0 + step / (1.0 - r));
     }
 };
 
@@ -128,9 +132,9 @@ struct FiniteEnd {
 };
 
 double finiteResult(const FiniteEnd& end, double sum, const SeriesErrors& errors) {
-    const bool covered = end.V > 0.0 && end.D > 0.0 && end.L > 0.0 && end.t > 0.0 && end.x >= 0.0 &&
-                         end.x <= end.L && end.lambda >= 0.0 && std::isfinite(end.V * end.L / end.D) &&
-                         std::isfinite(end.t) && std::isfinite(end.lambda * end.t);
+    const bool covered = end.V > 0.0 && end.D > 0.0 && end.L > 0.0 && end.t > 0.0 && end.x >= 0.0 && end.x <= end.L &&
+                         end.lambda >= 0.0 && std::isfinite(end.V) && std::isfinite(end.D) && std::isfinite(end.L) &&
+                         std::isfinite(end.t) && std::isfinite(end.lambda) && std::isfinite(end.exponent);
     const auto inversion = [&] {
         return finiteRatioByInversion(end.cauchy, end.V, end.D, end.L, end.lambda, end.x, end.t);
     };
@@ -226,8 +230,10 @@ bool finiteDirichletRatio(const OneDimParameters& parameters, double length, dou
     const double F = fp::div(fp::exp(fp::div((V - U) * x, 2.0 * D)) +
                                  fp::exp(fp::div((U + V) * x - 2.0 * U * L, 2.0 * D)) * Q,
                              1.0 + fp::exp(-fp::div(U * L, D)) * Q);
-    const FiniteEnd end{false, V, D, L, lambda, x, t, F, 4.0 + U * L / D, 1.0, s.a * x - s.G - lambda * t,
-                        std::fabs(s.a * x) + s.G + lambda * t};
+    const FiniteEnd end{.cauchy = false, .V = V, .D = D, .L = L, .lambda = lambda, .x = x, .t = t,
+                        .F = F, .steadySize = 4.0 + U * L / D, .multiplier = 1.0,
+                        .exponent = s.a * x - s.G - lambda * t,
+                        .exponentSize = std::fabs(s.a * x) + s.G + lambda * t};
     result = finiteResult(end, sum, errors);
     return converged;
 }
@@ -254,6 +260,9 @@ bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double
     double A = 1.0;
     double C = 1.0;
     SeriesErrors errors;
+    const double aL = std::fabs(s.aL);
+    double spread = 0.0;
+    double beta = 0.0, damping = 0.0;  // of the last term
     int i = 1;
     while (true) {
         // Without decay only C is tested, so in practice all 500 terms run.
@@ -267,21 +276,23 @@ bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double
             ranOut = true;
             break;
         }
-        const double beta = rootTable(i);
+        beta = rootTable(i);
         const double b = beta * beta;
         const double y = fp::div(beta * x, L);
         C = (std::cos(y) * beta + std::sin(y) * s.aL) * beta;
         const double P = b + s.aL2;
         const double W = lambda != 0.0 ? (P + M) * (P + s.B) : (P + M) * P;
-        const double damping = fp::div(b * D * t, s.L2);
+        damping = fp::div(b * D * t, s.L2);
         A = fp::div(fp::exp(-damping), W);
         sum = fp::checked(sum + A * C);
-        errors.envelope = std::fabs(A) * beta * (beta + std::fabs(s.aL));
-        errors.spread += errors.envelope * (4.0 + 2.0 * damping + 2.0 * std::fabs(y));
-        errors.beta = beta;
-        errors.damping = damping;
+        // |C| <= beta (beta + aL); its arguments carry errors of epsilon y, A's of epsilon damping
+        spread += std::fabs(A) * beta * (beta + aL) * (4.0 + 2.0 * damping + 2.0 * std::fabs(y));
         ++i;
     }
+    errors.spread = spread;
+    errors.beta = beta;
+    errors.damping = damping;
+    errors.envelope = std::fabs(A) * beta * (beta + aL);
     if (ranOut) {
         // With decay an unconverged series is a visible failure, as a type mismatch.
         if (lambda != 0.0) raiseError(err::TypeMismatch);
@@ -296,12 +307,16 @@ bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double
                           fp::exp(fp::div((U + V) * x - 2.0 * U * L, 2.0 * D)) * Q);
         const double H = Q * (V - U) * fp::exp(-fp::div(U * L, D)) + (U + V);
         const double F = fp::div(N, H);
-        const FiniteEnd end{true, V, D, L, lambda, x, t, F, 4.0 + U * L / D, M, s.a * x - s.G - lambda * t,
-                            std::fabs(s.a * x) + s.G + lambda * t};
+        const FiniteEnd end{.cauchy = true, .V = V, .D = D, .L = L, .lambda = lambda, .x = x, .t = t,
+                            .F = F, .steadySize = 4.0 + U * L / D, .multiplier = M,
+                            .exponent = s.a * x - s.G - lambda * t,
+                            .exponentSize = std::fabs(s.a * x) + s.G + lambda * t};
         result = finiteResult(end, sum, errors);
     } else {
         // the steady part is the exact 1
-        const FiniteEnd end{true, V, D, L, 0.0, x, t, 1.0, 0.0, M, s.a * x - s.G, std::fabs(s.a * x) + s.G};
+        const FiniteEnd end{.cauchy = true, .V = V, .D = D, .L = L, .lambda = 0.0, .x = x, .t = t,
+                            .F = 1.0, .steadySize = 0.0, .multiplier = M, .exponent = s.a * x - s.G,
+                            .exponentSize = std::fabs(s.a * x) + s.G};
         result = finiteResult(end, sum, errors);
     }
     return converged;

@@ -166,7 +166,8 @@ TEST(OneDimKernelAccuracy, SemiInfiniteCauchyWithWeakDecayAgreesWithThePulseInte
     // to lambda = 1e-15 V^2 / D, and with half-lives of 1e30 and 1e308 typed to
     // mean "no decay" (with the latter V^2 / (4 lambda D) is beyond the doubles
     // for V = 5, D = 0.05: no overflow may come of it).
-    for (const auto& c : {SemiInfiniteCase{1.0, 0.5, 0}, SemiInfiniteCase{0.3, 2.0, 0}, SemiInfiniteCase{5.0, 0.05, 0}}) {
+    for (const auto& c :
+         {SemiInfiniteCase{1.0, 0.5, 0}, SemiInfiniteCase{0.3, 2.0, 0}, SemiInfiniteCase{5.0, 0.05, 0}}) {
         Deviation deviation{"semi-infinite Cauchy, weak decay, V=" + std::to_string(c.V) + " D=" + std::to_string(c.D)};
         for (double scaled : {1e-2, 1e-4, 1e-6, 1e-8, 1e-10, 1e-12, 1e-15, -1.0, -2.0}) {
             const double halfLife = scaled == -1.0   ? 1e30

@@ -116,7 +116,8 @@ void compareWithCollocation(bool cauchy, const std::vector<Refinement>& refineme
                     ASSERT_TRUE(seriesConverges(roots, D, t));
                     for (std::size_t i = 0; i < xs.size(); ++i) {
                         const double x = kFractions[i] * kL;
-                        const std::string where = "VL/D=" + std::to_string(r.peclet) + " " + decay.name + " " + at(x, t);
+                        const std::string where =
+                            "VL/D=" + std::to_string(r.peclet) + " " + decay.name + " " + at(x, t);
                         deviation.check(kernel(cauchy, p, roots, x, t), static_cast<double>(fine[k][i]), where,
                                         decay.slackRate * t);
                     }
@@ -125,16 +126,18 @@ void compareWithCollocation(bool cauchy, const std::vector<Refinement>& refineme
             if (r.peclet >= 60) {
                 for (std::size_t k = 0; k < kTimes.size(); ++k)
                     for (std::size_t i = 0; i < xs.size(); ++i)
-                        reflection.check(
-                            static_cast<double>(finiteByReflection(cauchy, kV, D, referenceLambda, kL, xs[i], kTimes[k])),
-                            static_cast<double>(fine[k][i]), "VL/D=" + std::to_string(r.peclet) + " " + at(xs[i], kTimes[k]));
+                        reflection.check(static_cast<double>(
+                                             finiteByReflection(cauchy, kV, D, referenceLambda, kL, xs[i], kTimes[k])),
+                                         static_cast<double>(fine[k][i]),
+                                         "VL/D=" + std::to_string(r.peclet) + " " + at(xs[i], kTimes[k]));
             }
         }
     }
     EXPECT_EQ(target.compared, 0) << "a collocation did not converge to vouch for 1e-9";
 }
 
-const std::vector<Refinement> kModerate = {{1, 24, 32}, {5, 32, 40}, {20, 48, 64}, {50, 64, 80}, {100, 80, 96}, {200, 112, 128}};
+const std::vector<Refinement> kModerate = {{1, 24, 32},  {5, 32, 40},   {20, 48, 64},
+                                           {50, 64, 80}, {100, 80, 96}, {200, 112, 128}};
 const std::vector<Refinement> kSharp = {{500, 144, 176}, {1000, 192, 224}};
 
 TEST(OneDimSharpFronts, FiniteDirichletAgreesWithTheCollocationForVLOverDUpTo200) {
@@ -154,7 +157,8 @@ TEST(OneDimSharpFronts, FiniteCauchyAgreesWithTheCollocationForVLOverD500And1000
 }
 
 // Times crowded around the outlet's breakthrough at t = L / V.
-const std::vector<double> kBreakthroughTimes = {0.05, 0.2, 0.5, 0.9, 0.97, 0.99, 1.0, 1.01, 1.03, 1.1, 1.5, 2.0, 2.5, 5};
+const std::vector<double> kBreakthroughTimes = {0.05, 0.2,  0.5, 0.9, 0.97, 0.99, 1.0,
+                                                1.01, 1.03, 1.1, 1.5, 2.0,  2.5,  5};
 
 TEST(OneDimSharpFronts, FiniteKernelsAgreeWithTheReflectionUpToVLOverD1e5) {
     // Beyond what the collocation can resolve, the first reflection is exact
@@ -240,7 +244,8 @@ double statedFiniteCauchy(const Stated& s, const List<double>& roots, double x, 
     if (lambda == 0.0) return 1.0 - 2.0 * M * std::exp(a * x - G) * sum;
     const double U = std::sqrt(4.0 * D * lambda + V * V);
     const double Q = (U - V) / (U + V);
-    const double N = 2.0 * V * (std::exp((V - U) * x / (2.0 * D)) + std::exp(((U + V) * x - 2.0 * U * L) / (2.0 * D)) * Q);
+    const double N =
+        2.0 * V * (std::exp((V - U) * x / (2.0 * D)) + std::exp(((U + V) * x - 2.0 * U * L) / (2.0 * D)) * Q);
     const double H = Q * (V - U) * std::exp(-(U * L / D)) + (U + V);
     return N / H - 2.0 * M * std::exp(a * x - G - lambda * t) * sum;
 }
@@ -276,9 +281,11 @@ TEST(OneDimSharpFronts, WellConditionedPointsKeepTheStatedFormulasBitForBit) {
                         const double exponent = kV * (2 * x - kV * t) / (4 * D) - lambda * t;
                         const bool wellConditioned = peclet <= 5 || exponent < -5 || x > kL;
                         if (!wellConditioned) continue;
-                        const double stated = cauchy ? statedFiniteCauchy(s, roots, x, t) : statedFiniteDirichlet(s, roots, x, t);
+                        const double stated =
+                            cauchy ? statedFiniteCauchy(s, roots, x, t) : statedFiniteDirichlet(s, roots, x, t);
                         EXPECT_EQ(kernel(cauchy, p, roots, x, t), stated)
-                            << (cauchy ? "Cauchy" : "Dirichlet") << " VL/D=" << peclet << " lambda " << lambda << " " << at(x, t);
+                            << (cauchy ? "Cauchy" : "Dirichlet") << " VL/D=" << peclet << " lambda " << lambda << " "
+                            << at(x, t);
                         ++compared;
                     }
             }
@@ -288,7 +295,8 @@ TEST(OneDimSharpFronts, WellConditionedPointsKeepTheStatedFormulasBitForBit) {
             for (double x : {0.0, 0.3, 1.0, 4.0, 10.0}) {
                 double value = -1;
                 semiInfiniteCauchyRatio(kernelParameters(1.0, 0.5, halfLifeOf(lambda)), x, t, value);
-                EXPECT_EQ(value, statedSemiInfiniteCauchy(1.0, 0.5, lambda, x, t)) << "lambda " << lambda << " " << at(x, t);
+                EXPECT_EQ(value, statedSemiInfiniteCauchy(1.0, 0.5, lambda, x, t))
+                    << "lambda " << lambda << " " << at(x, t);
                 ++compared;
             }
     std::printf("[ accuracy ] %d well-conditioned values equal to the stated formulas bit for bit\n", compared);
@@ -310,12 +318,14 @@ TEST(OneDimSharpFronts, StatedFormulasFailWhereTheKernelsHold) {
                 const double x = f * kL;
                 const double reference =
                     static_cast<double>(finiteByReflection(cauchy, kV, D, lambda, kL, referenceX(cauchy, x), t));
-                const double stated = cauchy ? statedFiniteCauchy(s, roots, x, t) : statedFiniteDirichlet(s, roots, x, t);
+                const double stated =
+                    cauchy ? statedFiniteCauchy(s, roots, x, t) : statedFiniteDirichlet(s, roots, x, t);
                 statedWorst = std::max(statedWorst, std::fabs(stated - reference));
                 kernelWorst = std::max(kernelWorst, std::fabs(kernel(cauchy, p, roots, x, t) - reference));
             }
-        std::printf("[ accuracy ] %s at V L / D = 200 ahead of the front: formula as stated off by %.1e, kernel by %.1e\n",
-                    cauchy ? "finite Cauchy" : "finite Dirichlet", statedWorst, kernelWorst);
+        std::printf(
+            "[ accuracy ] %s at V L / D = 200 ahead of the front: formula as stated off by %.1e, kernel by %.1e\n",
+            cauchy ? "finite Cauchy" : "finite Dirichlet", statedWorst, kernelWorst);
         EXPECT_GT(statedWorst, 1e-3);
         EXPECT_LE(kernelWorst, 1e-12);
     }
@@ -325,8 +335,9 @@ TEST(OneDimSharpFronts, StatedFormulasFailWhereTheKernelsHold) {
     semiInfiniteCauchyRatio(kernelParameters(1.0, 0.5, 1e30), 2.0, 3.0, value);
     const double reference = static_cast<double>(semiInfiniteCauchyClosedForm(1.0, 0.5, 0.0, 2.0, 3.0));
     const double stated = statedSemiInfiniteCauchy(1.0, 0.5, lambda, 2.0, 3.0);
-    std::printf("[ accuracy ] semi-infinite Cauchy, half-life 1e30: formula as stated %.3g, kernel %.15g, solution %.15g\n",
-                stated, value, reference);
+    std::printf(
+        "[ accuracy ] semi-infinite Cauchy, half-life 1e30: formula as stated %.3g, kernel %.15g, solution %.15g\n",
+        stated, value, reference);
     EXPECT_GT(std::fabs(stated - reference), 1e-2);
     EXPECT_LE(std::fabs(value - reference), 1e-14);
 }
@@ -353,7 +364,8 @@ TEST(OneDimSharpFronts, SeriesFactorBeyondTheDoublesGivesTheSolution) {
                 if (exponent > 710) {
                     const Stated s{kV, D, kL, lambda};
                     EXPECT_TRUE(std::isinf(std::exp(exponent)));
-                    const double stated = cauchy ? statedFiniteCauchy(s, roots, x, t) : statedFiniteDirichlet(s, roots, x, t);
+                    const double stated =
+                        cauchy ? statedFiniteCauchy(s, roots, x, t) : statedFiniteDirichlet(s, roots, x, t);
                     EXPECT_FALSE(std::isfinite(stated)) << at(x, t);
                 }
             }

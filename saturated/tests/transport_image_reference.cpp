@@ -15,7 +15,8 @@ const Real kPi = 3.14159265358979323846264338327950288L;
 // The outlet's averaging of the Cauchy solution.
 Real averagedCauchy(double V, double D, double lambda, double z, double t) {
     auto integrand = [&](Real w) {
-        return 2 * std::exp(-2 * w) * semiInfiniteCauchyClosedForm(V, D, lambda, static_cast<double>(z + 2 * D * w / V), t);
+        return 2 * std::exp(-2 * w) *
+               semiInfiniteCauchyClosedForm(V, D, lambda, static_cast<double>(z + 2 * D * w / V), t);
     };
     return integrate(integrand, 0, 40, 1e-15L, 8);  // exp(-80) beyond
 }
@@ -31,7 +32,8 @@ long double semiInfiniteCauchyClosedForm(double V, double D, double lambda, doub
     const Real gauss = std::exp(-xi * xi);
     if (lambda == 0) {
         // 1/2 erfc(xi) + sqrt(V^2 t / (pi D)) exp(-xi^2) - 1/2 (1 + V (x + V t) / D) exp(V x / D) erfc(eta)
-        return erfcLong(xi) / 2 + gauss * (std::sqrt(v * v * T / (kPi * d)) - (1 + v * (X + v * T) / d) * erfcxLong(eta) / 2);
+        return erfcLong(xi) / 2 +
+               gauss * (std::sqrt(v * v * T / (kPi * d)) - (1 + v * (X + v * T) / d) * erfcxLong(eta) / 2);
     }
     const Real U = std::sqrt(v * v + 4 * d * L);
     const Real shared = gauss * std::exp(-L * T);  // of e1 and e3, and of e2 where its erfc is scaled
@@ -60,8 +62,8 @@ long double finiteByReflection(bool cauchy, double V, double D, double lambda, d
     const Real weight = std::exp(-Real(V) * (L - x) / D);
     if (!cauchy)
         return semiInfiniteDirichletScaled(V, D, lambda, x, t) +
-               weight * (semiInfiniteDirichletScaled(V, D, lambda, z, t) -
-                         semiInfiniteCauchyClosedForm(V, D, lambda, z, t));
+               weight *
+                   (semiInfiniteDirichletScaled(V, D, lambda, z, t) - semiInfiniteCauchyClosedForm(V, D, lambda, z, t));
     return semiInfiniteCauchyClosedForm(V, D, lambda, x, t) +
            weight * (semiInfiniteCauchyClosedForm(V, D, lambda, z, t) - averagedCauchy(V, D, lambda, z, t));
 }
