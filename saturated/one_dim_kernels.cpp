@@ -1,15 +1,26 @@
 #include "saturated/one_dim_kernels.h"
 
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 #include "kernels/kern1d.h"
+#include "saturated/one_dim_cauchy_decay.h"
+#include "saturated/one_dim_inversion.h"
 #include "shell/checked_math.h"
 #include "shell/runtime_error.h"
 
 namespace bm {
 
 namespace {
+
+// The closed forms are used as they stand wherever their rounding error in
+// double precision, bounded per call from the magnitudes they combine, stays
+// below this; elsewhere the same solution comes from a form that does not cancel.
+constexpr double kRoundingTolerance = 1e-12;
+constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
+// exp of more than this overflows, or nearly: the series form is beyond use there.
+constexpr double kLargestExponent = 700.0;
 
 // Quantities shared by the two finite-aquifer series.
 struct FiniteShared {
@@ -44,8 +55,102 @@ struct SemiInfiniteShared {
 
 SemiInfiniteShared semiInfiniteShared(const OneDimParameters& parameters, double x, double t);
 
+// One term exp(a) erfc(b) of a closed form, with the size of the error its
+// arguments carry: |a| (or the size of the parts a was formed from) for the
+// exponent, b^2 for the erfc's tail.
+struct ErfcTerm {
+    double exponentSize;
+    double b;
+    double value;
+
+    // Relative rounding error of the value, in units of epsilon.
+    double conditioning() const {
+        const double tail = b > 0.0 ? 6.0 * b * b : std::fabs(b);
+        return 8.0 + 2.0 * std::fabs(exponentSize) + tail;
+    }
+};
+
+// The semi-infinite Cauchy solution with decay ends in (bracket) V^2 / (4 lambda D),
+// whose bracket cancels to order lambda: its terms' rounding is multiplied by
+// the amplification. True when that bound exceeds the tolerance where the
+// form without cancellation applies.
+bool cauchyDecayTooInexact(const SemiInfiniteShared& s, double x, double t, double ratio, double amplification,
+                           const ErfcTerm& e1, const ErfcTerm& e2, const ErfcTerm& e3) {
+    const bool covered =
+        s.V > 0.0 && s.D > 0.0 && s.lambda > 0.0 && x >= 0.0 && t > 0.0 && std::isfinite(x) && std::isfinite(t);
+    if (!covered) return false;
+    const double bracket = std::fabs(ratio - 1.0) * e2.value * e2.conditioning() + 4.0 * ratio * e2.value +
+                           2.0 * e1.value * e1.conditioning() + (ratio + 1.0) * e3.value * e3.conditioning();
+    return !(kEpsilon * bracket * amplification <= kRoundingTolerance);  // a NaN bound is no bound
+}
+
 // Value at t = 0: the inlet alone carries the source.
 double initialRatio(double x) { return x == 0.0 ? 1.0 : 0.0; }
+
+// What the evaluation of a finite-aquifer series leaves uncertain in its sum.
+struct SeriesErrors {
+    double spread = 0.0;    // the terms' rounding, in units of epsilon
+    double envelope = 0.0;  // size of the last term without its sine and cosine factors
+    double beta = 0.0;      // its eigenvalue
+    double damping = 0.0;   // and its exponent b D t / L^2
+    bool stopped = false;   // the series left by its tolerance test, not by running out
+
+    // The terms after a tolerance stop, which an exponential factor of
+    // exp(e) may make count: their sizes fall at least as
+    // (1 + k pi / beta) r^k with r = exp(-d), d = (2 pi beta + pi^2) D t / L^2.
+    // With exact false, r / (1 - r) <= 1 / d stands in for the exponential.
+    double tail(bool exact) const {
+        if (!stopped || envelope == 0.0) return 0.0;
+        constexpr double pi = std::numbers::pi;
+        const double step = pi / beta;
+        const double d = damping * step * (2.0 + step);
+        if (!(d > 0.0)) return std::numeric_limits<double>::infinity();
+        if (!exact) {
+            const double inverse = 1.0 / d;
+            return envelope * inverse * (1.0 + step * (1.0 + inverse));
+        }
+        const double r = std::exp(-d);
+        return envelope * r / (1.0 - r) * (1.0 + step / (1.0 - r));
+    }
+};
+
+// The finite series end in F - 2 M exp(e) sum (M = 1 for the Dirichlet inlet),
+// where the terms of sum are of order 1 and must cancel to exp(-e): the
+// rounding of the sum and the terms left out after the tolerance stop are
+// multiplied by exp(e); F carries its own exponents (steadySize, in units of
+// epsilon relative to F). Where the bound of these errors exceeds the
+// tolerance, at points of the aquifer, the inversion gives the solution
+// instead. A series that ran out of terms keeps its sum so far: that shortfall
+// is what its flag reports.
+struct FiniteEnd {
+    bool cauchy;
+    double V, D, L, lambda, x, t;
+    double F, steadySize;
+    double multiplier;    // M
+    double exponent;      // e = a x - G - lambda t
+    double exponentSize;  // |a x| + G + lambda t, for the rounding of e
+};
+
+double finiteResult(const FiniteEnd& end, double sum, const SeriesErrors& errors) {
+    const bool covered = end.V > 0.0 && end.D > 0.0 && end.L > 0.0 && end.t > 0.0 && end.x >= 0.0 && end.x <= end.L &&
+                         end.lambda >= 0.0 && std::isfinite(end.V) && std::isfinite(end.D) && std::isfinite(end.L) &&
+                         std::isfinite(end.t) && std::isfinite(end.lambda) && std::isfinite(end.exponent);
+    const auto inversion = [&] {
+        return finiteRatioByInversion(end.cauchy, end.V, end.D, end.L, end.lambda, end.x, end.t);
+    };
+    if (covered && end.exponent > kLargestExponent) return inversion();
+    const double factor = fp::exp(end.exponent);
+    if (covered) {
+        const double steady = kEpsilon * std::fabs(end.F) * end.steadySize;
+        const double rounding = kEpsilon * (errors.spread + std::fabs(sum) * (2.0 + end.exponentSize));
+        const double scale = 2.0 * end.multiplier * factor;
+        // (a NaN bound is no bound)
+        if (!(steady + scale * (rounding + errors.tail(false)) <= kRoundingTolerance) &&
+            !(steady + scale * (rounding + errors.tail(true)) <= kRoundingTolerance))
+            return inversion();
+    }
+    return fp::checked(end.F - 2.0 * end.multiplier * factor * sum);
+}
 
 }  // namespace
 
@@ -90,17 +195,34 @@ bool finiteDirichletRatio(const OneDimParameters& parameters, double length, dou
     }
 
     int i = 1;
+    SeriesErrors errors;
+    // The sine's argument carries an error of epsilon beta x / L; the rest of
+    // the term, beta P E / W, is at most E / beta (W >= P^2 >= beta^2 P).
+    const double position = std::fabs(x / L);
+    double spread = 0.0;
+    double beta = 0.0, damping = 0.0, W = 1.0, PE = 0.0;  // of the last term
     while (i <= kRootCount) {
-        const double beta = rootTable(i);
+        beta = rootTable(i);
         const double b = beta * beta;
-        const double E = fp::exp(-fp::div(b * D * t, s.L2));
+        damping = fp::div(b * D * t, s.L2);
+        const double E = fp::exp(-damping);
         const double P = b + s.aL2;
-        const double W = (P + s.aL) * (P + s.B);
-        const double T = fp::checked(fp::div(std::sin(fp::div(beta * x, L)) * beta, W) * (P * E));
+        W = (P + s.aL) * (P + s.B);
+        PE = P * E;
+        const double T = fp::checked(fp::div(std::sin(fp::div(beta * x, L)) * beta, W) * PE);
         sum += T;
+        spread += std::fabs(T) * (6.0 + 2.0 * damping) + 2.0 * position * E;
         ++i;
-        if (std::fabs(T) <= 1e-30) break;
+        if (std::fabs(T) <= 1e-30) {
+            errors.stopped = true;
+            break;
+        }
     }
+    errors.spread = spread;
+    errors.beta = beta;
+    errors.damping = damping;
+    // At the inlet every sine vanishes: nothing is left out.
+    errors.envelope = x == 0.0 ? 0.0 : std::fabs(beta / W) * PE;
     if (i > kRootCount) converged = false;
 
     const double U = fp::sqrt(4.0 * D * lambda + V * V);
@@ -108,7 +230,11 @@ bool finiteDirichletRatio(const OneDimParameters& parameters, double length, dou
     const double F = fp::div(fp::exp(fp::div((V - U) * x, 2.0 * D)) +
                                  fp::exp(fp::div((U + V) * x - 2.0 * U * L, 2.0 * D)) * Q,
                              1.0 + fp::exp(-fp::div(U * L, D)) * Q);
-    result = fp::checked(F - 2.0 * fp::exp(s.a * x - s.G - lambda * t) * sum);
+    const FiniteEnd end{.cauchy = false, .V = V, .D = D, .L = L, .lambda = lambda, .x = x, .t = t,
+                        .F = F, .steadySize = 4.0 + U * L / D, .multiplier = 1.0,
+                        .exponent = s.a * x - s.G - lambda * t,
+                        .exponentSize = std::fabs(s.a * x) + s.G + lambda * t};
+    result = finiteResult(end, sum, errors);
     return converged;
 }
 
@@ -133,28 +259,40 @@ bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double
     bool ranOut = false;
     double A = 1.0;
     double C = 1.0;
+    SeriesErrors errors;
+    const double aL = std::fabs(s.aL);
+    double spread = 0.0;
+    double beta = 0.0, damping = 0.0;  // of the last term
     int i = 1;
     while (true) {
         // Without decay only C is tested, so in practice all 500 terms run.
         const bool small = lambda != 0.0 ? std::fabs(A * C) <= 1e-20 : std::fabs(C) <= 1e-20;
         if (small) {
             if (i >= kRootCount + 1) ranOut = true;
+            errors.stopped = true;
             break;
         }
         if (i > kRootCount) {
             ranOut = true;
             break;
         }
-        const double beta = rootTable(i);
+        beta = rootTable(i);
         const double b = beta * beta;
         const double y = fp::div(beta * x, L);
         C = (std::cos(y) * beta + std::sin(y) * s.aL) * beta;
         const double P = b + s.aL2;
         const double W = lambda != 0.0 ? (P + M) * (P + s.B) : (P + M) * P;
-        A = fp::div(fp::exp(-fp::div(b * D * t, s.L2)), W);
+        damping = fp::div(b * D * t, s.L2);
+        A = fp::div(fp::exp(-damping), W);
         sum = fp::checked(sum + A * C);
+        // |C| <= beta (beta + aL); its arguments carry errors of epsilon y, A's of epsilon damping
+        spread += std::fabs(A) * beta * (beta + aL) * (4.0 + 2.0 * damping + 2.0 * std::fabs(y));
         ++i;
     }
+    errors.spread = spread;
+    errors.beta = beta;
+    errors.damping = damping;
+    errors.envelope = std::fabs(A) * beta * (beta + aL);
     if (ranOut) {
         // With decay an unconverged series is a visible failure, as a type mismatch.
         if (lambda != 0.0) raiseError(err::TypeMismatch);
@@ -169,9 +307,17 @@ bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double
                           fp::exp(fp::div((U + V) * x - 2.0 * U * L, 2.0 * D)) * Q);
         const double H = Q * (V - U) * fp::exp(-fp::div(U * L, D)) + (U + V);
         const double F = fp::div(N, H);
-        result = fp::checked(F - 2.0 * M * fp::exp(s.a * x - s.G - lambda * t) * sum);
+        const FiniteEnd end{.cauchy = true, .V = V, .D = D, .L = L, .lambda = lambda, .x = x, .t = t,
+                            .F = F, .steadySize = 4.0 + U * L / D, .multiplier = M,
+                            .exponent = s.a * x - s.G - lambda * t,
+                            .exponentSize = std::fabs(s.a * x) + s.G + lambda * t};
+        result = finiteResult(end, sum, errors);
     } else {
-        result = fp::checked(1.0 - 2.0 * M * fp::exp(s.a * x - s.G) * sum);
+        // the steady part is the exact 1
+        const FiniteEnd end{.cauchy = true, .V = V, .D = D, .L = L, .lambda = 0.0, .x = x, .t = t,
+                            .F = 1.0, .steadySize = 0.0, .multiplier = M, .exponent = s.a * x - s.G,
+                            .exponentSize = std::fabs(s.a * x) + s.G};
+        result = finiteResult(end, sum, errors);
     }
     return converged;
 }
@@ -219,10 +365,20 @@ bool semiInfiniteCauchyRatio(const OneDimParameters& parameters, double x, doubl
     double e1 = 0.0;
     double e2 = 0.0;
     double e3 = 0.0;
-    exerfc(M - lambda * t, fp::div(t * V + x, S), e1);
-    exerfc((V - U) * h, fp::div(x - U * t, S), e2);
-    exerfc((U + V) * h, fp::div(U * t + x, S), e3);
+    const double a1 = M - lambda * t, b1 = fp::div(t * V + x, S);
+    const double a2 = (V - U) * h, b2 = fp::div(x - U * t, S);
+    const double a3 = (U + V) * h, b3 = fp::div(U * t + x, S);
+    exerfc(a1, b1, e1);
+    exerfc(a2, b2, e2);
+    exerfc(a3, b3, e3);
     const double ratio = fp::div(U, V);
+    // Unchecked here: a decay rate so small that this overflows is the extreme
+    // of the cancellation, which the other form takes over.
+    const double amplification = V * V / (4.0 * lambda * D);
+    if (cauchyDecayTooInexact(s, x, t, ratio, amplification, {M + lambda * t, b1, e1}, {U * h, b2, e2}, {a3, b3, e3})) {
+        result = semiInfiniteCauchyWithDecay(V, D, lambda, x, t);
+        return true;
+    }
     result = fp::checked(((ratio - 1.0) * e2 + 2.0 * e1 - (ratio + 1.0) * e3) * fp::div(V * V, 4.0 * lambda * D));
     return true;
 }

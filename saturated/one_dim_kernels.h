@@ -9,6 +9,16 @@
 // V, D and the half-life are the record's effective values; lambda is
 // ln 2 / effectiveHalfLife. Each returns true when its series met its
 // tolerance (or needed none) and false when 500 terms were spent.
+//
+// The closed forms are evaluated as they stand wherever a bound of their
+// double-precision error, taken per call from the magnitudes they combine,
+// is below 1e-12. Where it is not (ahead of a sharp front the finite series
+// cancel by exp(V (2x - Vt) / 4D), and the semi-infinite Cauchy solution with
+// decay by V^2 / (4 lambda D)) the same solution comes from a form without the
+// cancellation: the finite aquifers by inversion of their Laplace transform
+// (one_dim_inversion.h), the semi-infinite Cauchy column by its
+// cancellation-free form (one_dim_cauchy_decay.h). The flags, the run-time
+// errors of the series and the special cases stay those of the closed forms.
 
 #include "model/arrays.h"
 #include "saturated/one_dim_parameters.h"

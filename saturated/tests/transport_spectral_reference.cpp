@@ -80,7 +80,7 @@ struct Collocation {
 
 std::vector<long double> matrixExponential(const std::vector<long double>& m, int n) {
     // Scale to a 1-norm of at most 1, sum the Taylor series to well past the
-    // precision (1/24! < 1e-23), square back.
+    // precision (1/25! < 1e-25), square back.
     Real norm = 0;
     for (int j = 0; j < n; ++j) {
         Real column = 0;
@@ -93,14 +93,30 @@ std::vector<long double> matrixExponential(const std::vector<long double>& m, in
         ++squarings;
     }
     const Real scale = std::ldexp(Real(1), -squarings);
-    Matrix x(m);
-    for (Real& v : x) v *= scale;
-    Matrix t(static_cast<std::size_t>(n) * n, 0.0L);
-    for (int i = 0; i < n; ++i) t[static_cast<std::size_t>(i) * n + i] = 1;
-    for (int k = 24; k >= 1; --k) {  // t = I + x t / k (Horner)
-        t = multiply(x, t, n);
-        for (Real& v : t) v /= k;
-        for (int i = 0; i < n; ++i) t[static_cast<std::size_t>(i) * n + i] += 1;
+    const std::size_t size = static_cast<std::size_t>(n) * n;
+    // Powers I, x, x^2, x^3, x^4 and x^5 of the scaled matrix.
+    std::vector<Matrix> power(6);
+    power[0].assign(size, 0.0L);
+    for (int i = 0; i < n; ++i) power[0][static_cast<std::size_t>(i) * n + i] = 1;
+    power[1] = m;
+    for (Real& v : power[1]) v *= scale;
+    for (int k = 2; k <= 5; ++k) power[k] = multiply(power[k - 1], power[1], n);
+    // sum over k <= 24 of x^k / k! in blocks of five (Paterson-Stockmeyer):
+    // B_j = sum_{i < 5} x^i / (5j + i)!, t = B_0 + x^5 (B_1 + x^5 (B_2 + x^5 (B_3 + x^5 B_4))).
+    auto block = [&](int j) {
+        Matrix b(size, 0.0L);
+        for (int i = 0; i < 5; ++i) {
+            Real factorial = 1;
+            for (int k = 2; k <= 5 * j + i; ++k) factorial *= k;
+            for (std::size_t e = 0; e < size; ++e) b[e] += power[i][e] / factorial;
+        }
+        return b;
+    };
+    Matrix t = block(4);
+    for (int j = 3; j >= 0; --j) {
+        t = multiply(power[5], t, n);
+        const Matrix b = block(j);
+        for (std::size_t e = 0; e < size; ++e) t[e] += b[e];
     }
     for (int s = 0; s < squarings; ++s) t = multiply(t, t, n);
     return t;
