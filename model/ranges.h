@@ -1,5 +1,5 @@
 #pragma once
-// Range specifications: "5", "0:100:1" and "0:100:1:50".
+// Range texts: "5", "0:100:1" and "0:100:1:50".
 
 #include <cstdint>
 #include <string>

@@ -20,7 +20,7 @@ inline constexpr const char* kTabCaptions[3] = {"Coor&dinates", "&Boundary Condi
 
 enum class RowKind {
     Value,                 // a number as typed
-    Range,                 // a range specification
+    Range,                 // a range text
     SuperpositionIndex,    // the number of inflow terms
     Point,                 // mcAtX, mcAtY, mcAtZ, mcAtT: the selected point
     ConcentrationCaption,  // the caption in front of the result label; no entry

@@ -247,7 +247,7 @@ void readVolume(PlotFile& f, const Lines& lines, std::size_t start) {
 
 // --- time-varying dispersion ------------------------------------------------
 
-// Coordinates of the time-varying model come from its range specifications;
+// Coordinates of the time-varying model come from its range texts;
 // its blocks hold concentrations only.
 std::vector<double> rangeAxis(PlotFile& f, std::string_view rangeLabel, std::string_view termsLabel) {
     const std::string spec = f.value(rangeLabel);

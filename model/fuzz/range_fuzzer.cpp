@@ -1,4 +1,4 @@
-// libFuzzer target of the range specifications: any text must end in a value
+// libFuzzer target of the range texts: any text must end in a value
 // or in a RuntimeError from every reader (never a crash, a hang or another
 // exception), and the readers must agree (see range_properties.h).
 //   cmake -S . -B build-fuzz -DCMAKE_CXX_COMPILER=clang++ -DBRENMOOR_BUILD_FUZZERS=ON \

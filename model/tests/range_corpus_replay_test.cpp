@@ -1,4 +1,4 @@
-// The range specification fuzzer's corpus (tests/fixtures/range_corpus,
+// The range text fuzzer's corpus (tests/fixtures/range_corpus,
 // minimised with -merge=1), replayed under the normal build through the same
 // checks the fuzzer makes: every reader gives a value or its own run-time
 // error, and the readers agree.

@@ -17,7 +17,7 @@
 #include "one_dim_accuracy_helpers.h"
 #include "saturated/one_dim_kernels.h"
 #include "transport_green_reference.h"
-#include "transport_spectral_reference.h"
+#include "transport_chebyshev_reference.h"
 
 namespace bm {
 namespace {

@@ -1,7 +1,7 @@
 // The finite-aquifer kernels where fronts are sharp, V L / D from 1 to 1e5,
 // against two references that share nothing with them:
 //   the Chebyshev collocation with the exact exponential in time
-//     (transport_spectral_reference), its convergence shown by refinement;
+//     (transport_chebyshev_reference), its convergence shown by refinement;
 //   the semi-infinite solution plus its reflection at the outlet in long
 //     double (transport_image_reference), exact to exp(-V L / D), itself
 //     checked against the collocation here.
@@ -19,7 +19,7 @@
 #include "saturated/one_dim_kernels.h"
 #include "shell/runtime_error.h"
 #include "transport_image_reference.h"
-#include "transport_spectral_reference.h"
+#include "transport_chebyshev_reference.h"
 
 namespace bm {
 namespace {

@@ -91,7 +91,7 @@ SupportForm::SupportForm(QWidget* parent) : QDialog(parent) {
                        "<p>Technical support for the ORVA suite is given by the ground water model team of "
                        "your organisation's environmental modelling group. Send the items above to your "
                        "suite administrator, who keeps the contact address of the team.</p>"
-                       "<p>Most questions about inputs, units and range specifications are answered in the "
+                       "<p>Most questions about inputs, units and range texts are answered in the "
                        "online help (Help, Contents).</p>"),
         QSize(460, 300));
 }

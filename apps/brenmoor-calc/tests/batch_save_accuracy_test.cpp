@@ -21,7 +21,7 @@
 
 #include "testing/test_paths.h"
 #include "transport_green_reference.h"
-#include "transport_spectral_reference.h"
+#include "transport_chebyshev_reference.h"
 
 namespace {
 

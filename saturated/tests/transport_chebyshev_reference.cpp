@@ -1,4 +1,4 @@
-#include "transport_spectral_reference.h"
+#include "transport_chebyshev_reference.h"
 
 #include <algorithm>
 #include <cmath>
