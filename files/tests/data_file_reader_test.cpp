@@ -14,7 +14,7 @@
 namespace bm {
 namespace {
 
-using filetests::errorOf;
+using testkit::raisedError;
 using filetests::goldenName;
 
 using testkit::fixturePath;
@@ -23,7 +23,7 @@ std::string fixture(const std::string& name) { return fixturePath("files", name)
 
 int readError(const std::string& name) {
     DataSet d;
-    return errorOf([&] { readDataFile(d, fixture(name)); });
+    return raisedError([&] { readDataFile(d, fixture(name)); });
 }
 
 // The model as a reader gives it back: what the writer settles, and the
@@ -284,7 +284,7 @@ TEST(DataFileReader, FullStopInAFolderNameMakesAMultiChemicalFileReadAsSingle) {
     const auto path = dir.path() / "data.v2" / "a.mc1";
     std::filesystem::copy_file(fixture("multi_regular.mc1"), path);
     DataSet d;
-    EXPECT_NE(errorOf([&] { readDataFile(d, path.string()); }), 0);
+    EXPECT_NE(raisedError([&] { readDataFile(d, path.string()); }), 0);
     EXPECT_FALSE(d.multiChemical);
     EXPECT_EQ(d.numChemicals, 0);  // read as a single-chemical file
 }
@@ -325,15 +325,15 @@ TEST(DataFileReader, NonNumericValueIsTypeMismatch) { EXPECT_EQ(readError("not_a
 
 TEST(DataFileReader, MissingFileIsError53) {
     DataSet d;
-    EXPECT_EQ(errorOf([&] { readDataFile(d, "/no/such/folder/model.one"); }), 53);
-    EXPECT_EQ(errorOf([&] { readDataFile(d, ""); }), 53);
+    EXPECT_EQ(raisedError([&] { readDataFile(d, "/no/such/folder/model.one"); }), 53);
+    EXPECT_EQ(raisedError([&] { readDataFile(d, ""); }), 53);
     testkit::TempDir dir;
-    EXPECT_EQ(errorOf([&] { readDataFile(d, dir.path().string()); }), 53);  // a folder is no file
+    EXPECT_EQ(raisedError([&] { readDataFile(d, dir.path().string()); }), 53);  // a folder is no file
 }
 
 TEST(DataFileReader, DataSetKeepsWhatWasReadBeforeAnError) {
     DataSet d;
-    EXPECT_EQ(errorOf([&] { readDataFile(d, fixture("marker_end_mismatch.one")); }), 62);
+    EXPECT_EQ(raisedError([&] { readDataFile(d, fixture("marker_end_mismatch.one")); }), 62);
     EXPECT_EQ(d.modelType, "One Dimensional");
     EXPECT_EQ(d.result1D(2, 1), 0.25);
     EXPECT_EQ(d.currentFileName, "");  // not a successful read

@@ -13,7 +13,7 @@
 namespace bm {
 namespace {
 
-using filetests::errorOf;
+using testkit::raisedError;
 
 TEST(FieldInput, LinesEndAtCrLfOrALoneLineFeed) {
     FieldInput in("one\r\ntwo\nthree\rstill three\r\n\r\nlast");
@@ -23,7 +23,7 @@ TEST(FieldInput, LinesEndAtCrLfOrALoneLineFeed) {
     EXPECT_EQ(in.lineInput(), "");
     EXPECT_EQ(in.lineInput(), "last");
     EXPECT_TRUE(in.atEnd());
-    EXPECT_EQ(errorOf([&] { in.lineInput(); }), 62);
+    EXPECT_EQ(raisedError([&] { in.lineInput(); }), 62);
 }
 
 TEST(FieldInput, NumbersEndAtBlankCommaOrLineEnd) {
@@ -57,12 +57,12 @@ TEST(FieldInput, EmptyNumberIsZeroAndTextIsTypeMismatch) {
     EXPECT_EQ(in.numberField(), 1.0);
     EXPECT_EQ(in.numberField(), 0.0);
     EXPECT_EQ(in.numberField(), 3.0);
-    EXPECT_EQ(errorOf([&] { in.numberField(); }), 13);
+    EXPECT_EQ(raisedError([&] { in.numberField(); }), 13);
 }
 
 TEST(FieldInput, NumberTooLargeIsOverflow) {
     FieldInput in("1E999\r\n");
-    EXPECT_EQ(errorOf([&] { in.numberField(); }), 6);
+    EXPECT_EQ(raisedError([&] { in.numberField(); }), 6);
 }
 
 TEST(FieldInput, TheWritersTextsOfNonNumbersReadBack) {
@@ -82,7 +82,7 @@ TEST(FieldInput, TextEndsAtCommaOrLineEnd) {
     EXPECT_EQ(in.textField(), "Velocity");  // a comma splits the line
     EXPECT_EQ(in.textField(), "Darcy");
     EXPECT_EQ(in.textField(), "");  // an empty line is an empty text
-    EXPECT_EQ(errorOf([&] { in.textField(); }), 62);
+    EXPECT_EQ(raisedError([&] { in.textField(); }), 62);
 }
 
 TEST(FieldInput, QuotedTextRunsToItsClosingQuote) {
@@ -95,15 +95,15 @@ TEST(FieldInput, QuotedTextRunsToItsClosingQuote) {
 
 TEST(FieldInput, PastTheEndIsError62ForEveryKindOfInput) {
     FieldInput in("");
-    EXPECT_EQ(errorOf([&] { in.lineInput(); }), 62);
-    EXPECT_EQ(errorOf([&] { in.textField(); }), 62);
-    EXPECT_EQ(errorOf([&] { in.numberField(); }), 62);
+    EXPECT_EQ(raisedError([&] { in.lineInput(); }), 62);
+    EXPECT_EQ(raisedError([&] { in.textField(); }), 62);
+    EXPECT_EQ(raisedError([&] { in.numberField(); }), 62);
 }
 
 TEST(FieldInput, RoomForValuesIsCheckedAgainstWhatIsLeft) {
     FieldInput in(" 1  2  3 ");  // 9 characters
     EXPECT_NO_THROW(in.requireRoomFor(3));
-    EXPECT_EQ(errorOf([&] { in.requireRoomFor(1000); }), 62);
+    EXPECT_EQ(raisedError([&] { in.requireRoomFor(1000); }), 62);
     EXPECT_NO_THROW(in.requireRoomFor(0));
     EXPECT_NO_THROW(in.requireRoomFor(-5));
 }

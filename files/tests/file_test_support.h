@@ -1,25 +1,17 @@
 #pragma once
 // Small helpers shared by the tests of files/.
 
-#include <functional>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "sample_models.h"
 #include "shell/runtime_error.h"
+#include "testing/raised_error.h"
 
 namespace bm::filetests {
 
-// The number of the RuntimeError that `f` raises; 0 when it raises none.
-inline int errorOf(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
+using bm::testkit::raisedError;
 
 // A test name from a golden file's name ("one_regular.one" gives "one_regular_one").
 inline std::string goldenName(const ::testing::TestParamInfo<samples::Golden>& param) {

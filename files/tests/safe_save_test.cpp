@@ -20,7 +20,7 @@
 namespace bm {
 namespace {
 
-using filetests::errorOf;
+using testkit::raisedError;
 
 namespace fs = std::filesystem;
 using testkit::readFileBytes;
@@ -78,7 +78,7 @@ TEST(SafeSave, DiskFullHalfWayLeavesTheOldFileAndNoTemporaryFile) {
         return -1;
     });
     DataSet d = samples::threeRegular();
-    EXPECT_EQ(errorOf([&] { writeDataFile(d, path); }), 61);
+    EXPECT_EQ(raisedError([&] { writeDataFile(d, path); }), 61);
     EXPECT_EQ(readFileBytes(path), kOldBytes);
     EXPECT_EQ(namesIn(dir.path()), std::vector<std::string>{"model.one"});
 }
@@ -89,7 +89,7 @@ TEST(SafeSave, AWriteThatStallsCountsAsADiskFull) {
     writeFileBytes(path, kOldBytes);
     ScopedWriteHook stall([](int, const void*, std::size_t) -> ssize_t { return 0; });
     DataSet d = samples::twoRegular();
-    EXPECT_EQ(errorOf([&] { writeDataFile(d, path); }), 61);
+    EXPECT_EQ(raisedError([&] { writeDataFile(d, path); }), 61);
     EXPECT_EQ(readFileBytes(path), kOldBytes);
     EXPECT_EQ(namesIn(dir.path()), std::vector<std::string>{"model.two"});
 }
@@ -103,7 +103,7 @@ TEST(SafeSave, DeviceFailureIsDiskNotReadyAndLeavesTheOldFile) {
         return -1;
     });
     DataSet d = samples::oneRegular();
-    EXPECT_EQ(errorOf([&] { writeDataFile(d, path); }), 71);
+    EXPECT_EQ(raisedError([&] { writeDataFile(d, path); }), 71);
     EXPECT_EQ(readFileBytes(path), kOldBytes);
     EXPECT_EQ(namesIn(dir.path()), std::vector<std::string>{"model.one"});
 }
@@ -117,7 +117,7 @@ TEST(SafeSave, AnyOtherWriteFailureIsAnAccessError) {
         return -1;
     });
     DataSet d = samples::oneRegular();
-    EXPECT_EQ(errorOf([&] { writeDataFile(d, path); }), 75);
+    EXPECT_EQ(raisedError([&] { writeDataFile(d, path); }), 75);
     EXPECT_EQ(readFileBytes(path), kOldBytes);
     EXPECT_EQ(namesIn(dir.path()), std::vector<std::string>{"model.one"});
 }
@@ -132,7 +132,7 @@ TEST(SafeSave, FileSizeLimitOfTheSystemIsADiskFull) {
         rlimit limit{200, 200};
         if (::setrlimit(RLIMIT_FSIZE, &limit) != 0) return 99;
         DataSet d = samples::threeRegular();
-        return errorOf([&] { writeDataFile(d, path); });
+        return raisedError([&] { writeDataFile(d, path); });
     });
     EXPECT_EQ(code, 61);
     EXPECT_EQ(readFileBytes(path), kOldBytes);
@@ -177,7 +177,7 @@ TEST(SafeSave, ReadOnlyFileIsNotReplaced) {
     const int code = inChild([&] {
         if (::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0)) return 98;
         DataSet d = samples::oneRegular();
-        return errorOf([&] { writeDataFile(d, path); });
+        return raisedError([&] { writeDataFile(d, path); });
     });
     EXPECT_EQ(code, 75);
     EXPECT_EQ(readFileBytes(path), kOldBytes);
@@ -187,14 +187,14 @@ TEST(SafeSave, ReadOnlyFileIsNotReplaced) {
 TEST(SafeSave, MissingFolderIsPathNotFound) {
     TempDir dir;
     DataSet d = samples::oneRegular();
-    EXPECT_EQ(errorOf([&] { writeDataFile(d, dir.file("no/such/folder/model.one")); }), 76);
+    EXPECT_EQ(raisedError([&] { writeDataFile(d, dir.file("no/such/folder/model.one")); }), 76);
 }
 
 TEST(SafeSave, AFolderInThePlaceOfTheFileIsRefused) {
     TempDir dir;
     fs::create_directory(dir.path() / "model.one");
     DataSet d = samples::oneRegular();
-    EXPECT_EQ(errorOf([&] { writeDataFile(d, dir.file("model.one")); }), 75);
+    EXPECT_EQ(raisedError([&] { writeDataFile(d, dir.file("model.one")); }), 75);
     EXPECT_TRUE(fs::is_directory(dir.path() / "model.one"));
     EXPECT_EQ(namesIn(dir.path()), std::vector<std::string>{"model.one"});
 }

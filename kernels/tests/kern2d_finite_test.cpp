@@ -29,7 +29,7 @@ TwoDimParameters finiteRecord(const Flow& f, double yMin, double yMax, double yc
 }
 
 int errorOf(const TwoDimParameters& p, double t, double x, double y) {
-    return errorNumber([&] { finiteAt(p, t, x, y); });
+    return raisedError([&] { finiteAt(p, t, x, y); });
 }
 
 // Explicit finite differences on 0 <= x <= length, 0 <= y <= width (nodes every

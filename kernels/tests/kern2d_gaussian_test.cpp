@@ -18,7 +18,7 @@ using namespace bm::kern2dref;
 namespace {
 
 int errorOf(const TwoDimParameters& p, double t, double x, double y) {
-    return errorNumber([&] { gaussianAt(p, t, x, y); });
+    return raisedError([&] { gaussianAt(p, t, x, y); });
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ TwoDimParameters pointRecord(const Flow& f, double q) {
 }
 
 int errorOf(const TwoDimParameters& p, double t, double x, double y) {
-    return errorNumber([&] { pointAt(p, t, x, y); });
+    return raisedError([&] { pointAt(p, t, x, y); });
 }
 
 }  // namespace

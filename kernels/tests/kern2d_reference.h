@@ -17,6 +17,7 @@
 #include "kernels/kern2d.h"
 #include "shell/runtime_error.h"
 #include "testing/is_close.h"
+#include "testing/raised_error.h"
 
 namespace bm::kern2dref {
 
@@ -188,16 +189,7 @@ inline double pointAt(const TwoDimParameters& p, double t, double x, double y) {
     return c;
 }
 
-// The number of the run-time error that `call` raises, 0 for none.
-template <class Call>
-int errorNumber(Call&& call) {
-    try {
-        call();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
+using bm::testkit::raisedError;
 
 // The accuracy target of the kernels: 1e-6 absolute on C/C0 everywhere and
 // 1e-5 relative where C/C0 > 1e-3. Keeps the worst errors seen for the summary.

@@ -49,7 +49,7 @@ TwoDimParameters sensible() {
 // The error number a call raises at (t, x, y) = (2, 1, 5.2), 0 for none.
 int errorOf(const Kernel& kernel, const TwoDimParameters& p) {
     double c = 0;
-    return errorNumber([&] { kernel(p, 2, 1, 5.2, c); });
+    return raisedError([&] { kernel(p, 2, 1, 5.2, c); });
 }
 
 }  // namespace

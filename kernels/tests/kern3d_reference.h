@@ -18,6 +18,7 @@
 
 #include "kernels/kern3d.h"
 #include "shell/runtime_error.h"
+#include "testing/raised_error.h"
 
 namespace bm::kern3dref {
 
@@ -49,12 +50,7 @@ inline int errorAfter(const ThreeDimParameters& base, const std::function<void(T
                       const KernelCall& call) {
     ThreeDimParameters p = base;
     change(p);
-    try {
-        call(p);
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
+    return testkit::raisedError([&] { call(p); });
 }
 
 // The faults all three kernels share: a zero Dx, Dy, Dz or half-life is a

@@ -13,6 +13,7 @@
 #include "kernels/tests/kernvar_reference.h"
 #include "shell/runtime_error.h"
 #include "testing/is_close.h"
+#include "testing/raised_error.h"
 
 namespace {
 
@@ -20,14 +21,7 @@ using namespace kernvar_ref;
 using bm::kernvarRecord;
 namespace src = bm::varsource;
 
-int errorNumberOf(const std::function<void()>& call) {
-    try {
-        call();
-    } catch (const bm::RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
+using bm::testkit::raisedError;
 
 const char* kFunctionNames[] = {"", "Constant", "Linear", "Asymptotic", "Exponential"};
 
@@ -89,7 +83,7 @@ TEST(KernvarAlpha, LinearWithZeroMeanTravelTimeIsADivisionByZero) {
     c.function = 2;
     c.k = 0;
     const kernvarRecord r = recordOf(c, src::PointInstantaneous);
-    EXPECT_EQ(errorNumberOf([&] { bm::alpha_t(r, 10.0f); }), bm::err::DivisionByZero);
+    EXPECT_EQ(raisedError([&] { bm::alpha_t(r, 10.0f); }), bm::err::DivisionByZero);
 }
 
 TEST(KernvarAlpha, AsymptoticAndExponentialWithZeroMeanTravelTimeAreConstant) {
@@ -107,7 +101,7 @@ TEST(KernvarAlpha, AsymptoticAndExponentialWithZeroMeanTravelTimeAreConstant) {
 TEST(KernvarAlpha, UnknownFunctionCodeIsAnInvalidCall) {
     Case c;
     c.function = 7;
-    EXPECT_EQ(errorNumberOf([&] { bm::alpha_t(recordOf(c, src::PointInstantaneous), 1.0f); }),
+    EXPECT_EQ(raisedError([&] { bm::alpha_t(recordOf(c, src::PointInstantaneous), 1.0f); }),
               bm::err::InvalidProcedureCall);
 }
 
@@ -347,12 +341,12 @@ TEST(KernvarFaults, PointSourceWithoutTransverseRatioDividesByZero) {
     c.a = 0;
     const kernvarRecord r = recordOf(c, src::PointInstantaneous);
     const float alpha = bm::alpha_t(r, 10.0f);
-    EXPECT_EQ(errorNumberOf([&] { bm::point_instan_injection(r, 10.0f, 5.0f, 1.0f, alpha, 0.0f); }),
+    EXPECT_EQ(raisedError([&] { bm::point_instan_injection(r, 10.0f, 5.0f, 1.0f, alpha, 0.0f); }),
               bm::err::DivisionByZero);
-    EXPECT_EQ(errorNumberOf([&] { bm::point_contin_injection(r, 10.0f, 5.0f, 1.0f, alpha, 0.0f, 0.1f, 100); }),
+    EXPECT_EQ(raisedError([&] { bm::point_contin_injection(r, 10.0f, 5.0f, 1.0f, alpha, 0.0f, 0.1f, 100); }),
               bm::err::DivisionByZero);
     // The line sources do not use the ratio.
-    EXPECT_EQ(errorNumberOf([&] { bm::line_instan_injection(r, 10.0f, 5.0f, alpha, lineFactor(r)); }), 0);
+    EXPECT_EQ(raisedError([&] { bm::line_instan_injection(r, 10.0f, 5.0f, alpha, lineFactor(r)); }), 0);
 }
 
 TEST(KernvarFaults, NoDispersionAtAllDividesByZero) {
@@ -362,16 +356,16 @@ TEST(KernvarFaults, NoDispersionAtAllDividesByZero) {
     const kernvarRecord r = recordOf(c, src::PointInstantaneous);
     const float alpha = bm::alpha_t(r, 10.0f);
     EXPECT_EQ(alpha, 0.0f);
-    EXPECT_EQ(errorNumberOf([&] { bm::point_instan_injection(r, 10.0f, 5.0f, 1.0f, alpha, pointFactor(r)); }),
+    EXPECT_EQ(raisedError([&] { bm::point_instan_injection(r, 10.0f, 5.0f, 1.0f, alpha, pointFactor(r)); }),
               bm::err::DivisionByZero);
-    EXPECT_EQ(errorNumberOf([&] { bm::line_contin_injection(r, 10.0f, 5.0f, alpha, lineFactor(r), 0.1f, 100); }),
+    EXPECT_EQ(raisedError([&] { bm::line_contin_injection(r, 10.0f, 5.0f, alpha, lineFactor(r), 0.1f, 100); }),
               bm::err::DivisionByZero);
 }
 
 TEST(KernvarFaults, ANegativeAlphaIsAnInvalidCall) {
     Case c;
     const kernvarRecord r = recordOf(c, src::PointInstantaneous);
-    EXPECT_EQ(errorNumberOf([&] { bm::line_instan_injection(r, 10.0f, 5.0f, -1.0f, lineFactor(r)); }),
+    EXPECT_EQ(raisedError([&] { bm::line_instan_injection(r, 10.0f, 5.0f, -1.0f, lineFactor(r)); }),
               bm::err::InvalidProcedureCall);
 }
 

@@ -13,6 +13,7 @@
 #include "model/ranges.h"
 #include "shell/runtime_error.h"
 #include "shell/user_interface.h"
+#include "testing/raised_error.h"
 
 namespace bm::rangecheck {
 
@@ -27,16 +28,7 @@ public:
     int shown = 0;
 };
 
-// Runs f; the error number it raised, 0 when none.
-template <class F>
-int outcome(F f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
+using bm::testkit::raisedError;
 
 inline bool same(double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }
 
@@ -58,7 +50,7 @@ void checkRangeReaders(const std::string& text, Fail fail) {
 
     double minimum = 0, maximum = 0, interval = 0, constant = 0;
     std::int16_t terms = 0;
-    const int parseError = outcome([&] { terms = parseRange(text, minimum, maximum, interval, constant); });
+    const int parseError = raisedError([&] { terms = parseRange(text, minimum, maximum, interval, constant); });
     require(parseError == 0 || parseError == 6 || parseError == 5, "parseRange error number");
     require(!(valid && parseError == 5), "valid text without its second colon");
     if (scalar) {
@@ -73,13 +65,13 @@ void checkRangeReaders(const std::string& text, Fail fail) {
         require(terms == rangeTermCount(minimum, maximum, interval), "count");
         require(interval != 0 || terms == 1, "zero interval is one term");
     }
-    require(outcome([&] { rangeMinimum(text); }) == 0, "minimum never fails");
-    require(outcome([&] { rangeInterval(text); }) == 0, "interval never fails");
-    for (int e : {outcome([&] { rangeMaximum(text); }), outcome([&] { rangeConstant(text); })})
+    require(raisedError([&] { rangeMinimum(text); }) == 0, "minimum never fails");
+    require(raisedError([&] { rangeInterval(text); }) == 0, "interval never fails");
+    for (int e : {raisedError([&] { rangeMaximum(text); }), raisedError([&] { rangeConstant(text); })})
         require(e == 0 || e == 5, "maximum and constant fail only as error 5");
 
     std::string spec;
-    const int spacedError = outcome([&] { spec = spacedRangeToSpec(text); });
+    const int spacedError = raisedError([&] { spec = spacedRangeToSpec(text); });
     require(spacedError == 0 || spacedError == 5, "spacedRangeToSpec error number");
     if (spacedError == 0) require(std::count(spec.begin(), spec.end(), ':') >= 2, "spaced range joined by colons");
 }

@@ -3,19 +3,11 @@
 #include "model/ranges.h"
 #include "shell/runtime_error.h"
 #include "testing/scripted_user_interface.h"
+#include "testing/raised_error.h"
 
 using namespace bm;
 
-namespace {
-int errorOf(auto f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
-}  // namespace
+using bm::testkit::raisedError;
 
 TEST(RangeSpec, ScalarGivesOneTerm) {
     const ParsedRange r = parseRange("5");
@@ -61,7 +53,7 @@ TEST(RangeSpec, FiveFieldsPassFormatFailFormParseConstantTwo) {
 }
 
 TEST(RangeSpec, MoreThan32767TermsOverflows) {
-    EXPECT_EQ(errorOf([] { parseRange("0:40000:1"); }), 6);
+    EXPECT_EQ(raisedError([] { parseRange("0:40000:1"); }), 6);
     EXPECT_EQ(parseRange("0:32766:1").terms, 32767);
 }
 
@@ -108,8 +100,8 @@ TEST(RangeSpec, CheckShowsInputErrorUntrimmed) {
 }
 
 TEST(RangeSpec, OneColonIsAnInvalidProcedureCall) {
-    EXPECT_EQ(errorOf([] { rangeMaximum("1:2"); }), 5);
-    EXPECT_EQ(errorOf([] { rangeConstant("1:2"); }), 5);
+    EXPECT_EQ(raisedError([] { rangeMaximum("1:2"); }), 5);
+    EXPECT_EQ(raisedError([] { rangeConstant("1:2"); }), 5);
     EXPECT_EQ(rangeMinimum("1:2"), 1);
 }
 
@@ -127,5 +119,5 @@ TEST(RangeSpec, ListValuesByMultiplication) {
 TEST(RangeSpec, OldFormatSpacedRange) {
     EXPECT_EQ(spacedRangeToSpec("X Range: 0 100 1"), "0:100:1");
     EXPECT_EQ(spacedRangeToSpec("Time:  5 50   5  "), "5:50:5");
-    EXPECT_EQ(errorOf([] { spacedRangeToSpec("X: 0 100"); }), 5);
+    EXPECT_EQ(raisedError([] { spacedRangeToSpec("X: 0 100"); }), 5);
 }

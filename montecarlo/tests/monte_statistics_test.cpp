@@ -8,6 +8,7 @@
 #include "montecarlo/monte_statistics.h"
 #include "shell/runtime_error.h"
 #include "testing/is_close.h"
+#include "testing/raised_error.h"
 
 namespace {
 
@@ -33,12 +34,7 @@ Stats compute(const List<float>& s, int n) {
 Stats compute(const std::vector<float>& values) { return compute(samplesOf(values), static_cast<int>(values.size())); }
 
 int errorOf(const std::vector<float>& values, int n) {
-    try {
-        compute(samplesOf(values), n);
-    } catch (const bm::RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
+    return bm::testkit::raisedError([&] { compute(samplesOf(values), n); });
 }
 
 TEST(ComputeStatistics, OneTwoThreeFour) {

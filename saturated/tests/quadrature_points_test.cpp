@@ -10,6 +10,7 @@
 #include "shell/runtime_error.h"
 #include "testing/is_close.h"
 #include "testing/test_paths.h"
+#include "testing/raised_error.h"
 
 using namespace bm;
 using bm::testkit::TempDir;
@@ -20,12 +21,7 @@ namespace {
 std::string builtPointsFile() { return (testkit::binaryDir() / "suite" / "brenmoor" / "glq.pts").string(); }
 
 int errorNumber(const std::string& path, List<double>& nodes, List<double>& weights) {
-    try {
-        readQuadraturePoints(path, nodes, weights);
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
+    return testkit::raisedError([&] { readQuadraturePoints(path, nodes, weights); });
 }
 
 // A points file by hand: five header lines, then the given numbers one a line.

@@ -26,7 +26,7 @@ namespace bm {
 namespace {
 
 using testkit::PointsFileScope;
-using testkit::runTimeErrorOf;
+using testkit::raisedError;
 using testkit::setTerms;
 using testkit::TermValue;
 using testkit::rule;
@@ -127,13 +127,13 @@ TEST_F(ThreeDimSolution, RecordTakesTheQuotientsInTheirOrder) {
     d.dispersionX = "0";
     d.dispersionY = "0";
     d.dispersionZ = "0";
-    EXPECT_EQ(runTimeErrorOf([&] { fillThreeDimParameters(d, p, false, 1); }), err::Overflow);
+    EXPECT_EQ(raisedError([&] { fillThreeDimParameters(d, p, false, 1); }), err::Overflow);
     d.dispersionX = "1";
     d.dispersionY = "1";
-    EXPECT_EQ(runTimeErrorOf([&] { fillThreeDimParameters(d, p, false, 1); }), err::DivisionByZero);
+    EXPECT_EQ(raisedError([&] { fillThreeDimParameters(d, p, false, 1); }), err::DivisionByZero);
     d.porosity = "0";
     d.velocity = "0";
-    EXPECT_EQ(runTimeErrorOf([&] { fillThreeDimParameters(d, p, false, 1); }), err::Overflow);
+    EXPECT_EQ(raisedError([&] { fillThreeDimParameters(d, p, false, 1); }), err::Overflow);
 }
 
 TEST_F(ThreeDimSolution, RecordHoldsRangesSourceAndPaddedTexts) {
@@ -259,9 +259,9 @@ TEST_F(ThreeDimSolution, PointsFileIsReadOnlyForThePatch) {
     DataSet point = threeDimModel("Infinite", "Continuous Point");
     EXPECT_NO_THROW(solve(point, ui));
     DataSet patch = threeDimModel("Infinite", "Finite");
-    EXPECT_EQ(runTimeErrorOf([&] { solve(patch, ui); }), err::FileNotFound);
+    EXPECT_EQ(raisedError([&] { solve(patch, ui); }), err::FileNotFound);
     testkit::writeFileBytes(dir.file("glq.pts"), "a\nb\nc\nd\ne\n0.5\n");
-    EXPECT_EQ(runTimeErrorOf([&] { solve(patch, ui); }), err::InputPastEndOfFile);
+    EXPECT_EQ(raisedError([&] { solve(patch, ui); }), err::InputPastEndOfFile);
 }
 
 TEST_F(ThreeDimSolution, CaseAndPointsAreKeptAfterTheFirstIteration) {

@@ -26,7 +26,7 @@ namespace bm {
 namespace {
 
 using testkit::PointsFileScope;
-using testkit::runTimeErrorOf;
+using testkit::raisedError;
 using testkit::setTerms;
 using testkit::TermValue;
 using testkit::rule;
@@ -120,22 +120,22 @@ TEST_F(TwoDimSolution, RecordTakesTheQuotientsInTheirOrder) {
     // 0 / 0 of a zero dispersion (overflow) comes before 1 / 0 of the velocity.
     d.retardation = "0";
     d.dispersionX = "0";
-    EXPECT_EQ(runTimeErrorOf([&] { fillTwoDimParameters(d, p, false, 1); }), err::Overflow);
+    EXPECT_EQ(raisedError([&] { fillTwoDimParameters(d, p, false, 1); }), err::Overflow);
     d.dispersionX = "2";
     d.dispersionY = "0";
-    EXPECT_EQ(runTimeErrorOf([&] { fillTwoDimParameters(d, p, false, 1); }), err::DivisionByZero);
+    EXPECT_EQ(raisedError([&] { fillTwoDimParameters(d, p, false, 1); }), err::DivisionByZero);
     // The velocity over a zero porosity comes first of all.
     d.porosity = "0";
     d.dispersionY = "0";
-    EXPECT_EQ(runTimeErrorOf([&] { fillTwoDimParameters(d, p, false, 1); }), err::DivisionByZero);
+    EXPECT_EQ(raisedError([&] { fillTwoDimParameters(d, p, false, 1); }), err::DivisionByZero);
     d.porosity = "0";
     d.velocity = "0";
-    EXPECT_EQ(runTimeErrorOf([&] { fillTwoDimParameters(d, p, false, 1); }), err::Overflow);
+    EXPECT_EQ(raisedError([&] { fillTwoDimParameters(d, p, false, 1); }), err::Overflow);
     // The half-life times the retardation may overflow.
     d = twoDimModel("Infinite", "Finite Line");
     d.halfLife = "1e300";
     d.retardation = "1e10";
-    EXPECT_EQ(runTimeErrorOf([&] { fillTwoDimParameters(d, p, false, 1); }), err::Overflow);
+    EXPECT_EQ(raisedError([&] { fillTwoDimParameters(d, p, false, 1); }), err::Overflow);
 }
 
 TEST_F(TwoDimSolution, RecordHoldsRangesSourceAndPaddedTexts) {
@@ -326,12 +326,12 @@ TEST_F(TwoDimSolution, PointsFileIsReadOnlyForTheCodesThatNeedIt) {
     EXPECT_NO_THROW(solve(finite, ui));
     for (const char* source : {"Finite Line", "Gaussian", "Continuous Point"}) {
         DataSet d = twoDimModel("Infinite", source);
-        EXPECT_EQ(runTimeErrorOf([&] { solve(d, ui); }), err::FileNotFound) << source;
+        EXPECT_EQ(raisedError([&] { solve(d, ui); }), err::FileNotFound) << source;
     }
     // A short file ends early.
     testkit::writeFileBytes(dir.file("glq.pts"), "1\r\n2\r\n3\r\n4\r\n5\r\n0.5\r\n0.25\r\n");
     DataSet d = twoDimModel("Infinite", "Gaussian");
-    EXPECT_EQ(runTimeErrorOf([&] { solve(d, ui); }), err::InputPastEndOfFile);
+    EXPECT_EQ(raisedError([&] { solve(d, ui); }), err::InputPastEndOfFile);
 }
 
 TEST_F(TwoDimSolution, CaseAndPointsAreKeptAfterTheFirstIteration) {
@@ -352,7 +352,7 @@ TEST_F(TwoDimSolution, CaseAndPointsAreKeptAfterTheFirstIteration) {
     EXPECT_EQ(d.currentConcentration, first);
     EXPECT_CLOSE(first, direct(kFiniteLineSource2D, twoDimRecord(), 20, 10, 2), 1e-13, 0);
     // The next run chooses anew, and reads the points again.
-    EXPECT_EQ(runTimeErrorOf([&] { solve(d, ui, true, 1); }), err::FileNotFound);
+    EXPECT_EQ(raisedError([&] { solve(d, ui, true, 1); }), err::FileNotFound);
     EXPECT_EQ(twoDimSourceTable().sourceCode, kGaussianSource2D);
 }
 
@@ -378,7 +378,7 @@ TEST_F(TwoDimSolution, CountsBelowOneBecomeOneEachOnItsOwn) {
     EXPECT_EQ(gridCount(0, 9, 2), 6);   // 5.5 rounds to even
     EXPECT_EQ(gridCount(5, 5, 0), 1);
     EXPECT_EQ(gridCount(10, 0, 1), 1);
-    EXPECT_EQ(runTimeErrorOf([] { gridCount(0, 1e6, 1); }), err::Overflow);
+    EXPECT_EQ(raisedError([] { gridCount(0, 1e6, 1); }), err::Overflow);
 }
 
 TEST_F(TwoDimSolution, ListsAreMadeByMultiplication) {
@@ -580,7 +580,7 @@ TEST_F(TwoDimSolution, OneTermReadsNoTermsAndAZeroFirstConcentrationDividesByZer
     ScriptedUserInterface ui;
     EXPECT_NO_THROW(solve(d, ui));
     setTerms(d, {{0, 0}, {10, 1}});
-    EXPECT_EQ(runTimeErrorOf([&] { solve(d, ui); }), err::DivisionByZero);
+    EXPECT_EQ(raisedError([&] { solve(d, ui); }), err::DivisionByZero);
     // ... but only once a later term takes part.
     setTerms(d, {{0, 0}, {100, 1}});
     EXPECT_NO_THROW(solve(d, ui));

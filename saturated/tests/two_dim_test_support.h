@@ -18,6 +18,7 @@
 #include "shell/runtime_error.h"
 #include "testing/scripted_user_interface.h"
 #include "testing/test_paths.h"
+#include "testing/raised_error.h"
 
 namespace bm::testkit {
 
@@ -46,17 +47,6 @@ struct Rule {
 inline const Rule& rule() {
     static const Rule r;
     return r;
-}
-
-// The number of the run-time error f raises, 0 for none.
-template <class F>
-int runTimeErrorOf(F f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
 }
 
 // One inflow term as numbers.

@@ -11,20 +11,14 @@
 #include "species/matrix_operations.h"
 #include "species/tests/matrix_test_support.h"
 #include "testing/is_close.h"
+#include "testing/raised_error.h"
 
 using namespace bm;
 using namespace bm::matrixtest;
 
 namespace {
 
-int errorOf(auto f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
+using bm::testkit::raisedError;
 
 DataSet chemicals(int n) {
     DataSet data;
@@ -49,8 +43,8 @@ TEST(MatrixLayout, SquareMatrixRunsDownTheColumns) {
     EXPECT_EQ(a.stride(), 4);
     a(2, 3) = 7.0;
     EXPECT_EQ(a.data()[3 * 4 + 2], 7.0);
-    EXPECT_EQ(errorOf([&] { a(4, 1) = 1.0; }), err::SubscriptOutOfRange);
-    EXPECT_EQ(errorOf([&] { a(1, -1) = 1.0; }), err::SubscriptOutOfRange);
+    EXPECT_EQ(raisedError([&] { a(4, 1) = 1.0; }), err::SubscriptOutOfRange);
+    EXPECT_EQ(raisedError([&] { a(1, -1) = 1.0; }), err::SubscriptOutOfRange);
     a.redim(1);
     EXPECT_EQ(a(1, 1), 0.0);
 }
@@ -167,7 +161,7 @@ TEST(TransformConcentrations, TextThatIsNoNumberIsATypeError) {
     data.chemicalTermConcentration.redim(2);
     data.chemicalTermConcentration(1) = "kept";
     const List<double> identity = flat({1, 0, 0, 1});
-    EXPECT_EQ(errorOf([&] { transformConcentrations(data, 2, identity); }), err::TypeMismatch);
+    EXPECT_EQ(raisedError([&] { transformConcentrations(data, 2, identity); }), err::TypeMismatch);
     EXPECT_EQ(data.chemicalTermConcentration(1), "kept");
 }
 
@@ -355,9 +349,9 @@ TEST(RealGeneralEigen, InfinityOrNaNIsAnOverflow) {
     List<double> values, vectors;
     SquareMatrix a = chainMatrix({0.1, 0.2}, {1.0, 1.0});
     a(2, 1) = std::numeric_limits<double>::infinity();
-    EXPECT_EQ(errorOf([&] { eigenDecompose(data, a, values, vectors); }), err::Overflow);
+    EXPECT_EQ(raisedError([&] { eigenDecompose(data, a, values, vectors); }), err::Overflow);
     a(2, 1) = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_EQ(errorOf([&] { eigenDecompose(data, a, values, vectors); }), err::Overflow);
+    EXPECT_EQ(raisedError([&] { eigenDecompose(data, a, values, vectors); }), err::Overflow);
 }
 
 TEST(RealGeneralEigen, ElementsTooFarApartToBalanceAreAnOverflow) {
@@ -370,7 +364,7 @@ TEST(RealGeneralEigen, ElementsTooFarApartToBalanceAreAnOverflow) {
     a(2, 1) = 4.9e-324;
     a(2, 2) = 1.0;
     List<double> values, vectors;
-    EXPECT_EQ(errorOf([&] { eigenDecompose(data, a, values, vectors); }), err::Overflow);
+    EXPECT_EQ(raisedError([&] { eigenDecompose(data, a, values, vectors); }), err::Overflow);
 }
 
 TEST(RealGeneralEigen, OrderAboveTheDeclaredOneIsRefused) {
@@ -384,7 +378,7 @@ TEST(RealGeneralEigen, OrderAboveTheDeclaredOneIsRefused) {
 TEST(EigenDecompose, MatrixSmallerThanTheChemicalCountIsASubscriptError) {
     const DataSet data = chemicals(3);
     List<double> values, vectors;
-    EXPECT_EQ(errorOf([&] { eigenDecompose(data, SquareMatrix(2), values, vectors); }), err::SubscriptOutOfRange);
+    EXPECT_EQ(raisedError([&] { eigenDecompose(data, SquareMatrix(2), values, vectors); }), err::SubscriptOutOfRange);
 }
 
 // --- the 16-bit index arithmetic ---
@@ -408,12 +402,12 @@ TEST(MatrixOperations, OrderAbove181OverflowsTheIndexArithmetic) {
     EXPECT_EQ(inverse.ub(), 32761);
 
     const DataSet overflows = chemicals(182);
-    EXPECT_EQ(errorOf([&] { eigenDecompose(overflows, big, values, vectors); }), err::Overflow);
+    EXPECT_EQ(raisedError([&] { eigenDecompose(overflows, big, values, vectors); }), err::Overflow);
     List<double> large(32767);
-    EXPECT_EQ(errorOf([&] { invertEigenMatrix(overflows, large, inverse); }), err::Overflow);
-    EXPECT_EQ(errorOf([&] { invertInPlace(182, large); }), err::Overflow);
+    EXPECT_EQ(raisedError([&] { invertEigenMatrix(overflows, large, inverse); }), err::Overflow);
+    EXPECT_EQ(raisedError([&] { invertInPlace(182, large); }), err::Overflow);
     List<double> product;
-    EXPECT_EQ(errorOf([&] { matrixProduct(182, 182, 1, large, large, product); }), err::Overflow);
+    EXPECT_EQ(raisedError([&] { matrixProduct(182, 182, 1, large, large, product); }), err::Overflow);
     // A long vector is no square: 182 by 1 times 1 by 1 is fine.
     List<double> column(182), one = flat({2.0});
     for (int i = 1; i <= 182; ++i) column(i) = i;
@@ -445,7 +439,7 @@ TEST(MatrixProduct, RowAfterRowProducts) {
 
 TEST(MatrixProduct, OverflowOfASumIsAnError) {
     List<double> c;
-    EXPECT_EQ(errorOf([&] { matrixProduct(1, 2, 1, flat({1e308, 1e308}), flat({1, 1}), c); }), err::Overflow);
+    EXPECT_EQ(raisedError([&] { matrixProduct(1, 2, 1, flat({1e308, 1e308}), flat({1, 1}), c); }), err::Overflow);
 }
 
 TEST(InvertInPlace, TwoByTwoByHand) {

@@ -14,6 +14,7 @@
 #include "testing/scripted_user_interface.h"
 #include "timevarying/tests/var_test_model.h"
 #include "timevarying/var_solution.h"
+#include "testing/raised_error.h"
 
 namespace {
 
@@ -229,12 +230,7 @@ namespace {
 
 int runError(bm::DataSet& d) {
     ScriptedUserInterface ui;
-    try {
-        bm::solveTimeVarying(d, ui);
-    } catch (const bm::RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
+    return bm::testkit::raisedError([&] { bm::solveTimeVarying(d, ui); });
 }
 
 TEST(VarSolution, AGridTooLargeForMemoryIsRefusedBeforeItIsMade) {
