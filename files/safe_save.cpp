@@ -82,6 +82,30 @@ mode_t currentUmask() {
     return mask;
 }
 
+void writeAll(int fd, std::string_view bytes, const std::string& folder, const std::string& path) {
+    const char* data = bytes.data();
+    std::size_t left = bytes.size();
+    while (left > 0) {
+        const ssize_t written = writeSome(fd, data, left);
+        if (written < 0) {
+            if (errno == EINTR) continue;
+            raiseFor(errno, folder, path);
+        }
+        if (written == 0) raiseFor(ENOSPC, folder, path);
+        data += written;
+        left -= static_cast<std::size_t>(written);
+    }
+}
+
+void writeToStream(const std::string& target, std::string_view bytes, const std::string& folder,
+                   const std::string& path) {
+    const int fd = ::open(target.c_str(), O_WRONLY | O_CLOEXEC);
+    if (fd < 0) raiseFor(errno, folder, path);
+    TemporaryFile stream("", fd);  // closes it; nothing to unlink
+    writeAll(stream.fd(), bytes, folder, path);
+    if (const int error = stream.close(); error != 0) raiseFor(error, folder, path);
+}
+
 }  // namespace
 
 ScopedWriteHook::ScopedWriteHook(WriteFunction write) { writeHook() = std::move(write); }
@@ -97,11 +121,17 @@ void replaceFileContents(const std::string& path, std::string_view bytes) {
     }
     struct stat old {};
     const bool exists = ::stat(target.c_str(), &old) == 0;
+    fs::path folder = target.parent_path();
+    if (folder.empty()) folder = ".";
+    // A device or a pipe (/dev/null, /dev/stdout, a named pipe) holds nothing
+    // that could be lost and cannot be renamed over: it is written directly.
+    if (exists && (S_ISCHR(old.st_mode) || S_ISFIFO(old.st_mode))) {
+        writeToStream(target.string(), bytes, folder.string(), path);
+        return;
+    }
     if (exists && !S_ISREG(old.st_mode))
         raiseError(err::PathFileAccessError, "Path/File access error: " + path + " is not a file and cannot be replaced");
 
-    fs::path folder = target.parent_path();
-    if (folder.empty()) folder = ".";
     // A file the user may not write stays as it is, though the rename could replace it.
     if (exists && ::access(target.c_str(), W_OK) != 0) raiseFor(errno, folder.string(), path);
     std::string pattern = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
@@ -113,18 +143,7 @@ void replaceFileContents(const std::string& path, std::string_view bytes) {
     const mode_t mode = exists ? (old.st_mode & 07777) : (0666 & ~currentUmask());
     ::fchmod(temp.fd(), mode);
 
-    const char* data = bytes.data();
-    std::size_t left = bytes.size();
-    while (left > 0) {
-        const ssize_t written = writeSome(temp.fd(), data, left);
-        if (written < 0) {
-            if (errno == EINTR) continue;
-            raiseFor(errno, folder.string(), path);
-        }
-        if (written == 0) raiseFor(ENOSPC, folder.string(), path);
-        data += written;
-        left -= static_cast<std::size_t>(written);
-    }
+    writeAll(temp.fd(), bytes, folder.string(), path);
     if (::fsync(temp.fd()) != 0) raiseFor(errno, folder.string(), path);
     if (const int error = temp.close(); error != 0) raiseFor(error, folder.string(), path);
     if (::rename(temp.path().c_str(), target.c_str()) != 0) raiseFor(errno, folder.string(), path);

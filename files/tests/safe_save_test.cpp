@@ -9,6 +9,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 #include "file_test_support.h"
@@ -207,6 +208,30 @@ TEST(SafeSave, ALinkKeepsPointingAtTheReplacedFile) {
     replaceFileContents(dir.file("link.one"), "new");
     EXPECT_TRUE(fs::is_symlink(dir.path() / "link.one"));
     EXPECT_EQ(readFileBytes(target), "new");
+}
+
+TEST(SafeSave, ADeviceIsWrittenDirectlyAndStaysADevice) {
+    replaceFileContents("/dev/null", "discarded\r\n");
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
+}
+
+TEST(SafeSave, ANamedPipeReceivesTheBytesAndStaysAPipe) {
+    TempDir dir;
+    const std::string pipe = dir.file("results.pipe");
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    std::string received;
+    std::thread reader([&] {
+        FILE* in = std::fopen(pipe.c_str(), "rb");
+        if (in == nullptr) return;
+        char buffer[256];
+        for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, in)) > 0;) received.append(buffer, n);
+        std::fclose(in);
+    });
+    replaceFileContents(pipe, "C/Co\r\n0.5\r\n");
+    reader.join();
+    EXPECT_EQ(received, "C/Co\r\n0.5\r\n");
+    EXPECT_TRUE(fs::is_fifo(pipe));
+    EXPECT_EQ(namesIn(dir.path()), std::vector<std::string>{"results.pipe"});
 }
 
 }  // namespace
