@@ -113,6 +113,13 @@ ParsedRange parseRange(std::string_view spec) {
     return r;
 }
 
+void assignRange(std::string_view spec, double& minimum, double& maximum, double& interval) {
+    const ParsedRange parsed = parseRange(spec);
+    minimum = isScalarRange(spec) && parsed.terms == 1 ? 0.0 : parsed.minimum;
+    maximum = parsed.maximum;
+    interval = parsed.interval;
+}
+
 std::string spacedRangeToSpec(std::string_view line) {
     const std::string body = textAfter(line, ":");
     const auto b1 = body.find(' ');

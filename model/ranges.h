@@ -34,6 +34,10 @@ double rangeConstant(std::string_view spec);  // error 5 on a text with one ":"
 // Returns the count of terms; error 6 when it does not fit 16 bits.
 std::int16_t parseRange(std::string_view spec, double& minimum, double& maximum, double& interval, double& constant);
 ParsedRange parseRange(std::string_view spec);
+// The parts of a coordinate range that the solvers' records hold: a single
+// number (no ":") means the column from 0 to that number, so its minimum is 0;
+// a range with colons keeps its minimum even when it counts one term.
+void assignRange(std::string_view spec, double& minimum, double& maximum, double& interval);
 
 // Count of a list: (max - min) / interval + 1 rounded half to even, or 1 for an
 // interval of exactly 0; error 6 when it does not fit 16 bits.

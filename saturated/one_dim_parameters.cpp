@@ -16,18 +16,9 @@ void fillOneDimParameters(const DataSet& data, OneDimParameters& parameters, boo
     parameters.boundaryType = boundaryTypeOf(data.contaminantType);
     parameters.aquiferCode = data.aquiferType.substr(0, kAquiferCodeLength);
 
-    const ParsedRange x = parseRange(data.xRange);
-    const ParsedRange t = parseRange(data.timeRange);
-    parameters.xMin = x.minimum;
-    parameters.xMax = x.maximum;
-    parameters.xInterval = x.interval;
-    parameters.tMin = t.minimum;
-    parameters.tMax = t.maximum;
-    parameters.tInterval = t.interval;
-    // A single number x means the column from 0 to x; a range that merely
-    // counts one term keeps its minimum.
-    if (x.terms == 1 && !contains(data.xRange, ":")) parameters.xMin = 0;
-    if (t.terms == 1 && !contains(data.timeRange, ":")) parameters.tMin = 0;
+    // A single number x means the column from 0 to x.
+    assignRange(data.xRange, parameters.xMin, parameters.xMax, parameters.xInterval);
+    assignRange(data.timeRange, parameters.tMin, parameters.tMax, parameters.tInterval);
 
     const double halfLife = fieldValue(data, data.halfLife, monteCarlo, iteration);
     const double dispersion = fieldValue(data, data.dispersionX, monteCarlo, iteration);

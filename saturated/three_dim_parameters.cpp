@@ -4,7 +4,7 @@
 
 #include "model/data_set.h"
 #include "montecarlo/monte_marker.h"
-#include "saturated/two_dim_grid.h"
+#include "model/ranges.h"
 #include "shell/checked_math.h"
 
 namespace bm {

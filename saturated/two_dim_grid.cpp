@@ -8,20 +8,6 @@
 
 namespace bm {
 
-RecordRange recordRange(const std::string& spec) {
-    const ParsedRange parsed = parseRange(spec);
-    RecordRange range{parsed.minimum, parsed.maximum, parsed.interval};
-    if (parsed.terms == 1 && !contains(spec, ":")) range.minimum = 0.0;
-    return range;
-}
-
-void assignRange(const std::string& spec, double& minimum, double& maximum, double& interval) {
-    const RecordRange range = recordRange(spec);
-    minimum = range.minimum;
-    maximum = range.maximum;
-    interval = range.interval;
-}
-
 int gridCount(double minimum, double maximum, double interval) {
     if (interval == 0.0) return 1;
     const int count = toInt16(fp::div(maximum - minimum, interval) + 1.0);

@@ -1,8 +1,7 @@
 #pragma once
 // Pieces of the two-dimensional driver that the three-dimensional one shares:
-// the parts of a range as the library records hold them, the count of a grid
-// list, and the inflow terms read once per driver call. Free of the library
-// headers, so that either driver can include it.
+// the count of a grid list and the inflow terms read once per driver call.
+// Free of the library headers, so that either driver can include it.
 
 #include <string>
 
@@ -11,16 +10,6 @@
 namespace bm {
 
 struct DataSet;
-
-// Parts of one coordinate's range as the record holds them: a single number
-// (no ":") means the column from 0 to that number, so its minimum is 0; a range
-// with colons keeps its minimum even when it counts one term.
-struct RecordRange {
-    double minimum = 0, maximum = 0, interval = 0;
-};
-RecordRange recordRange(const std::string& spec);
-// The same written into a record's three fields.
-void assignRange(const std::string& spec, double& minimum, double& maximum, double& interval);
 
 // Count of a list laid out from minimum by interval up to maximum: 1 for an
 // interval of 0, otherwise (maximum - minimum) / interval + 1 rounded half to

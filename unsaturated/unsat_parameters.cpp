@@ -12,17 +12,9 @@ namespace {
 // Both screens read their samples from the working set, which holds the table
 // of the model that is open.
 void fillFromWorkingSet(const DataSet& data, UnsatParameters& p, bool monteCarlo, int iteration) {
-    const ParsedRange x = parseRange(data.xRange);
-    const ParsedRange t = parseRange(data.timeRange);
-    p.xMin = x.minimum;
-    p.xMax = x.maximum;
-    p.xInterval = x.interval;
-    p.tMin = t.minimum;
-    p.tMax = t.maximum;
-    p.tInterval = t.interval;
     // A single depth means the column from the surface down to it.
-    if (x.terms == 1 && !contains(data.xRange, ":")) p.xMin = 0;
-    if (t.terms == 1 && !contains(data.timeRange, ":")) p.tMin = 0;
+    assignRange(data.xRange, p.xMin, p.xMax, p.xInterval);
+    assignRange(data.timeRange, p.tMin, p.tMax, p.tInterval);
 
     p.percolationRate = fieldValue(data, data.velocity, monteCarlo, iteration);
     p.dispersion = fieldValue(data, data.dispersionX, monteCarlo, iteration);

@@ -121,3 +121,20 @@ TEST(RangeSpec, OldFormatSpacedRange) {
     EXPECT_EQ(spacedRangeToSpec("Time:  5 50   5  "), "5:50:5");
     EXPECT_EQ(raisedError([] { spacedRangeToSpec("X: 0 100"); }), 5);
 }
+
+TEST(RangeSpec, RecordPartsOfASingleNumberStartAtZero) {
+    double minimum = -1, maximum = -1, interval = -1;
+    assignRange("50", minimum, maximum, interval);
+    EXPECT_EQ(minimum, 0);
+    EXPECT_EQ(maximum, 50);
+    EXPECT_EQ(interval, 0);
+    // a range with colons keeps its minimum, even when it counts one term
+    assignRange("20:20:1", minimum, maximum, interval);
+    EXPECT_EQ(minimum, 20);
+    EXPECT_EQ(maximum, 20);
+    EXPECT_EQ(interval, 1);
+    assignRange("10:30:5:15", minimum, maximum, interval);
+    EXPECT_EQ(minimum, 10);
+    EXPECT_EQ(maximum, 30);
+    EXPECT_EQ(interval, 5);
+}
