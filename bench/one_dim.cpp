@@ -151,6 +151,13 @@ void BM_SemiInfiniteCauchyGrid(benchmark::State& state) {
 }
 BENCHMARK(BM_SemiInfiniteCauchyGrid)->Unit(benchmark::kMillisecond);
 
+// Two later inflow terms: the terms' times and concentrations are texts, read
+// once per run rather than at every point.
+void BM_SemiInfiniteDirichletGridThreeTerms(benchmark::State& state) {
+    runGrid(state, model("Semi-Infinite", "Dirichlet", "0:100:1", "0:100:10", "50", 3));
+}
+BENCHMARK(BM_SemiInfiniteDirichletGridThreeTerms)->Unit(benchmark::kMillisecond);
+
 void BM_SemiInfiniteDirichletGrid(benchmark::State& state) {
     runGrid(state, model("Semi-Infinite", "Dirichlet", "0:100:1", "0:100:10", "50", 1));
 }

@@ -2,6 +2,7 @@
 
 #include "model/number_text.h"
 #include "model/ranges.h"
+#include "montecarlo/monte_marker.h"
 #include "shell/checked_math.h"
 
 namespace bm {
@@ -40,6 +41,27 @@ void layOutLineGrid(DataSet& data, const LineGridCounts& counts, double xMin, do
     } else {
         data.tValues(1) = data.tConstant;
     }
+}
+
+namespace {
+
+template <class Read>
+double cached(std::vector<std::optional<double>>& values, int k, Read read) {
+    const auto index = static_cast<std::size_t>(k);
+    if (values.size() <= index) values.resize(index + 1);
+    if (!values[index]) values[index] = read();
+    return *values[index];
+}
+
+}  // namespace
+
+double InflowTermValues::time(int k) const {
+    return cached(times_, k, [&] { return textValue(data_.terms(k).time); });
+}
+
+double InflowTermValues::concentration(int k) const {
+    return cached(concentrations_, k,
+                  [&] { return fieldValue(data_, data_.terms(k).concentration, monteCarlo_, iteration_); });
 }
 
 }  // namespace bm

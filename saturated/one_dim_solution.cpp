@@ -52,23 +52,20 @@ private:
 
 // C/Co at one point: the first inflow term, then each later term k started at
 // its own time with the step of its concentration, relative to the first.
-double pointConcentration(const DataSet& data, const OneDimParameters& parameters, bool monteCarlo,
-                          const OneDimKernel& kernel, double x, double t) {
+double pointConcentration(const DataSet& data, const InflowTermValues& terms, const OneDimKernel& kernel, double x,
+                          double t) {
     double c = clampRatio(kernel(x, t));
     for (int k = 2; k <= data.superpositionIndex; ++k) {
-        const double tau = t - textValue(data.terms(k).time);
+        const double tau = t - terms.time(k);
         if (tau > 0.0) {
             const double c2 = clampRatio(kernel(x, tau));
-            const double step = fieldValue(data, data.terms(k).concentration, monteCarlo, parameters.iteration) -
-                                fieldValue(data, data.terms(k - 1).concentration, monteCarlo, parameters.iteration);
-            const double first = fieldValue(data, data.terms(1).concentration, monteCarlo, parameters.iteration);
-            c = fp::checked(c + fp::div(step, first) * c2);
+            const double step = terms.concentration(k) - terms.concentration(k - 1);
+            c = fp::checked(c + fp::div(step, terms.concentration(1)) * c2);
         }
     }
     // The sum may pass 1; only a negative one is thrown away.
     return c < 0.0 ? 0.0 : c;
 }
-
 
 }  // namespace
 
@@ -98,40 +95,9 @@ double solveOneDimensional(DataSet& data, OneDimParameters& parameters, bool mon
     }
     const OneDimKernel kernel(parameters, finite, length, rootTable);
 
-    const ProgressOwner owner = progressOwnerOf(data);
-    const double totalPoints = static_cast<double>(nx) * static_cast<double>(nt);
-    double done = 0.0;
-    double c = 0.0;
-    for (int j = 1; j <= nt; ++j) {
-        for (int i = 1; i <= nx; ++i) {
-            if (data.stopRequested) {
-                data.stopRequested = false;
-                return 0.0;
-            }
-            c = pointConcentration(data, parameters, monteCarlo, kernel, data.xValues(i), data.tValues(j));
-            data.result1D(i, j) = c;
-            done += 1.0;
-            if (!monteCarlo) ui.reportProgress(owner, totalPoints, done);
-        }
-    }
-    const double last = c;
-
-    // The selected point: computed on its own when the grid is more than one point.
-    if (nx != 1 || nt != 1) {
-        const double savedX = data.xValues(1);
-        const double savedT = data.tValues(1);
-        data.xValues(1) = data.xConstant;
-        data.tValues(1) = data.tConstant;
-        data.currentConcentration =
-            pointConcentration(data, parameters, monteCarlo, kernel, data.xValues(1), data.tValues(1));
-        data.xValues(1) = savedX;
-        data.tValues(1) = savedT;
-    } else {
-        data.currentConcentration = data.result1D(1, 1);
-    }
-
-    if (!contains(data.calculationMode, "Monte Carlo")) data.calculationMode = formatNumber(data.currentConcentration);
-    return last;
+    const InflowTermValues terms(data, monteCarlo, parameters.iteration);
+    return runLineGrid(data, data.result1D, monteCarlo, progressOwnerOf(data), ui,
+                       [&](double x, double t, double) { return pointConcentration(data, terms, kernel, x, t); });
 }
 
 }  // namespace bm

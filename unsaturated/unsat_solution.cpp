@@ -1,8 +1,6 @@
 #include "unsaturated/unsat_solution.h"
 
 #include <cmath>
-#include <optional>
-#include <vector>
 
 #include "kernels/kern1d.h"
 #include "model/data_set.h"
@@ -79,7 +77,7 @@ double constantInletRatio(const Coefficients& k, double X, double T) {
 class PointSolver {
 public:
     PointSolver(const DataSet& data, const UnsatParameters& p, bool monteCarlo, const Coefficients& k)
-        : data_(data), p_(p), monteCarlo_(monteCarlo), k_(k), inlet_(inletOf(data.contaminantType)) {}
+        : data_(data), p_(p), k_(k), inlet_(inletOf(data.contaminantType)), terms_(data, monteCarlo, p.iteration) {}
 
     // C at (x, t). `c` carries the previous point's value, which the old
     // contaminant word keeps unchanged.
@@ -96,12 +94,12 @@ public:
             if (c >= 1.0) c = 1.0;
             for (int j = 2; j <= data_.superpositionIndex; ++j) {
                 // A later term starts at its own time; its age is not reduced by tMin.
-                const double age = fp::sub(t, termTime(j));
+                const double age = fp::sub(t, terms_.time(j));
                 if (age <= 0.0) continue;
                 double later = constantInletRatio(k_, X, age);
                 if (later > 1.0) later = 1.0;
-                const double step = fp::sub(concentration(j), concentration(j - 1));
-                c = fp::add(c, fp::mul(fp::div(step, concentration(1)), later));
+                const double step = fp::sub(terms_.concentration(j), terms_.concentration(j - 1));
+                c = fp::add(c, fp::mul(fp::div(step, terms_.concentration(1)), later));
             }
         } else {
             c = fp::mul(c, fp::exp(-fp::mul(p_.sourceDecayRate, T)));
@@ -111,29 +109,12 @@ public:
     }
 
 private:
-    // The terms' texts are read when first needed and kept for the call: a
-    // number per point and term would cost more than the solution itself.
-    double termTime(int j) const { return cached(times_, j, [&] { return textValue(data_.terms(j).time); }); }
-    double concentration(int j) const {
-        return cached(concentrations_, j,
-                      [&] { return fieldValue(data_, data_.terms(j).concentration, monteCarlo_, p_.iteration); });
-    }
-    template <class Read>
-    static double cached(std::vector<std::optional<double>>& values, int j, Read read) {
-        const auto index = static_cast<std::size_t>(j);
-        if (values.size() <= index) values.resize(index + 1);
-        if (!values[index]) values[index] = read();
-        return *values[index];
-    }
-
     const DataSet& data_;
     const UnsatParameters& p_;
-    bool monteCarlo_;
     Coefficients k_;
     Inlet inlet_;
-    mutable std::vector<std::optional<double>> times_, concentrations_;
+    InflowTermValues terms_;
 };
-
 
 }  // namespace
 
@@ -148,40 +129,7 @@ double solveUnsaturated(DataSet& data, UnsatParameters& parameters, bool monteCa
     data.resultUnsat.redim({nx, nt});
 
     const PointSolver solve(data, parameters, monteCarlo, k);
-    const ProgressOwner owner = unsatProgressOwnerOf(data);
-    const double totalPoints = static_cast<double>(nx) * static_cast<double>(nt);
-    double done = 0.0;
-    double c = 0.0;
-    for (int j = 1; j <= nt; ++j) {
-        for (int i = 1; i <= nx; ++i) {
-            if (data.stopRequested) {
-                data.stopRequested = false;
-                return 0.0;
-            }
-            c = solve(data.xValues(i), data.tValues(j), c);
-            data.resultUnsat(i, j) = c;
-            done += 1.0;
-            if (!monteCarlo) ui.reportProgress(owner, totalPoints, done);
-        }
-    }
-    const double last = c;
-
-    // The selected point: computed on its own when the grid is more than one point.
-    if (nx != 1 || nt != 1) {
-        const double savedX = data.xValues(1);
-        const double savedT = data.tValues(1);
-        data.xValues(1) = data.xConstant;
-        data.tValues(1) = data.tConstant;
-        c = solve(data.xValues(1), data.tValues(1), c);
-        data.xValues(1) = savedX;
-        data.tValues(1) = savedT;
-        data.currentConcentration = c;
-    } else {
-        data.currentConcentration = data.resultUnsat(1, 1);
-    }
-
-    if (!contains(data.calculationMode, "Monte Carlo")) data.calculationMode = formatNumber(data.currentConcentration);
-    return last;
+    return runLineGrid(data, data.resultUnsat, monteCarlo, unsatProgressOwnerOf(data), ui, solve);
 }
 
 }  // namespace bm
