@@ -14,15 +14,12 @@
 #include "saturated/one_dim_parameters.h"
 #include "saturated/one_dim_solution.h"
 #include "shell/user_interface.h"
+#include "driver_support.h"
 
 namespace {
 
-// Progress goes nowhere; a message would take its default answer.
-class SilentInterface : public bm::StreamUserInterface {
-public:
-    SilentInterface() : bm::StreamUserInterface(stderr) {}
-    bm::MessageAnswer showMessage(const bm::MessageRequest& request) override { return bm::defaultAnswer(request); }
-};
+using benchsupport::perPoint;
+using benchsupport::SilentInterface;
 
 bm::DataSet model(const char* aquifer, const char* contaminant, const char* xRange, const char* timeRange,
                   const char* halfLife, int terms, const char* dispersion = "1.2") {
@@ -40,12 +37,7 @@ bm::DataSet model(const char* aquifer, const char* contaminant, const char* xRan
     d.timeRange = timeRange;
     d.mcAtX = "50";
     d.mcAtT = "100";
-    d.superpositionIndex = static_cast<std::int16_t>(terms);
-    d.terms.redim(terms);
-    for (int k = 1; k <= terms; ++k) {
-        d.terms(k).time = std::to_string(10 * (k - 1));
-        d.terms(k).concentration = std::to_string(k);
-    }
+    benchsupport::setInflowTerms(d, terms);
     bm::parseCoordinates(d);
     return d;
 }
@@ -59,7 +51,7 @@ void runGrid(benchmark::State& state, bm::DataSet d) {
         benchmark::DoNotOptimize(bm::solveOneDimensional(d, p, false, ui));
         points += static_cast<double>(d.numXTerms) * d.numTTerms;
     }
-    state.counters["per_point"] = benchmark::Counter(points, benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    state.counters["per_point"] = perPoint(points);
 }
 
 // The finite Cauchy grid of 101 x 101 points with lambda exactly 0: the
@@ -93,7 +85,7 @@ void BM_FiniteCauchyGrid101x101Full500Terms(benchmark::State& state) {
         points += static_cast<double>(d.numXTerms) * d.numTTerms;
     }
     if (d.numXTerms != 101 || d.numTTerms != 101) state.SkipWithError("the grid is not 101 x 101");
-    state.counters["per_point"] = benchmark::Counter(points, benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    state.counters["per_point"] = perPoint(points);
 }
 BENCHMARK(BM_FiniteCauchyGrid101x101Full500Terms)->Unit(benchmark::kMillisecond);
 
@@ -132,7 +124,7 @@ void BM_FiniteCauchyGridPeclet500NoDecay(benchmark::State& state) {
         benchmark::DoNotOptimize(bm::solveOneDimensional(d, run, false, ui));
         points += static_cast<double>(d.numXTerms) * d.numTTerms;
     }
-    state.counters["per_point"] = benchmark::Counter(points, benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    state.counters["per_point"] = perPoint(points);
 }
 BENCHMARK(BM_FiniteCauchyGridPeclet500NoDecay)->Unit(benchmark::kMillisecond);
 

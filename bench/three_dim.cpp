@@ -15,11 +15,12 @@
 #include "saturated/calculation_run.h"
 #include "saturated/three_dim_parameters.h"
 #include "saturated/three_dim_solution.h"
-#include "two_dim_support.h"
+#include "driver_support.h"
 
 namespace {
 
 using benchsupport::providePointsFile;
+using benchsupport::perPoint;
 using benchsupport::SilentInterface;
 using benchsupport::spread;
 
@@ -74,7 +75,7 @@ void runGrid(benchmark::State& state, bm::DataSet d) {
         points += pointsOf(d);
     }
     state.counters["points"] = pointsOf(d);
-    state.counters["per_point"] = benchmark::Counter(points, benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    state.counters["per_point"] = perPoint(points);
 }
 
 // Arguments: nx, ny, nz, nt.
@@ -120,7 +121,7 @@ void BM_PatchLibraryOnly(benchmark::State& state) {
                     }
         points += 21.0 * 21 * 11 * 5;
     }
-    state.counters["per_point"] = benchmark::Counter(points, benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    state.counters["per_point"] = perPoint(points);
 }
 BENCHMARK(BM_PatchLibraryOnly)->Unit(benchmark::kMillisecond);
 

@@ -14,11 +14,12 @@
 #include "saturated/calculation_run.h"
 #include "saturated/two_dim_parameters.h"
 #include "saturated/two_dim_solution.h"
-#include "two_dim_support.h"
+#include "driver_support.h"
 
 namespace {
 
 using benchsupport::providePointsFile;
+using benchsupport::perPoint;
 using benchsupport::SilentInterface;
 using benchsupport::spread;
 
@@ -65,7 +66,7 @@ void runGrid(benchmark::State& state, bm::DataSet d) {
         points += static_cast<double>(d.numXTerms) * d.numYTerms * d.numTTerms;
     }
     state.counters["points"] = static_cast<double>(d.numXTerms) * d.numYTerms * d.numTTerms;
-    state.counters["per_point"] = benchmark::Counter(points, benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    state.counters["per_point"] = perPoint(points);
 }
 
 // Arguments: nx, ny, nt.
@@ -111,7 +112,7 @@ void BM_StripLibraryOnly(benchmark::State& state) {
                 }
         points += 101.0 * 51 * 11;
     }
-    state.counters["per_point"] = benchmark::Counter(points, benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    state.counters["per_point"] = perPoint(points);
 }
 BENCHMARK(BM_StripLibraryOnly)->Unit(benchmark::kMillisecond);
 

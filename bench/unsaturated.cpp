@@ -11,15 +11,12 @@
 #include "shell/user_interface.h"
 #include "unsaturated/unsat_parameters.h"
 #include "unsaturated/unsat_solution.h"
+#include "driver_support.h"
 
 namespace {
 
-// Progress goes nowhere; a message would take its default answer.
-class SilentInterface : public bm::StreamUserInterface {
-public:
-    SilentInterface() : bm::StreamUserInterface(stderr) {}
-    bm::MessageAnswer showMessage(const bm::MessageRequest& request) override { return bm::defaultAnswer(request); }
-};
+using benchsupport::perPoint;
+using benchsupport::SilentInterface;
 
 bm::DataSet model(const char* contaminant, const char* halfLife, int terms) {
     bm::DataSet d;
@@ -39,12 +36,7 @@ bm::DataSet model(const char* contaminant, const char* halfLife, int terms) {
     d.timeRange = "0:100:1";
     d.mcAtX = "50";
     d.mcAtT = "100";
-    d.superpositionIndex = static_cast<std::int16_t>(terms);
-    d.terms.redim(terms);
-    for (int k = 1; k <= terms; ++k) {
-        d.terms(k).time = std::to_string(10 * (k - 1));
-        d.terms(k).concentration = std::to_string(k);
-    }
+    benchsupport::setInflowTerms(d, terms);
     bm::parseCoordinates(d);
     return d;
 }
@@ -58,7 +50,7 @@ void runGrid(benchmark::State& state, bm::DataSet d) {
         benchmark::DoNotOptimize(bm::solveUnsaturated(d, p, false, ui));
         points += static_cast<double>(d.numXTerms) * d.numTTerms;
     }
-    state.counters["per_point"] = benchmark::Counter(points, benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    state.counters["per_point"] = perPoint(points);
 }
 
 void BM_UnsatConstantInletGrid(benchmark::State& state) { runGrid(state, model("Dirichlet", "50", 1)); }
