@@ -50,7 +50,8 @@ TEST(MalformedInput, EveryTruncationOfEveryGoldenFileEndsInAnError) {
 
 TEST(MalformedInput, RandomDamageNeverCrashes) {
     std::mt19937 rng(7u);
-    const std::string junk = "\r\n,: -.0123456789E[]\"Monte\x81\xFF\0";
+    using namespace std::string_literals;  // keeps the NUL in the junk
+    const std::string junk = "\r\n,: -.0123456789E[]\"Monte\x81\xFF\0"s;
     for (const samples::Golden& golden : samples::goldenFiles()) {
         const std::string original = readFileBytes(fixturePath("files", golden.fixture));
         for (int trial = 0; trial < 300; ++trial) {
