@@ -15,7 +15,7 @@
 #include "model/app_state.h"
 #include "model/data_set.h"
 #include "model/number_text.h"
-#include "shell/user_interface.h"
+#include "shell/base/user_interface.h"
 
 namespace benchsupport {
 

@@ -8,7 +8,7 @@
 
 #include "kernels/kernvar.h"
 #include "model/data_set.h"
-#include "shell/user_interface.h"
+#include "shell/base/user_interface.h"
 #include "timevarying/var_solution.h"
 
 namespace {

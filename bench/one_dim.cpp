@@ -10,10 +10,10 @@
 #include "saturated/one_dim_kernels.h"
 
 #include "model/data_set.h"
-#include "saturated/calculation_run.h"
+#include "montecarlo/pass/calculation_pass.h"
 #include "saturated/one_dim_parameters.h"
 #include "saturated/one_dim_solution.h"
-#include "shell/user_interface.h"
+#include "shell/base/user_interface.h"
 #include "driver_support.h"
 
 namespace {
@@ -38,7 +38,7 @@ bm::DataSet model(const char* aquifer, const char* contaminant, const char* xRan
     d.mcAtX = "50";
     d.mcAtT = "100";
     benchsupport::setInflowTerms(d, terms);
-    bm::parseCoordinates(d);
+    bm::parseCoordinates(d, 1);
     return d;
 }
 

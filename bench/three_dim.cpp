@@ -12,7 +12,7 @@
 
 #include "kernels/gauss_legendre.h"
 #include "model/data_set.h"
-#include "saturated/calculation_run.h"
+#include "montecarlo/pass/calculation_pass.h"
 #include "saturated/three_dim_parameters.h"
 #include "saturated/three_dim_solution.h"
 #include "driver_support.h"
@@ -56,7 +56,7 @@ bm::DataSet model(const char* aquifer, const char* contaminant, int nx, int ny, 
     d.superpositionIndex = 1;
     d.terms.redim(1);
     d.terms(1) = {"0", "1"};
-    bm::parseCoordinates(d);
+    bm::parseCoordinates(d, 3);
     return d;
 }
 

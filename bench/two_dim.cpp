@@ -11,7 +11,7 @@
 
 #include "kernels/gauss_legendre.h"
 #include "model/data_set.h"
-#include "saturated/calculation_run.h"
+#include "montecarlo/pass/calculation_pass.h"
 #include "saturated/two_dim_parameters.h"
 #include "saturated/two_dim_solution.h"
 #include "driver_support.h"
@@ -51,7 +51,7 @@ bm::DataSet model(const char* aquifer, const char* contaminant, int nx, int ny, 
     d.superpositionIndex = 1;
     d.terms.redim(1);
     d.terms(1) = {"0", "1"};
-    bm::parseCoordinates(d);
+    bm::parseCoordinates(d, 2);
     return d;
 }
 

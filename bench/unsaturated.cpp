@@ -7,8 +7,8 @@
 
 #include "model/data_set.h"
 #include "montecarlo/monte_marker.h"
-#include "saturated/calculation_run.h"
-#include "shell/user_interface.h"
+#include "montecarlo/pass/calculation_pass.h"
+#include "shell/base/user_interface.h"
 #include "unsaturated/unsat_parameters.h"
 #include "unsaturated/unsat_solution.h"
 #include "driver_support.h"
@@ -37,7 +37,7 @@ bm::DataSet model(const char* contaminant, const char* halfLife, int terms) {
     d.mcAtX = "50";
     d.mcAtT = "100";
     benchsupport::setInflowTerms(d, terms);
-    bm::parseCoordinates(d);
+    bm::parseCoordinates(d, 1);
     return d;
 }
 

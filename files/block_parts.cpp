@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "model/number_text.h"
-#include "shell/checked_math.h"
-#include "shell/runtime_error.h"
+#include "shell/base/checked_math.h"
+#include "shell/base/runtime_error.h"
 
 namespace bm::blockparts {
 
@@ -170,7 +170,7 @@ void writeTerms(DataSet& d, PrintOutput& out) {
     }
 }
 
-void readTerms(DataSet& d, FieldInput& in, BlockLayout layout) {
+void readTerms(DataSet& d, FieldInput& in) {
     d.superpositionIndex = countFrom(labelField(in));
     in.lineInput();  // empty line
     const int n = d.superpositionIndex;
@@ -184,7 +184,7 @@ void readTerms(DataSet& d, FieldInput& in, BlockLayout layout) {
     std::string& first = d.terms(1).concentration;
     if (contains(first, "Monte")) {
         d.monteCarloValueInUse = true;
-        first = std::string(static_cast<std::size_t>(markerPaddingOf(layout)), ' ') + trim(first);
+        first = std::string(static_cast<std::size_t>(boundaryMarkerPadding(d.modelType)), ' ') + trim(first);
     } else {
         d.monteCarloValueInUse = false;
     }

@@ -34,6 +34,6 @@ void readProperties(DataSet& data, FieldInput& in, BlockLayout layout, bool with
 
 // "Superposition Index: " n, the empty line, and the n terms.
 void writeTerms(DataSet& data, PrintOutput& out);
-void readTerms(DataSet& data, FieldInput& in, BlockLayout layout);
+void readTerms(DataSet& data, FieldInput& in);
 
 }  // namespace bm::blockparts

@@ -13,8 +13,9 @@
 #include "files/code_page.h"
 #include "files/data_file_blocks.h"
 #include "files/safe_save.h"
+#include "model/model_kinds.h"
 #include "model/number_text.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 
 namespace bm {
 
@@ -81,12 +82,10 @@ void readCurrentFormat(DataSet& d, FieldInput& in, const std::string& path) {
 }  // namespace
 
 bool extensionSelectsMultiChemical(const std::string& path, const std::string& modelType) {
-    const std::string extension = toUpper(textAfter(path, "."));
-    if (modelType == "One Dimensional") return extension == "MC1";
-    if (modelType == "Two Dimensional") return extension == "MC2";
-    if (modelType == "Three Dimensional") return extension == "MC3";
-    if (isUnsaturatedType(modelType)) return extension == "MCU";
-    return false;
+    // The extension of the word's multi-chemical files ("MC1", "MCU") marks them.
+    const ModelKindInfo* kind = modelKindInfo(modelType, true);
+    if (!kind || !kind->extensionMarksChemicals) return false;
+    return toUpper(textAfter(path, ".")) == toUpper(kind->extension.substr(1));
 }
 
 std::string composeDataFile(DataSet& d) {

@@ -9,19 +9,13 @@
 #include "files/field_input.h"
 #include "files/print_output.h"
 #include "model/data_set.h"
+#include "model/model_kinds.h"
 
 namespace bm {
 
-enum class BlockLayout { None, OneDimensional, TwoDimensional, ThreeDimensional, Unsaturated, TimeVarying };
-
-// The block a model type word has: None for an empty or unknown type and for
-// "Unsaturated Two Dimensional" and "Unsaturated Three Dimensional".
-BlockLayout blockLayoutOf(const std::string& modelType);
-
-// Widths of blanks in front of a Monte Carlo marker in the first boundary term's
-// cell, restored by the reader: 30 in one dimension and the unsaturated model,
-// 20 in two and three dimensions.
-int markerPaddingOf(BlockLayout layout);
+// The layout of a model word's block is the model kinds' (blockLayoutOf in
+// model/model_kinds.h), and so is the padding that the reader restores in
+// front of a Monte Carlo marker in the first boundary term's cell.
 
 // The whole model block, "Coor Data" to the empty line after "[End Output
 // Data]", for data.modelType and `multiChemical`; nothing for BlockLayout::None.

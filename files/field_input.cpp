@@ -3,7 +3,7 @@
 #include <limits>
 
 #include "model/number_text.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 
 namespace bm {
 

@@ -1,6 +1,6 @@
 #include "files/file_filters.h"
 
-#include "model/data_set.h"
+#include "model/model_kinds.h"
 
 namespace bm {
 
@@ -27,27 +27,31 @@ constexpr const char* kMulti =
     "Multi-Checmical 1-Dim (*.mc1)|*.mc1|Multi-Checmical 2-Dim  (*.mc2)|*.mc2|Multi-Checmical 3-Dim  "
     "(*.mc3)|*.mc3|Multi-Chemical (*.mc1;*.mc2;*.mc3)|*.mc1;*.mc2;*.mc3|All Files (*.*)|*.*";
 
-// 1, 2, 3 for the saturated model types of one to three dimensions, else 0.
-int dimensionOf(std::string_view modelType) {
-    if (modelType == "One Dimensional") return 1;
-    if (modelType == "Two Dimensional") return 2;
-    if (modelType == "Three Dimensional") return 3;
-    return 0;
+// The family of a word; a word of no model gets the saturated lists.
+ModelFamily familyOf(std::string_view modelType) {
+    const ModelKindInfo* kind = modelKindInfo(modelType, false);
+    return kind ? kind->family : ModelFamily::Saturated;
 }
 
 }  // namespace
 
 std::string dataFileFilter(int purpose, std::string_view modelType) {
-    if (modelType == "Time Varying") return kTimeVarying;
-    if (isUnsaturatedType(modelType)) return purpose == 0 ? kUnsaturatedAll : purpose == 1 ? kUnsaturatedSingle : kUnsaturatedMulti;
+    switch (familyOf(modelType)) {
+    case ModelFamily::TimeVarying: return kTimeVarying;
+    case ModelFamily::Unsaturated: return purpose == 0 ? kUnsaturatedAll : purpose == 1 ? kUnsaturatedSingle : kUnsaturatedMulti;
+    case ModelFamily::Saturated: break;
+    }
     if (purpose == 0) return std::string(kSingleInAll) + kMultiInAll;
     return purpose == 1 ? kSingle : kMulti;
 }
 
 int dataFileFilterIndex(int purpose, std::string_view modelType, bool multiChemical) {
-    if (modelType == "Time Varying") return 1;
-    if (isUnsaturatedType(modelType)) return purpose == 0 && multiChemical ? 2 : 1;
-    const int dimension = dimensionOf(modelType);
+    switch (familyOf(modelType)) {
+    case ModelFamily::TimeVarying: return 1;
+    case ModelFamily::Unsaturated: return purpose == 0 && multiChemical ? 2 : 1;
+    case ModelFamily::Saturated: break;
+    }
+    const int dimension = saturatedDimension(modelType);
     if (purpose == 0) {
         if (dimension == 0) return 9;  // "Ground Water" with all six patterns
         return multiChemical ? 4 + dimension : dimension;
@@ -59,14 +63,8 @@ int dataFileFilterIndex(int purpose, std::string_view modelType, bool multiChemi
 }
 
 std::string defaultDataExtension(std::string_view modelType, bool multiChemical) {
-    if (modelType == "Time Varying") return ".var";
-    if (isUnsaturatedType(modelType)) return multiChemical ? ".MCU" : ".U1D";
-    switch (dimensionOf(modelType)) {
-    case 1: return multiChemical ? ".mc1" : ".one";
-    case 2: return multiChemical ? ".mc2" : ".two";
-    case 3: return multiChemical ? ".mc3" : ".tri";
-    default: return {};
-    }
+    const ModelKindInfo* kind = modelKindInfo(modelType, multiChemical);
+    return kind ? std::string(kind->extension) : std::string();
 }
 
 std::string defaultDataPattern(int purpose, std::string_view modelType, bool multiChemical) {

@@ -7,10 +7,10 @@
 #include "files/file_filters.h"
 #include "model/app_state.h"
 #include "model/number_text.h"
-#include "shell/common_services.h"
-#include "shell/error_handler.h"
-#include "shell/runtime_error.h"
-#include "shell/user_interface.h"
+#include "shell/base/common_services.h"
+#include "shell/base/error_handler.h"
+#include "shell/base/runtime_error.h"
+#include "shell/base/user_interface.h"
 
 namespace bm {
 

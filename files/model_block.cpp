@@ -8,21 +8,6 @@ namespace bm {
 
 using namespace blockparts;
 
-BlockLayout blockLayoutOf(const std::string& modelType) {
-    if (modelType == "One Dimensional") return BlockLayout::OneDimensional;
-    if (modelType == "Two Dimensional") return BlockLayout::TwoDimensional;
-    if (modelType == "Three Dimensional") return BlockLayout::ThreeDimensional;
-    if (modelType == "Time Varying") return BlockLayout::TimeVarying;
-    if (modelType == "Unsaturated Two Dimensional" || modelType == "Unsaturated Three Dimensional")
-        return BlockLayout::None;  // no screen makes them; no block is read or written
-    if (isUnsaturatedType(modelType)) return BlockLayout::Unsaturated;
-    return BlockLayout::None;
-}
-
-int markerPaddingOf(BlockLayout layout) {
-    return layout == BlockLayout::TwoDimensional || layout == BlockLayout::ThreeDimensional ? 20 : 30;
-}
-
 void writeSingleChemicalInputs(DataSet& d, PrintOutput& out, BlockLayout layout) {
     writeCoordinates(d, out, layout);
     writeProperties(d, out, layout, true);
@@ -33,7 +18,7 @@ void writeSingleChemicalInputs(DataSet& d, PrintOutput& out, BlockLayout layout)
 void readSingleChemicalInputs(DataSet& d, FieldInput& in, BlockLayout layout) {
     readCoordinates(d, in, layout);
     readProperties(d, in, layout, true);
-    readTerms(d, in, layout);
+    readTerms(d, in);
     in.lineInput();  // "[End Input Data]"
 }
 

@@ -5,8 +5,8 @@
 
 #include "files/block_parts.h"
 #include "files/data_file_blocks.h"
-#include "shell/checked_math.h"
-#include "shell/runtime_error.h"
+#include "shell/base/checked_math.h"
+#include "shell/base/runtime_error.h"
 
 namespace bm {
 

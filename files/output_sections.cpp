@@ -12,7 +12,7 @@
 #include "files/block_parts.h"
 #include "files/data_file_blocks.h"
 #include "model/number_text.h"
-#include "shell/checked_math.h"
+#include "shell/base/checked_math.h"
 
 namespace bm {
 
@@ -62,15 +62,9 @@ void readLineOfValues(FieldInput& in, List<T>& list, int count) {
     for (int i = 1; i <= count; ++i) list(i) = static_cast<T>(in.numberField());
 }
 
-ModelKind kindOf(BlockLayout layout, bool multi) {
-    switch (layout) {
-    case BlockLayout::TwoDimensional: return multi ? ModelKind::MultiTwoDimensional : ModelKind::TwoDimensional;
-    case BlockLayout::ThreeDimensional: return multi ? ModelKind::MultiThreeDimensional : ModelKind::ThreeDimensional;
-    case BlockLayout::Unsaturated: return multi ? ModelKind::MultiUnsaturated : ModelKind::Unsaturated;
-    case BlockLayout::TimeVarying: return ModelKind::TimeVarying;
-    default: return multi ? ModelKind::MultiOneDimensional : ModelKind::OneDimensional;
-    }
-}
+// The kind whose Monte Carlo part a block holds: the model word's, with the
+// chemical flag of the block.
+const ModelKindInfo& kindOf(const DataSet& d, bool multi) { return *modelKindInfo(d.modelType, multi); }
 
 // The counts of a grid's axes; y and z only where the layout has them.
 struct Counts {
@@ -344,29 +338,23 @@ void readRegularOutput(DataSet& d, FieldInput& in, BlockLayout layout, bool mult
 
 void writeMonteCarloOutput(const DataSet& d, PrintOutput& out, BlockLayout layout, bool multi) {
     if (layout == BlockLayout::None) return;
-    const long long n = d.monteStore(kindOf(layout, multi)).monteIterations;
+    const ModelKindInfo& kind = kindOf(d, multi);
+    const long long n = d.monteStore(kind.kind).monteIterations;
     out.printLine("Number of Monte Carlo Iterations: " + signedFieldInteger(n));
+    const auto value = [&](const IterationResults& results, long long i) {
+        const double v = results.valueOr0(static_cast<int>(i));
+        return results.singlePrecision() ? streamReal(static_cast<float>(v)) : streamReal(v);
+    };
     if (!multi) {
-        for (long long i = 1; i <= n - 1; ++i) {
-            const int k = static_cast<int>(i);
-            switch (layout) {
-            case BlockLayout::TwoDimensional: out.print(streamReal(elementOr0(d.mcResult2D, k))); break;
-            case BlockLayout::ThreeDimensional: out.print(streamReal(elementOr0(d.mcResult3D, k))); break;
-            case BlockLayout::Unsaturated: out.print(streamReal(elementOr0(d.mcResultUnsat, k))); break;
-            case BlockLayout::TimeVarying: out.print(streamReal(elementOr0(d.mcResultVar, k))); break;
-            default: out.print(streamReal(elementOr0(d.mcResult1D, k))); break;
-            }
-        }
+        const IterationResults results = kind.monteCarloResults(const_cast<DataSet&>(d), 1);  // read only
+        for (long long i = 1; i <= n - 1; ++i) out.print(value(results, i));
         endOutput(out);  // on the line of the values
         return;
     }
-    const Array<double, 2>& chem = layout == BlockLayout::TwoDimensional     ? d.chemMcResult2D
-                                   : layout == BlockLayout::ThreeDimensional ? d.chemMcResult3D
-                                   : layout == BlockLayout::Unsaturated      ? d.chemMcResultUnsat
-                                                                             : d.chemMcResult1D;
     for (int c = 1; c <= d.numChemicals; ++c) {
         out.printLine("Chemical " + signedFieldInteger(c));
-        for (long long i = 1; i <= n - 1; ++i) out.print(streamReal(cellOr0(chem, c, static_cast<int>(i))));
+        const IterationResults results = kind.monteCarloResults(const_cast<DataSet&>(d), c);  // read only
+        for (long long i = 1; i <= n - 1; ++i) out.print(value(results, i));
         out.printLine();
     }
     endOutput(out);
@@ -374,38 +362,28 @@ void writeMonteCarloOutput(const DataSet& d, PrintOutput& out, BlockLayout layou
 
 void readMonteCarloOutput(DataSet& d, FieldInput& in, BlockLayout layout, bool multi) {
     if (layout == BlockLayout::None) return;
+    const ModelKindInfo& kind = kindOf(d, multi);
     const std::int32_t n = toInt32(textValue(labelField(in)));
-    d.monteStore(kindOf(layout, multi)).monteIterations = n;
+    d.monteStore(kind.kind).monteIterations = n;
     const int values = n > 1 ? n - 1 : 0;
     if (!multi) {
         in.requireRoomFor(values);
-        auto readList = [&](auto& list) {
-            list.redim(values);
-            for (int i = 1; i <= values; ++i) list(i) = static_cast<std::decay_t<decltype(list(i))>>(in.numberField());
-        };
-        switch (layout) {
-        case BlockLayout::TwoDimensional: readList(d.mcResult2D); break;
-        case BlockLayout::ThreeDimensional: readList(d.mcResult3D); break;
-        case BlockLayout::Unsaturated: readList(d.mcResultUnsat); break;
-        case BlockLayout::TimeVarying: readList(d.mcResultVar); break;
-        default: readList(d.mcResult1D); break;
-        }
+        IterationResults results = kind.monteCarloResults(d, 1);
+        results.redim(values);
+        for (int i = 1; i <= values; ++i) results.set(i, in.numberField());
         skipEndOutput(in);
         return;
     }
-    Array<double, 2>& chem = layout == BlockLayout::TwoDimensional     ? d.chemMcResult2D
-                             : layout == BlockLayout::ThreeDimensional ? d.chemMcResult3D
-                             : layout == BlockLayout::Unsaturated      ? d.chemMcResultUnsat
-                                                                       : d.chemMcResult1D;
     const int chemicals = d.numChemicals;
     const long double C = nonNegative(chemicals);
     in.requireRoomFor(valuesToRead(C * values));
     requireMemoryFor((C + 1) * (static_cast<long double>(values) + 1));
-    chem.redim({chemicals, values});
+    kind.monteCarloResults(d, 1).redim(values, chemicals);
     for (int c = 1; c <= chemicals; ++c) {
         in.lineInput();  // "Chemical  c"
         if (values == 0) in.lineInput();  // the chemical's empty line of values
-        for (int i = 1; i <= values; ++i) chem(c, i) = in.numberField();
+        IterationResults results = kind.monteCarloResults(d, c);
+        for (int i = 1; i <= values; ++i) results.set(i, in.numberField());
     }
     skipEndOutput(in);
 }

@@ -9,7 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 
 namespace bm {
 

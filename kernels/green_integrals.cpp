@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "kernels/gauss_legendre.h"
-#include "shell/checked_math.h"
+#include "shell/base/checked_math.h"
 
 namespace bm::green {
 

@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "kernels/erfc_scaled.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 
 namespace bm {
 

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "kernels/green_integrals.h"
-#include "shell/checked_math.h"
+#include "shell/base/checked_math.h"
 
 namespace bm {
 

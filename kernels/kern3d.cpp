@@ -8,7 +8,7 @@
 #include "kernels/kern3d_finite.h"
 #include "kernels/kern3d_quadrature.h"
 #include "kernels/kern3d_functions.h"
-#include "shell/checked_math.h"
+#include "shell/base/checked_math.h"
 
 namespace bm {
 

@@ -4,7 +4,7 @@
 // division by zero) and the recharge loss q / (n B), formed only when q != 0.
 
 #include "kernels/kern3d.h"
-#include "shell/checked_math.h"
+#include "shell/base/checked_math.h"
 
 namespace bm::k3 {
 

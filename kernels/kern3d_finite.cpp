@@ -6,7 +6,7 @@
 #include "kernels/kern3d_effective.h"
 #include "kernels/kern3d_quadrature.h"
 #include "kernels/kern3d_functions.h"
-#include "shell/checked_math.h"
+#include "shell/base/checked_math.h"
 
 namespace bm::k3 {
 

@@ -6,8 +6,8 @@
 #include <cmath>
 #include <vector>
 
-#include "shell/checked_math.h"
-#include "shell/runtime_error.h"
+#include "shell/base/checked_math.h"
+#include "shell/base/runtime_error.h"
 
 namespace bm {
 

@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 
 namespace bm {
 

@@ -1,25 +1,8 @@
 #include "model/data_set.h"
 
-#include "model/number_text.h"
+#include "model/model_kinds.h"
 
 namespace bm {
-
-bool isUnsaturatedType(std::string_view modelType) {
-    return modelType == "Unsaturated" || modelType == "Unsaturated One Dimensional" ||
-           modelType == "Unsaturated Two Dimensional" || modelType == "Unsaturated Three Dimensional";
-}
-
-std::optional<ModelKind> modelKindOf(std::string_view modelType, bool multiChemical) {
-    if (modelType == "Time Varying") return ModelKind::TimeVarying;
-    if (modelType == "Unsaturated Two Dimensional") return ModelKind::UnsaturatedTwoDimensional;
-    if (modelType == "Unsaturated Three Dimensional") return ModelKind::UnsaturatedThreeDimensional;
-    if (isUnsaturatedType(modelType)) return multiChemical ? ModelKind::MultiUnsaturated : ModelKind::Unsaturated;
-    if (modelType == "One Dimensional") return multiChemical ? ModelKind::MultiOneDimensional : ModelKind::OneDimensional;
-    if (modelType == "Two Dimensional") return multiChemical ? ModelKind::MultiTwoDimensional : ModelKind::TwoDimensional;
-    if (modelType == "Three Dimensional")
-        return multiChemical ? ModelKind::MultiThreeDimensional : ModelKind::ThreeDimensional;
-    return std::nullopt;
-}
 
 DataSet::DataSet() {
     terms.redim(1);
@@ -93,7 +76,9 @@ void closeModel(DataSet& d, std::string_view kind) {
     if (kind == "Complete") {
         d.aquiferType.clear();
         d.contaminantType.clear();
-        if (!isUnsaturatedType(d.modelType) && d.modelType != "Time Varying") d.modelType.clear();
+        // The unsaturated and time-varying workbenches keep their model word.
+        const ModelKindInfo* row = modelKindInfo(d.modelType, false);
+        if (!row || row->isSaturated()) d.modelType.clear();
     }
 }
 

@@ -5,36 +5,13 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
 #include "model/arrays.h"
+#include "model/model_kind.h"
 
 namespace bm {
-
-// The model kinds that own a Monte Carlo store, then the two reserved
-// unsaturated kinds that only have an mcPointChanged flag.
-enum class ModelKind : int {
-    OneDimensional = 0,
-    TwoDimensional,
-    ThreeDimensional,
-    TimeVarying,
-    Unsaturated,
-    MultiOneDimensional,
-    MultiTwoDimensional,
-    MultiThreeDimensional,
-    MultiUnsaturated,
-    UnsaturatedTwoDimensional,
-    UnsaturatedThreeDimensional,
-};
-inline constexpr int kMonteStoreCount = 9;
-inline constexpr int kModelKindCount = 11;
-
-// "Unsaturated", "Unsaturated One Dimensional", "Unsaturated Two Dimensional", "Unsaturated Three Dimensional".
-bool isUnsaturatedType(std::string_view modelType);
-// The kind of a model type word and chemical flag; nothing for an empty or unknown type.
-std::optional<ModelKind> modelKindOf(std::string_view modelType, bool multiChemical);
 
 // One boundary term: the time it starts and its concentration, as typed.
 struct Term {
@@ -96,7 +73,7 @@ struct DataSet {
     std::string velocity, halfLife, porosity, dispersionX, dispersionY, dispersionZ, injectionRate, netRecharge,
         aquiferThickness, retardation;
 
-    // Shared by the unsaturated and the time-varying models (each Part names them by its own role)
+    // Shared by the unsaturated and the time-varying models (each model gives them a meaning of its own)
     std::string sourceMagnitude, velocityX, velocityY, sourceDecayRate, dispersionRatio, bulkDensity, saturation,
         distributionCoefficient;
 
@@ -155,12 +132,8 @@ struct DataSet {
     std::array<bool, kModelKindCount> mcPointChanged{};
     bool newModelConfirmed = false;
 
-    // --- saturated extras ---
-    // --- time-varying extras ---
-    std::string varResultText;  // the selected point's value as the result label shows it
-    // --- Monte Carlo extras ---
-    // --- multiple-species extras ---
-    // --- unsaturated extras ---
+    // The time-varying model's selected point as its result label shows it.
+    std::string varResultText;
 
     DataSet();
 

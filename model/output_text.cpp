@@ -1,7 +1,7 @@
 #include "model/output_text.h"
 
 #include "model/number_text.h"
-#include "shell/common_services.h"
+#include "shell/base/common_services.h"
 
 namespace bm {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "model/number_text.h"
-#include "shell/checked_math.h"
-#include "shell/runtime_error.h"
-#include "shell/user_interface.h"
+#include "shell/base/checked_math.h"
+#include "shell/base/runtime_error.h"
+#include "shell/base/user_interface.h"
 
 namespace bm {
 

@@ -1,8 +1,9 @@
 #include "model/units.h"
 
 #include "model/data_set.h"
+#include "model/model_kinds.h"
 #include "model/number_text.h"
-#include "shell/common_services.h"
+#include "shell/base/common_services.h"
 
 namespace bm {
 
@@ -70,7 +71,8 @@ std::string timeColumnHeading(std::string_view timeWord) { return "Time (" + std
 
 std::string concentrationColumnHeading(std::string_view modelType, std::string_view aquiferType,
                                        std::string_view contaminantType, std::string_view word) {
-    const bool spatial = modelType == "Two Dimensional" || modelType == "Three Dimensional";
+    // Only a saturated model of two or three dimensions has an injection field.
+    const bool spatial = saturatedDimension(modelType) >= 2;
     const bool infinite = toLower(trim(aquiferType)) == "infinite";
     const bool point = contaminantType == "Continuous / Point" || contaminantType == "Continuous Point";
     if (spatial && infinite && point) return "Contaminant Conc. in the Injection Field (" + std::string(word) + ")";

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "model/number_text.h"
-#include "shell/user_interface.h"
+#include "shell/base/user_interface.h"
 
 namespace bm {
 

@@ -7,10 +7,10 @@
 #include "kernels/kernmc.h"
 #include "model/number_text.h"
 #include "montecarlo/monte_statistics.h"
-#include "shell/checked_math.h"
-#include "shell/error_handler.h"
-#include "shell/runtime_error.h"
-#include "shell/user_interface.h"
+#include "shell/base/checked_math.h"
+#include "shell/base/error_handler.h"
+#include "shell/base/runtime_error.h"
+#include "shell/base/user_interface.h"
 
 namespace bm {
 

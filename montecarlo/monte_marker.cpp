@@ -2,7 +2,7 @@
 
 #include "model/data_set.h"
 #include "model/number_text.h"
-#include "shell/checked_math.h"
+#include "shell/base/checked_math.h"
 
 namespace bm {
 
@@ -33,12 +33,6 @@ std::string boundaryCellMarkerFor(std::string_view modelType, std::string_view c
 
 std::string chemicalCellMarker(std::string_view constant, int row) {
     return monteMarker(kChemicalMarkerLead, kChemicalMarkerGap, constant, row);
-}
-
-int boundaryMarkerPadding(std::string_view modelType) {
-    const std::string type = toLower(trim(modelType));
-    if (type == "two dimensional" || type == "three dimensional") return kNarrowCellMarkerPadding;
-    return kWideCellMarkerPadding;
 }
 
 std::int16_t markerRow(std::string_view text) { return toInt16(textValue(textAfter(text, ":"))); }

@@ -9,6 +9,8 @@
 #include <string>
 #include <string_view>
 
+#include "model/model_kinds.h"
+
 namespace bm {
 
 struct DataSet;
@@ -19,8 +21,8 @@ inline constexpr std::string_view kMonteWord = "Monte";
 
 // Blanks of the marker forms.
 inline constexpr int kFormFieldMarkerGap = 500;      // behind the word in a field of a model form
-inline constexpr int kWideCellMarkerPadding = 30;    // boundary cells of one dimension and the unsaturated model
-inline constexpr int kNarrowCellMarkerPadding = 20;  // boundary cells of two and three dimensions
+// The boundary cells' paddings (kWideCellMarkerPadding, kNarrowCellMarkerPadding)
+// are the model kinds' (model/model_kinds.h).
 inline constexpr int kChemicalMarkerLead = 15;       // a cell of a chemical table: blanks in front ...
 inline constexpr int kChemicalMarkerGap = 50;        // ... and behind the word
 
@@ -37,9 +39,6 @@ std::string boundaryCellMarkerFor(std::string_view modelType, std::string_view c
 std::string chemicalCellMarker(std::string_view constant, int row);
 // The general form: lead blanks, the word, gap blanks, "|", constant, ":", row.
 std::string monteMarker(int leadBlanks, int gapBlanks, std::string_view constant, int row);
-
-// 30 for the one-dimensional and unsaturated models, 20 for two and three dimensions.
-int boundaryMarkerPadding(std::string_view modelType);
 
 // The row of the samples table a marker selects: the value of the text behind
 // its first ":" (rounded half to even; error 6 beyond 16 bits).

@@ -8,9 +8,9 @@
 #include "model/number_text.h"
 #include "montecarlo/monte_check.h"
 #include "montecarlo/monte_generate.h"
-#include "shell/error_handler.h"
-#include "shell/runtime_error.h"
-#include "shell/user_interface.h"
+#include "shell/base/error_handler.h"
+#include "shell/base/runtime_error.h"
+#include "shell/base/user_interface.h"
 
 namespace bm {
 

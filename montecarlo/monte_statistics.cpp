@@ -4,8 +4,8 @@
 #include <cfloat>
 #include <cmath>
 
-#include "shell/checked_math.h"
-#include "shell/runtime_error.h"
+#include "shell/base/checked_math.h"
+#include "shell/base/runtime_error.h"
 
 namespace bm {
 

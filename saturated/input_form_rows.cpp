@@ -8,7 +8,7 @@ using F = RowField;
 using K = RowKind;
 using U = UnitKind;
 
-const std::vector<RowSpec> kOneDim = {
+const std::vector<RowDefinition> kOneDim = {
     {F::velocity, K::Value, kVelocityCaption, U::Velocity, kFieldTab},                  // 0
     {F::dispersionX, K::Value, kDispersion1DCaption, U::Diffusivity, kFieldTab},        // 1
     {F::halfLife, K::Value, kHalfLifeCaption, U::Time, kFieldTab},                      // 2
@@ -22,7 +22,7 @@ const std::vector<RowSpec> kOneDim = {
     {F::retardation, K::Value, kRetardationCaption, U::None, kFieldTab},                // 10
 };
 
-const std::vector<RowSpec> kTwoDim = {
+const std::vector<RowDefinition> kTwoDim = {
     {F::xRange, K::Range, kXRangeCaption, U::Length, kCoordinatesTab},                  // 0
     {F::yRange, K::Range, kYRangeCaption, U::Length, kCoordinatesTab},                  // 1
     {F::twoDimSource, K::Value, nullptr, U::Length, kBoundaryTab},                      // 2
@@ -44,7 +44,7 @@ const std::vector<RowSpec> kTwoDim = {
     {F::retardation, K::Value, kRetardationCaption, U::None, kFieldTab},                // 18
 };
 
-const std::vector<RowSpec> kThreeDim = {
+const std::vector<RowDefinition> kThreeDim = {
     {F::xRange, K::Range, kXRangeCaption, U::Length, kCoordinatesTab},                  // 0
     {F::yRange, K::Range, kYRangeCaption, U::Length, kCoordinatesTab},                  // 1
     {F::zRange, K::Range, kZRangeCaption, U::Length, kCoordinatesTab},                  // 2
@@ -70,32 +70,16 @@ const std::vector<RowSpec> kThreeDim = {
     {F::retardation, K::Value, kRetardationCaption, U::None, kFieldTab},                // 22
 };
 
-const std::vector<RowSpec> kNone;
+const std::vector<RowDefinition> kNone;
 
 }  // namespace
 
-const std::vector<RowSpec>& rowSpecs(int dimension) {
+const std::vector<RowDefinition>& rowDefinitions(int dimension) {
     switch (dimension) {
     case 1: return kOneDim;
     case 2: return kTwoDim;
     case 3: return kThreeDim;
     default: return kNone;
-    }
-}
-
-int dimensionOfModelType(const std::string& modelType) {
-    if (modelType == "One Dimensional") return 1;
-    if (modelType == "Two Dimensional") return 2;
-    if (modelType == "Three Dimensional") return 3;
-    return 0;
-}
-
-const char* modelTypeOfDimension(int dimension) {
-    switch (dimension) {
-    case 1: return "One Dimensional";
-    case 2: return "Two Dimensional";
-    case 3: return "Three Dimensional";
-    default: return "";
     }
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "model/data_set.h"
+#include "model/model_kinds.h"
 #include "model/units.h"
 
 namespace bm {
@@ -41,7 +42,7 @@ enum class RowField {
     threeDimSourceB,   // sourceHeight, or injectionRate
 };
 
-struct RowSpec {
+struct RowDefinition {
     RowField field;
     RowKind kind;
     const char* caption;  // nullptr: set by the source of the model (setDisplay)
@@ -50,12 +51,7 @@ struct RowSpec {
 };
 
 // The rows of a dimension (1, 2 or 3), numbered from 0.
-const std::vector<RowSpec>& rowSpecs(int dimension);
-
-// The dimension of a saturated model type word, 0 for any other.
-int dimensionOfModelType(const std::string& modelType);
-// "One Dimensional", "Two Dimensional", "Three Dimensional".
-const char* modelTypeOfDimension(int dimension);
+const std::vector<RowDefinition>& rowDefinitions(int dimension);
 
 // Row numbers the rules refer to.
 struct DimensionRows {

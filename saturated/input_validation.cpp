@@ -1,14 +1,13 @@
 #include "saturated/input_validation.h"
 
-#include "model/app_state.h"
 #include "model/number_text.h"
 #include "model/ranges.h"
 #include "montecarlo/monte_marker.h"
-#include "saturated/input_form_model.h"
-#include "shell/checked_math.h"
-#include "shell/error_handler.h"
-#include "shell/runtime_error.h"
-#include "shell/user_interface.h"
+#include "model/model_kinds.h"
+#include "shell/base/checked_math.h"
+#include "shell/base/error_handler.h"
+#include "shell/base/runtime_error.h"
+#include "shell/base/user_interface.h"
 
 namespace bm {
 
@@ -29,15 +28,14 @@ constexpr const char* kGiveProper = "Please give a proper input value.";
 
 std::string numberText(double value) { return generalText(value); }
 
-// One validation of the screen: the rules of each dimension in their order.
+// One validation of a sheet: the rules of each dimension in their order.
 class Validation {
 public:
-    explicit Validation(InputFormModel& form) : f_(form), d_(form.dimension()), ui_(form.ui()), data_(form.data()) {}
+    Validation(InputSheet& sheet, DataSet& data, UserInterface& ui, InputPlace& failure)
+        : s_(sheet), d_(sheet.dimension), ui_(ui), data_(data), failure_(failure) {}
 
     bool run() {
-        // The unit menus are brought up to date and the model is read from ModelE.
-        const std::string model = f_.modelCaption.rfind("Model: ", 0) == 0 ? f_.modelCaption.substr(7) : f_.modelCaption;
-        switch (dimensionOfModelType(model)) {
+        switch (saturatedDimension(s_.modelType)) {
         case 1: return oneDimension();
         case 2: return twoDimensions();
         case 3: return threeDimensions();
@@ -47,7 +45,7 @@ public:
 
 private:
     // ---- access
-    FormRow& row(int r) { return f_.row(d_, r); }
+    FormRow& row(int r) { return s_.row(r); }
     const std::string& text(int r) { return row(r).text; }
     std::string cap(int r) { return row(r).caption; }
     std::string val(int r) { return formatNumber(text(r)); }
@@ -55,27 +53,25 @@ private:
     bool monte(int r) { return holdsMonteMarker(text(r)); }
     double value(int r) { return textValue(text(r)); }
 
-    FocusRequest at(int r) {
-        FocusRequest f;
-        f.dimension = d_;
-        f.tab = row(r).tab;
-        f.row = r;
-        return f;
+    InputPlace at(int r) {
+        InputPlace p;
+        p.tab = row(r).tab;
+        p.row = r;
+        return p;
     }
-    FocusRequest atTerm(int i, int column) {
-        FocusRequest f;
-        f.dimension = d_;
-        f.tab = f_.grid().tab;
-        f.grid = true;
-        f.gridRow = i - 1;
-        f.gridColumn = column;
-        f.editMode = true;
-        return f;
+    InputPlace atTerm(int i, int column) {
+        InputPlace p;
+        p.tab = s_.grid.tab;
+        p.grid = true;
+        p.gridRow = i - 1;
+        p.gridColumn = column;
+        p.editMode = true;
+        return p;
     }
 
-    bool fail(const char* title, const std::string& message, const FocusRequest& focus) {
+    bool fail(const char* title, const std::string& message, const InputPlace& place) {
         ui_.message(MessageIcon::Exclamation, MessageButtons::Ok, title, message);
-        f_.requestFocus(focus);
+        failure_ = place;
         return false;
     }
 
@@ -161,7 +157,7 @@ private:
         if (blank(r)) return fail(kNoInputTitle, m1(cap(r)), at(r));
         if (!monte(r) && value(r) < 1) return fail(kImproperInputTitle, m2(), at(r));
         if (!monte(r) && !isNumeric(text(r))) {
-            const std::string shown = valueFromOneDimensionalList ? formatNumber(f_.row(1, r).text) : val(r);
+            const std::string shown = valueFromOneDimensionalList ? formatNumber(rowOf(oneDimensionalRows_, r).text) : val(r);
             return fail(kImproperInputTitle, m3(cap(r), shown), at(r));
         }
         return true;
@@ -185,7 +181,7 @@ private:
     }
 
     bool terms(int superpositionRow, double tMin, double tMax) {
-        const TermGrid& g = f_.grid();
+        const TermGrid& g = s_.grid;
         const std::string& timeColumn = g.timeHeading;
         const std::string& concentrationColumn = g.concentrationHeading;
         const int n = toInt16(value(superpositionRow));
@@ -287,38 +283,49 @@ private:
         return true;
     }
 
-    InputFormModel& f_;
+    InputSheet& s_;
     int d_;
     UserInterface& ui_;
     DataSet& data_;
+    InputPlace& failure_;
+    // The one-dimensional layout's rows, which the two-dimensional retardation
+    // message reads by mistake.
+    const std::vector<FormRow> oneDimensionalRows_ = layoutRows(1);
 };
 
 }  // namespace
 
-bool inputForm_validate(InputFormModel& form) {
-    bool result = false;
-    try {
-        result = Validation(form).run();
-    } catch (const RuntimeError& e) {
-        form.ui().setBusy(false);
-        handleError(e, "inputForm_validate", "", form.ui());
-        result = false;
-    }
-    form.ui().setBusy(false);
-    form.changed();
-    return result;
+bool validateInputSheet(InputSheet& sheet, DataSet& data, UserInterface& ui, InputPlace& failure) {
+    return Validation(sheet, data, ui, failure).run();
 }
 
-bool validateDataSet(DataSet& data, UserInterface& ui) {
-    InputFormModel form(data, theAppState(), ui);
-    if (!form.setDisplay()) return false;
-    const bool valid = inputForm_validate(form);
+bool validateSaturatedInputs(DataSet& data, UserInterface& ui) {
+    InputSheet sheet;
+    try {
+        if (!sheetOfDataSet(data, sheet)) {
+            ui.message(MessageIcon::None, MessageButtons::Ok, "brenmoor", "Error in setDisplay()");
+            return false;
+        }
+    } catch (const RuntimeError& e) {
+        handleError(e, "Error in setDisplay()", "", ui);
+        return false;
+    }
+    bool valid = false;
+    try {
+        InputPlace failure;
+        valid = validateInputSheet(sheet, data, ui, failure);
+    } catch (const RuntimeError& e) {
+        ui.setBusy(false);
+        handleError(e, "inputForm_validate", "", ui);
+        valid = false;
+    }
+    ui.setBusy(false);
     // The rows of the selected point that validation rewrote go back to the DataSet.
-    const DimensionRows& n = dimensionRows(form.dimension());
-    data.mcAtX = form.row(n.mcX).text;
-    data.mcAtT = form.row(n.mcT).text;
-    if (n.mcY >= 0) data.mcAtY = form.row(n.mcY).text;
-    if (n.mcZ >= 0) data.mcAtZ = form.row(n.mcZ).text;
+    const DimensionRows& n = dimensionRows(sheet.dimension);
+    data.mcAtX = sheet.row(n.mcX).text;
+    data.mcAtT = sheet.row(n.mcT).text;
+    if (n.mcY >= 0) data.mcAtY = sheet.row(n.mcY).text;
+    if (n.mcZ >= 0) data.mcAtZ = sheet.row(n.mcZ).text;
     return valid;
 }
 

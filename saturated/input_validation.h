@@ -1,27 +1,29 @@
 #pragma once
-// inputForm_validate: whether the saturated model screen may be calculated. It
-// reads the rows and the inflow grid of the screen (not the DataSet), stops at
-// the first rule that fails with one message box, brings the tab of the
-// failing row forward and sends the focus there (the grid's row, in edit mode,
-// for a term), and gives false. It overwrites the rows of the selected point
-// with the Constants of their ranges and sets the counts numXTerms,
-// numYTerms, numZTerms and numTTerms, and changes nothing else.
+// The saturated model's checks before a run (inputForm_validate), on the
+// sheet of the screen's rows and inflow grid (not the DataSet). They stop at
+// the first rule that fails with one message box and say where the user is to
+// be taken. They overwrite the rows of the selected point with the Constants of
+// their ranges and set the counts numXTerms, numYTerms, numZTerms and
+// numTTerms, and change nothing else.
 
 #include <string>
 
+#include "saturated/input_sheet.h"
+#include "shell/base/user_interface.h"
+
 namespace bm {
 
-class InputFormModel;
-class UserInterface;
-struct DataSet;
+// The rules of the sheet's model word in their order; false at the first that
+// fails, its message shown and `failure` set to the place of the input.
+// Run-time errors propagate.
+bool validateInputSheet(InputSheet& sheet, DataSet& data, UserInterface& ui, InputPlace& failure);
 
-bool inputForm_validate(InputFormModel& form);
-
-// For the batch calculator: a form model is filled from the DataSet
-// (setDisplay), validated, and the rows that validation overwrote (the selected
-// point) and the counts are kept in the DataSet. True when the model may be
-// calculated; every failure has been reported through `ui`.
-bool validateDataSet(DataSet& data, UserInterface& ui);
+// The saturated kinds' validation for the batch calculator: the sheet of the
+// DataSet (a model the layouts do not know gives "Error in setDisplay()"),
+// validated as the screen validates it (a run-time error goes to the handler),
+// and the rows of the selected point that validation rewrote kept in the
+// DataSet. True when the model may be calculated.
+bool validateSaturatedInputs(DataSet& data, UserInterface& ui);
 
 // Message titles.
 inline constexpr const char* kNoInputTitle = "No input data";

@@ -7,8 +7,8 @@
 #include "kernels/kern1d.h"
 #include "saturated/one_dim_cauchy_decay.h"
 #include "saturated/one_dim_inversion.h"
-#include "shell/checked_math.h"
-#include "shell/runtime_error.h"
+#include "shell/base/checked_math.h"
+#include "shell/base/runtime_error.h"
 
 namespace bm {
 

@@ -4,7 +4,7 @@
 #include "model/number_text.h"
 #include "model/ranges.h"
 #include "montecarlo/monte_marker.h"
-#include "shell/checked_math.h"
+#include "shell/base/checked_math.h"
 
 namespace bm {
 

@@ -2,20 +2,16 @@
 
 #include "kernels/kern1d.h"
 #include "model/data_set.h"
+#include "model/model_kinds.h"
 #include "model/number_text.h"
-#include "saturated/line_grid.h"
+#include "montecarlo/pass/line_grid.h"
 #include "model/ranges.h"
 #include "montecarlo/monte_marker.h"
 #include "saturated/one_dim_kernels.h"
-#include "shell/checked_math.h"
+#include "saturated/ratio_clamp.h"
+#include "shell/base/checked_math.h"
 
 namespace bm {
-
-ProgressOwner progressOwnerOf(const DataSet& data) {
-    return data.multiChemical ? ProgressOwner::MultiChemicalForm : ProgressOwner::InputForm;
-}
-
-double clampRatio(double ratio) { return ratio < 0.0 || ratio > 1.0 ? 0.0 : ratio; }
 
 namespace {
 
@@ -96,7 +92,7 @@ double solveOneDimensional(DataSet& data, OneDimParameters& parameters, bool mon
     const OneDimKernel kernel(parameters, finite, length, rootTable);
 
     const InflowTermValues terms(data, monteCarlo, parameters.iteration);
-    return runLineGrid(data, data.result1D, monteCarlo, progressOwnerOf(data), ui,
+    return runLineGrid(data, data.result1D, monteCarlo, progressOwnerOf(ModelFamily::Saturated, data.multiChemical), ui,
                        [&](double x, double t, double) { return pointConcentration(data, terms, kernel, x, t); });
 }
 

@@ -7,19 +7,14 @@
 
 #include "model/arrays.h"
 #include "saturated/one_dim_parameters.h"
-#include "shell/user_interface.h"
+#include "shell/base/user_interface.h"
 
 namespace bm {
 
 struct DataSet;
 
-// Where a solver's per-point progress goes: the multi-chemical screen when the
-// model has several chemicals, otherwise the saturated model screen.
-ProgressOwner progressOwnerOf(const DataSet& data);
-
-// Clamp of a single kernel value: a ratio below 0 or above 1 is thrown away (0).
-double clampRatio(double ratio);
-
+// Per-point progress goes to the saturated family's screen of the chemical
+// flag (progressOwnerOf in model/model_kinds.h).
 // Fills xValues, tValues, result1D, numXTerms, numTTerms and currentConcentration,
 // and, unless calculationMode holds "Monte Carlo", writes the selected point's
 // value into calculationMode as number text. Returns the last grid value, or 0

@@ -1,11 +1,12 @@
 #include "saturated/output_file.h"
 
 #include "files/text_file.h"
+#include "model/model_kinds.h"
 #include "model/number_text.h"
 #include "model/output_text.h"
 #include "saturated/source_captions.h"
-#include "shell/common_services.h"
-#include "shell/runtime_error.h"
+#include "shell/base/common_services.h"
+#include "shell/base/runtime_error.h"
 
 namespace bm {
 
@@ -79,22 +80,14 @@ std::string table(const DataSet& d, int dimension) {
     return out;
 }
 
-const List<double>& monteResults(const DataSet& d, int dimension) {
-    return dimension == 1 ? d.mcResult1D : dimension == 2 ? d.mcResult2D : d.mcResult3D;
-}
-
-const Array<double, 2>& chemMonteResults(const DataSet& d, int dimension) {
-    return dimension == 1 ? d.chemMcResult1D : dimension == 2 ? d.chemMcResult2D : d.chemMcResult3D;
+// The iterations of the dimension's Monte Carlo list (the selected chemical's in
+// a multi-chemical model).
+const IterationResults monteResults(const DataSet& d, int dimension) {
+    const ModelKindInfo& kind = saturatedKindInfo(dimension, d.multiChemical);
+    return kind.monteCarloResults(const_cast<DataSet&>(d), chemicalOf(d));  // read only
 }
 
 }  // namespace
-
-int saturatedDimension(const std::string& modelType) {
-    if (modelType == "One Dimensional") return 1;
-    if (modelType == "Two Dimensional") return 2;
-    if (modelType == "Three Dimensional") return 3;
-    return 0;
-}
 
 std::string regularOutputText(const DataSet& d, int dimension) {
     std::string out;
@@ -145,9 +138,8 @@ std::string regularOutputText(const DataSet& d, int dimension) {
 std::string monteCarloOutputText(const DataSet& d, int dimension) {
     static const char* const modelNames[] = {"", "One Dimensional Model", "Two Dimensional Model", "Three Dimensional Model"};
     const std::string concentrationUnit = unitText(d.concentrationUnit);
-    int iterations = 0;
-    if (d.multiChemical) iterations = chemMonteResults(d, dimension).ub(1);
-    else iterations = monteResults(d, dimension).ub();
+    const IterationResults results = monteResults(d, dimension);
+    const int iterations = results.upper();
     std::string out;
     out += line("Monte Carlo");
     out += line("Type: Concentrations");
@@ -202,11 +194,7 @@ std::string monteCarloOutputText(const DataSet& d, int dimension) {
     }
     out += dataFileNameLine(d);
     out += kCrlf;
-    const int c = chemicalOf(d);
-    for (int i = 1; i <= iterations; ++i) {
-        const double v = d.multiChemical ? chemMonteResults(d, dimension)(c, i) : monteResults(d, dimension)(i);
-        out += line(formatNumber(v));
-    }
+    for (int i = 1; i <= iterations; ++i) out += line(formatNumber(results(i)));
     return out;
 }
 

@@ -26,7 +26,4 @@ void writeMonteCarloOutput1D(const DataSet& data, std::string& file);
 void writeMonteCarloOutput2D(const DataSet& data, std::string& file);
 void writeMonteCarloOutput3D(const DataSet& data, std::string& file);
 
-// The dimension of a saturated model type: 1, 2, 3, or 0 for any other.
-int saturatedDimension(const std::string& modelType);
-
 }  // namespace bm

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "model/app_state.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 
 namespace bm {
 

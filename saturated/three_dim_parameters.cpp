@@ -5,7 +5,7 @@
 #include "model/data_set.h"
 #include "montecarlo/monte_marker.h"
 #include "model/ranges.h"
-#include "shell/checked_math.h"
+#include "shell/base/checked_math.h"
 
 namespace bm {
 

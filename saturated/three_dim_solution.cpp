@@ -4,10 +4,11 @@
 
 #include "model/data_set.h"
 #include "model/number_text.h"
-#include "saturated/one_dim_solution.h"
+#include "model/model_kinds.h"
+#include "saturated/ratio_clamp.h"
 #include "saturated/quadrature_points.h"
 #include "saturated/two_dim_grid.h"
-#include "shell/checked_math.h"
+#include "shell/base/checked_math.h"
 
 namespace bm {
 
@@ -125,7 +126,7 @@ double solveThreeDimensional(DataSet& data, ThreeDimParameters& parameters, bool
 
     const ThreeDimSolution solution(parameters, table);
     const InflowTerms terms(data, monteCarlo, iteration);
-    const ProgressOwner owner = progressOwnerOf(data);
+    const ProgressOwner owner = progressOwnerOf(ModelFamily::Saturated, data.multiChemical);
     const double totalPoints = static_cast<double>(nx) * ny * nz * nt;
     double done = 0.0;
     double c = 0.0;

@@ -11,7 +11,7 @@
 
 #include "kernels/kern3d.h"
 #include "model/arrays.h"
-#include "shell/user_interface.h"
+#include "shell/base/user_interface.h"
 
 namespace bm {
 

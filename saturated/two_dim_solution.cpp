@@ -4,9 +4,10 @@
 
 #include "model/data_set.h"
 #include "model/number_text.h"
-#include "saturated/one_dim_solution.h"
+#include "model/model_kinds.h"
+#include "saturated/ratio_clamp.h"
 #include "saturated/quadrature_points.h"
-#include "shell/checked_math.h"
+#include "shell/base/checked_math.h"
 
 namespace bm {
 
@@ -132,7 +133,7 @@ double solveTwoDimensional(DataSet& data, TwoDimParameters& parameters, bool mon
 
     const TwoDimSolution solution(parameters, table);
     const InflowTerms terms(data, monteCarlo, iteration);
-    const ProgressOwner owner = progressOwnerOf(data);
+    const ProgressOwner owner = progressOwnerOf(ModelFamily::Saturated, data.multiChemical);
     const double totalPoints = static_cast<double>(nx) * ny * nt;
     double done = 0.0;
     double c = 0.0;

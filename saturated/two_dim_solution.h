@@ -11,7 +11,7 @@
 #include "kernels/kern2d.h"
 #include "model/arrays.h"
 #include "saturated/two_dim_grid.h"
-#include "shell/user_interface.h"
+#include "shell/base/user_interface.h"
 
 namespace bm {
 

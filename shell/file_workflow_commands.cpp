@@ -3,7 +3,7 @@
 #include "files/file_workflow.h"
 #include "model/data_set.h"
 #include "shell/file_commands.h"
-#include "shell/user_interface.h"
+#include "shell/base/user_interface.h"
 
 namespace bm {
 

@@ -6,39 +6,16 @@
 #include "model/app_state.h"
 #include "model/data_set.h"
 #include "model/number_text.h"
-#include "shell/common_services.h"
-#include "shell/error_handler.h"
+#include "shell/base/common_services.h"
+#include "shell/base/error_handler.h"
 #include "shell/file_commands.h"
 #include "shell/help_context.h"
-#include "shell/program_paths.h"
-#include "shell/runtime_error.h"
-#include "shell/user_interface.h"
-#include "shell/viewers.h"
+#include "shell/base/program_paths.h"
+#include "shell/base/runtime_error.h"
+#include "shell/base/user_interface.h"
+#include "shell/screen/viewers.h"
 
 namespace bm {
-
-const char* modelScreenName(ModelScreen screen) {
-    switch (screen) {
-    case ModelScreen::inputForm: return "inputForm";
-    case ModelScreen::MCInputForm: return "MCInputForm";
-    case ModelScreen::unsatForm: return "unsatForm";
-    case ModelScreen::MCUnsatForm: return "MCUnsatForm";
-    case ModelScreen::merlaform: return "merlaform";
-    }
-    return "inputForm";
-}
-
-ModelScreen modelScreenFor(const std::string& modelType, bool multiChemical) {
-    if (modelType == "Time Varying") return ModelScreen::merlaform;
-    if (isUnsaturatedType(modelType)) return multiChemical ? ModelScreen::MCUnsatForm : ModelScreen::unsatForm;
-    return multiChemical ? ModelScreen::MCInputForm : ModelScreen::inputForm;
-}
-
-NewModelDialog newModelDialogFor(const std::string& modelType) {
-    if (modelType == "Time Varying") return NewModelDialog::timeVaryingNewForm;
-    if (isUnsaturatedType(modelType)) return NewModelDialog::unsaturatedNewFile;
-    return NewModelDialog::NewFile;
-}
 
 MainForm::MainForm(DataSet& data, AppState& state, MainHost& host, UserInterface& ui, FileCommands& files)
     : data_(data), state_(state), host_(host), ui_(ui), files_(files) {}
@@ -179,7 +156,7 @@ void MainForm::helpKey() { host_.showHelp(HelpCommand::Context, helpContext_); }
 
 void MainForm::menuStatusClick() { host_.showPreferences(); }
 
-bool MainForm::timeVaryingItemVisible() const { return data_.modelType == "Time Varying"; }
+bool MainForm::timeVaryingItemVisible() const { return modelKindOf(data_.modelType, false) == ModelKind::TimeVarying; }
 
 void MainForm::menuTimeVaryingClick() {
     try {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "model/model_kinds.h"
 #include "shell/start_up.h"
 
 namespace bm {
@@ -16,14 +17,8 @@ struct DataSet;
 class FileCommands;
 class UserInterface;
 
-// The model screens, by modelType and multiChemical.
-enum class ModelScreen { inputForm, MCInputForm, unsatForm, MCUnsatForm, merlaform };
-const char* modelScreenName(ModelScreen screen);
-ModelScreen modelScreenFor(const std::string& modelType, bool multiChemical);
-
-// The new-model dialog that New shows for the modelType at that moment.
-enum class NewModelDialog { NewFile, unsaturatedNewFile, timeVaryingNewForm };
-NewModelDialog newModelDialogFor(const std::string& modelType);
+// The model screen and the new-model dialog of a model are the model kinds'
+// (modelScreenFor, newModelDialogFor in model/model_kinds.h).
 
 enum class HelpCommand { Contents, Index, Context };
 

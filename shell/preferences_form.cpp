@@ -1,10 +1,10 @@
 #include "shell/preferences_form.h"
 
 #include "model/number_text.h"
-#include "shell/common_services.h"
-#include "shell/program_paths.h"
+#include "shell/base/common_services.h"
+#include "shell/base/program_paths.h"
 #include "shell/settings_file.h"
-#include "shell/user_interface.h"
+#include "shell/base/user_interface.h"
 
 namespace bm {
 

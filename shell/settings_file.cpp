@@ -6,11 +6,11 @@
 #include <unistd.h>
 
 #include "model/number_text.h"
-#include "shell/common_services.h"
-#include "shell/error_handler.h"
-#include "shell/program_paths.h"
-#include "shell/runtime_error.h"
-#include "shell/user_interface.h"
+#include "shell/base/common_services.h"
+#include "shell/base/error_handler.h"
+#include "shell/base/program_paths.h"
+#include "shell/base/runtime_error.h"
+#include "shell/base/user_interface.h"
 
 namespace bm {
 

@@ -3,13 +3,13 @@
 #include "model/app_state.h"
 #include "model/data_set.h"
 #include "model/number_text.h"
-#include "shell/common_services.h"
-#include "shell/error_handler.h"
+#include "shell/base/common_services.h"
+#include "shell/base/error_handler.h"
 #include "shell/help_context.h"
-#include "shell/program_paths.h"
-#include "shell/runtime_error.h"
+#include "shell/base/program_paths.h"
+#include "shell/base/runtime_error.h"
 #include "shell/settings_file.h"
-#include "shell/user_interface.h"
+#include "shell/base/user_interface.h"
 
 namespace bm {
 

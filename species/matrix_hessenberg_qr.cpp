@@ -9,7 +9,7 @@
 
 #include <cmath>
 
-#include "shell/checked_math.h"
+#include "shell/base/checked_math.h"
 #include "species/matrix_operations.h"
 #include "species/matrix_views.h"
 

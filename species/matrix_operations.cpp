@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "model/number_text.h"
-#include "shell/checked_math.h"
+#include "shell/base/checked_math.h"
 #include "species/matrix_views.h"
 
 namespace bm {
@@ -24,8 +24,7 @@ std::int16_t flatSize(long long rows, long long columns) { return checkedInt16(r
 
 }  // namespace
 
-bool eigenDecompose(const DataSet& data, const SquareMatrix& a, List<double>& eigenValues, List<double>& eigenVectors) {
-    const std::int16_t n = data.numChemicals;
+bool eigenDecompose(std::int16_t n, const SquareMatrix& a, List<double>& eigenValues, List<double>& eigenVectors) {
     eigenValues.redim(n);
     eigenVectors.redim(flatSize(n, n));
     SquareMatrix work(n);
@@ -67,12 +66,7 @@ bool eigenDecompose(const DataSet& data, const SquareMatrix& a, List<double>& ei
     return converged;
 }
 
-bool eigenDecompose(const SquareMatrix& a, List<double>& eigenValues, List<double>& eigenVectors) {
-    return eigenDecompose(theDataSet(), a, eigenValues, eigenVectors);
-}
-
-bool invertEigenMatrix(const DataSet& data, const List<double>& matrix, List<double>& inverse) {
-    const std::int16_t n = data.numChemicals;
+bool invertEigenMatrix(std::int16_t n, const List<double>& matrix, List<double>& inverse) {
     const std::int16_t size = flatSize(n, n);
     inverse.redim(size);
     List<double> work(size);
@@ -85,22 +79,15 @@ bool invertEigenMatrix(const DataSet& data, const List<double>& matrix, List<dou
     return true;
 }
 
-bool invertEigenMatrix(const List<double>& matrix, List<double>& inverse) {
-    return invertEigenMatrix(theDataSet(), matrix, inverse);
-}
-
-bool transformConcentrations(DataSet& data, std::int16_t n, const List<double>& inverse) {
+bool transformConcentrations(std::int16_t n, const List<double>& inverse, const List<std::string>& sourceTexts,
+                             List<std::string>& termTexts) {
     List<double> sources(n);
-    for (int i = 1; i <= n; ++i) sources(i) = numericValue(data.suppositionConcentration(i));
-    data.chemicalTermConcentration.redim(n);
+    for (int i = 1; i <= n; ++i) sources(i) = numericValue(sourceTexts(i));
+    termTexts.redim(n);
     List<double> terms;
     matrixProduct(n, n, 1, inverse, sources, terms);
-    for (int i = 1; i <= n; ++i) data.chemicalTermConcentration(i) = generalText(terms(i));
+    for (int i = 1; i <= n; ++i) termTexts(i) = generalText(terms(i));
     return true;
-}
-
-bool transformConcentrations(std::int16_t n, const List<double>& inverse) {
-    return transformConcentrations(theDataSet(), n, inverse);
 }
 
 void matrixProduct(std::int16_t m, std::int16_t k, std::int16_t p, const List<double>& a, const List<double>& b,

@@ -13,32 +13,31 @@
 // shows a message: failures are the boolean results, the caller owns the words.
 
 #include <cstdint>
+#include <string>
 
 #include "model/arrays.h"
-#include "model/data_set.h"
 #include "species/matrix_square.h"
 
 namespace bm {
 
-// Eigenvalues and eigenvectors of the n by n matrix a, n = data.numChemicals.
+// Eigenvalues and eigenvectors of the n by n matrix a (n, the number of chemicals).
 // a is left as it is. The pairs come in reverse order of the solver's, which
 // for a chain is chemical order (-k1 first); each eigenvector column is scaled
 // to a unit diagonal element where that element is not exactly 0. eigenVectors
 // is flat. False only when the QR iteration ran out of its budget; the arrays
 // are filled all the same. Complex eigenvalues are not reported (real parts only).
-bool eigenDecompose(const DataSet& data, const SquareMatrix& a, List<double>& eigenValues, List<double>& eigenVectors);
-bool eigenDecompose(const SquareMatrix& a, List<double>& eigenValues, List<double>& eigenVectors);
+bool eigenDecompose(std::int16_t n, const SquareMatrix& a, List<double>& eigenValues, List<double>& eigenVectors);
 
-// inverse = matrix⁻¹ (flat, n = data.numChemicals). Always true: a singular
+// inverse = matrix⁻¹ (flat, n by n). Always true: a singular
 // matrix leaves in inverse what the elimination left.
-bool invertEigenMatrix(const DataSet& data, const List<double>& matrix, List<double>& inverse);
-bool invertEigenMatrix(const List<double>& matrix, List<double>& inverse);
+bool invertEigenMatrix(std::int16_t n, const List<double>& matrix, List<double>& inverse);
 
-// chemicalTermConcentration(i) = text of (inverse * c)(i), c being the numbers
-// of suppositionConcentration(1..n) by the strict conversion (error 13 for a
-// text that is not a number). Returns true.
-bool transformConcentrations(DataSet& data, std::int16_t n, const List<double>& inverse);
-bool transformConcentrations(std::int16_t n, const List<double>& inverse);
+// termTexts(i) = text of (inverse * c)(i), c being the numbers of
+// sourceTexts(1..n) by the strict conversion (error 13 for a text that is not
+// a number); termTexts is re-dimensioned to n. The chain solution passes the
+// chemicals' suppositionConcentration and chemicalTermConcentration. Returns true.
+bool transformConcentrations(std::int16_t n, const List<double>& inverse, const List<std::string>& sourceTexts,
+                             List<std::string>& termTexts);
 
 // c (m by p) = a (m by k) * b (k by p), all flat; c is re-dimensioned to m * p.
 // A column vector is the case p = 1. c must not be a or b.

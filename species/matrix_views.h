@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "model/arrays.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 #include "species/matrix_square.h"
 
 namespace bm::matrixdetail {

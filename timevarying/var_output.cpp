@@ -3,7 +3,7 @@
 #include "model/number_text.h"
 #include "files/text_file.h"
 #include "model/output_text.h"
-#include "shell/common_services.h"
+#include "shell/base/common_services.h"
 
 namespace bm {
 

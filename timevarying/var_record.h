@@ -11,7 +11,7 @@
 
 #include "kernels/kernvar.h"
 #include "model/data_set.h"
-#include "shell/user_interface.h"
+#include "shell/base/user_interface.h"
 
 namespace bm {
 

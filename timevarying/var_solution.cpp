@@ -6,8 +6,10 @@
 #include <functional>
 
 #include "model/number_text.h"
-#include "shell/checked_math.h"
-#include "shell/runtime_error.h"
+#include "shell/base/checked_math.h"
+#include "shell/base/runtime_error.h"
+#include "montecarlo/pass/calculation_pass.h"
+#include "timevarying/var_output.h"
 #include "timevarying/var_record.h"
 
 namespace bm {
@@ -149,50 +151,63 @@ float lineInitialSolution(DataSet& data, const kernvarRecord& record, bool monte
                      ui);
 }
 
-float solveTimeVarying(DataSet& data, UserInterface& ui) {
-    kernvarRecord& record = theVarRecord();
-    const bool simulate = scanTimeVaryingMode(data);
+namespace {
 
-    // The regular form gives the counts of the lists.
+// The solution of the record's source, 0 for a source the library does not know.
+float solveSource(DataSet& data, const kernvarRecord& record, bool simulate, UserInterface& ui) {
+    switch (record.contaminantSource) {
+    case varsource::PointInstantaneous: return pointInstantaneousSolution(data, record, simulate, ui);
+    case varsource::PointContinuous: return pointContinuousSolution(data, record, simulate, ui);
+    case varsource::PointInitial: return pointInitialSolution(data, record, simulate, ui);
+    case varsource::LineInstantaneous: return lineInstantaneousSolution(data, record, simulate, ui);
+    case varsource::LineContinuous: return lineContinuousSolution(data, record, simulate, ui);
+    case varsource::LineInitial: return lineInitialSolution(data, record, simulate, ui);
+    default: return 0.0f;
+    }
+}
+
+}  // namespace
+
+void layOutTimeVaryingGrid(DataSet& data, bool simulate, UserInterface& ui) {
+    // The regular form of the record gives the counts of the lists.
+    kernvarRecord& record = theVarRecord();
     copyToDLLStructure(data, record, false, 1, ui);
     const int nt = record.timeCount, nx = record.xCount, ny = record.yCount;
     data.varTValues.redim(std::max(nt, 1));
     data.varXValues.redim(std::max(nx, 1));
     data.varYValues.redim(std::max(ny, 1));
     initialize_t_x_y(record, &data.varTValues(1), &data.varXValues(1), &data.varYValues(1));
-
-    const int n = simulate ? static_cast<int>(data.monteIterations) : 2;
-    data.mcResultVar.redim(n - 1);
     const long long size = nt > 0 && nx > 0 && ny > 0 ? static_cast<long long>(nt) * nx * ny : 0;
     if (size > kLargestGrid) raiseError(err::OutOfMemory);
     data.resultVar.redim(static_cast<int>(std::max(size, 1LL)));
+    (void)simulate;
+}
 
-    float value = 0.0f;
-    for (int i = 1; i <= n - 1; ++i) {
-        if (data.stopRequested) {
-            data.stopRequested = false;
-            return value;
-        }
-        if (simulate) copyToDLLStructure(data, record, true, i, ui);
-        float result = 0.0f;
-        switch (record.contaminantSource) {
-        case varsource::PointInstantaneous: result = pointInstantaneousSolution(data, record, simulate, ui); break;
-        case varsource::PointContinuous: result = pointContinuousSolution(data, record, simulate, ui); break;
-        case varsource::PointInitial: result = pointInitialSolution(data, record, simulate, ui); break;
-        case varsource::LineInstantaneous: result = lineInstantaneousSolution(data, record, simulate, ui); break;
-        case varsource::LineContinuous: result = lineContinuousSolution(data, record, simulate, ui); break;
-        case varsource::LineInitial: result = lineInitialSolution(data, record, simulate, ui); break;
-        default: break;
-        }
-        if (data.stopRequested) {  // Stop inside the grid
-            data.stopRequested = false;
-            return value;
-        }
-        data.mcResultVar(i) = result;
-        value = result;
-        if (simulate) ui.reportProgress(ProgressOwner::TimeVaryingForm, n, i);
-    }
-    return value;
+std::optional<double> timeVaryingIteration(DataSet& data, bool simulate, int iteration, UserInterface& ui) {
+    kernvarRecord& record = theVarRecord();
+    if (simulate) copyToDLLStructure(data, record, true, iteration, ui);
+    const float result = solveSource(data, record, simulate, ui);
+    if (data.stopRequested) return std::nullopt;  // Stop inside the grid
+    return result;
+}
+
+KindCalculation timeVaryingCalculation() {
+    KindCalculation k;
+    k.kind = ModelKind::TimeVarying;
+    k.inputRows = timeVaryingInputRows;
+    k.parsesCoordinates = false;  // the record counts the lists
+    k.layOutGrid = layOutTimeVaryingGrid;
+    k.iterate = timeVaryingIteration;
+    k.scalesByInflowSamples = false;  // no inflow terms
+    k.regularOutput = timeVaryingOutputText;
+    k.simulationOutput = timeVaryingMonteCarloOutputText;
+    return k;
+}
+
+void registerTimeVaryingKind() { registerKindCalculation(timeVaryingCalculation()); }
+
+float solveTimeVarying(DataSet& data, UserInterface& ui) {
+    return static_cast<float>(runCalculationPass(data, timeVaryingCalculation(), ui).lastValue);
 }
 
 }  // namespace bm

@@ -6,9 +6,12 @@
 // Lists: varTValues, varXValues, varYValues from 1; resultVar flat, value of
 // time k, x i, y j at (k - 1) * nx * ny + (i - 1) * ny + j; mcResultVar 0..n - 1.
 
+#include <optional>
+
 #include "kernels/kernvar.h"
+#include "montecarlo/pass/kind_calculation.h"
 #include "model/data_set.h"
-#include "shell/user_interface.h"
+#include "shell/base/user_interface.h"
 
 namespace bm {
 
@@ -16,12 +19,21 @@ namespace bm {
 // record already has stays when its text is not recognised.
 kernvarRecord& theVarRecord();
 
-// The driver: the mode scan, the record in its regular form for the counts, the
-// lists, then n - 1 solutions (n = monteIterations in a simulation, else 2),
-// each stored in mcResultVar. Stop (stopRequested) is tested before each
-// iteration and each evaluation; it is cleared, and the lists stay as far as
-// they were filled. Returns the last solution's value (0 when none finished).
-// Run-time errors propagate to the caller's handler.
+// The time-varying kind in the calculation pass: the screen's rows scanned
+// for "Monte", the grid laid out once from the record in its regular form
+// (the counts, the lists, the flat result list), and each iteration's record
+// (its samples in a simulation) solved by the source's routine. Stop inside a
+// grid ends the pass without storing that iteration's value.
+void layOutTimeVaryingGrid(DataSet& data, bool simulate, UserInterface& ui);
+std::optional<double> timeVaryingIteration(DataSet& data, bool simulate, int iteration, UserInterface& ui);
+KindCalculation timeVaryingCalculation();
+void registerTimeVaryingKind();
+
+// The pass of the time-varying kind: n - 1 solutions (n = the kind's
+// monteIterations in a simulation, else 2), each stored in mcResultVar. Stop
+// (stopRequested) is tested before each iteration and each evaluation; it is
+// cleared, and the lists stay as far as they were filled. Returns the last
+// solution's value (0 when none finished). Run-time errors propagate.
 float solveTimeVarying(DataSet& data, UserInterface& ui);
 
 // The six solutions. Each computes its factor, places the first list elements

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "shell/checked_math.h"
+#include "shell/base/checked_math.h"
 
 namespace bm {
 

@@ -3,7 +3,7 @@
 // source that decays faster than the contaminant degrades makes the radicand
 // (lambda - R gamma) 4 Dv + V^2 shrink, and it may turn negative.
 
-#include "shell/user_interface.h"
+#include "shell/base/user_interface.h"
 
 namespace bm {
 

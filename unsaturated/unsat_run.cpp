@@ -1,16 +1,36 @@
 #include "unsaturated/unsat_run.h"
 
+#include "model/number_text.h"
+#include "unsaturated/unsat_output.h"
 #include "unsaturated/unsat_parameters.h"
 #include "unsaturated/unsat_radicand.h"
 #include "unsaturated/unsat_solution.h"
 
 namespace bm {
 
+namespace {
+
+double solve(DataSet& data, UnsatParameters& parameters, bool simulate, int, UserInterface& ui) {
+    return solveUnsaturated(data, parameters, simulate, ui);
+}
+
+}  // namespace
+
 std::vector<std::string> unsatInputRows(const DataSet& d) {
     return {d.velocity, d.dispersionX, d.halfLife,    d.xRange,   d.timeRange,
             std::to_string(d.superpositionIndex),     d.mcAtX,    d.mcAtT,
             d.bulkDensity, d.distributionCoefficient, d.porosity, d.saturation,
             d.sourceDecayRate};
+}
+
+bool unsatInputsAccepted(DataSet& d, UserInterface& ui) {
+    if (d.contaminantType == kUnsatDirichlet) return true;
+    for (const std::string* field : {&d.velocity, &d.dispersionX, &d.halfLife, &d.bulkDensity, &d.distributionCoefficient,
+                                     &d.porosity, &d.saturation, &d.sourceDecayRate})
+        if (contains(*field, "Monte")) return true;
+    return !unsatRadicandNegative(textValue(d.velocity), textValue(d.dispersionX), textValue(d.halfLife),
+                                  textValue(d.bulkDensity), textValue(d.distributionCoefficient), textValue(d.porosity),
+                                  textValue(d.saturation), textValue(d.sourceDecayRate), ui);
 }
 
 bool unsatSimulationRefused(const DataSet& data, int iterations, UserInterface& ui) {
@@ -25,34 +45,19 @@ bool unsatSimulationRefused(const DataSet& data, int iterations, UserInterface& 
     return false;
 }
 
-CalculationPass unsaturatedPass() {
-    CalculationPass pass;
-    pass.modelType = kUnsaturatedModelType;
-    pass.kind = ModelKind::Unsaturated;
-    pass.inputRows = unsatInputRows;
-    pass.runIteration = [](DataSet& data, bool simulate, int iteration, UserInterface& ui) {
-        if (simulate && iteration == 1) {
-            const int iterations = static_cast<int>(data.monteStore(ModelKind::Unsaturated).monteIterations);
-            if (unsatSimulationRefused(data, iterations, ui)) {
-                // Ends the pass before its next iteration, with nothing computed.
-                data.stopRequested = true;
-                return 0.0;
-            }
-        }
-        UnsatParameters parameters;
-        fillUnsatParameters(data, parameters, simulate, iteration);
-        return solveUnsaturated(data, parameters, simulate, ui);
-    };
-    pass.mcResult = &DataSet::mcResultUnsat;
-    pass.progressOwner = unsatProgressOwnerOf;
-    return pass;
+KindCalculation unsaturatedCalculation() {
+    KindCalculation k;
+    k.kind = ModelKind::Unsaturated;
+    k.validate = unsatInputsAccepted;
+    k.inputRows = unsatInputRows;
+    k.refuses = unsatSimulationRefused;
+    k.iterate = fillThenSolve<UnsatParameters>(fillUnsatParameters, solve);
+    k.resultGridBounds = [](const DataSet& d) { return std::vector<int>{d.resultUnsat.ub(0), d.resultUnsat.ub(1)}; };
+    k.regularOutput = unsatPlotText;
+    k.simulationOutput = unsatMonteCarloText;
+    return k;
 }
 
-void registerUnsaturatedPass() {
-    registerCalculationPass(unsaturatedPass());
-    CalculationPass shortWord = unsaturatedPass();
-    shortWord.modelType = "Unsaturated";
-    registerCalculationPass(shortWord);
-}
+void registerUnsaturatedKind() { registerKindCalculation(unsaturatedCalculation()); }
 
 }  // namespace bm

@@ -5,16 +5,13 @@
 #include "kernels/kern1d.h"
 #include "model/data_set.h"
 #include "model/number_text.h"
-#include "saturated/line_grid.h"
+#include "montecarlo/pass/line_grid.h"
 #include "model/ranges.h"
 #include "montecarlo/monte_marker.h"
-#include "shell/checked_math.h"
+#include "shell/base/checked_math.h"
 
 namespace bm {
 
-ProgressOwner unsatProgressOwnerOf(const DataSet& data) {
-    return data.multiChemical ? ProgressOwner::MultiUnsaturatedForm : ProgressOwner::UnsaturatedForm;
-}
 
 namespace {
 
@@ -129,7 +126,7 @@ double solveUnsaturated(DataSet& data, UnsatParameters& parameters, bool monteCa
     data.resultUnsat.redim({nx, nt});
 
     const PointSolver solve(data, parameters, monteCarlo, k);
-    return runLineGrid(data, data.resultUnsat, monteCarlo, unsatProgressOwnerOf(data), ui, solve);
+    return runLineGrid(data, data.resultUnsat, monteCarlo, progressOwnerOf(ModelFamily::Unsaturated, data.multiChemical), ui, solve);
 }
 
 }  // namespace bm

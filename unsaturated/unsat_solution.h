@@ -11,15 +11,14 @@
 // inner) and computes the selected point.
 
 #include "unsaturated/unsat_parameters.h"
-#include "shell/user_interface.h"
+#include "shell/base/user_interface.h"
 
 namespace bm {
 
 struct DataSet;
 
-// Where the driver's per-point progress goes: the multi-chemical unsaturated
-// screen when the model has several chemicals, else the unsaturated screen.
-ProgressOwner unsatProgressOwnerOf(const DataSet& data);
+// Per-point progress goes to the unsaturated family's screen of the chemical
+// flag (progressOwnerOf in model/model_kinds.h).
 
 // Fills xValues, tValues, resultUnsat, numXTerms, numTTerms and
 // currentConcentration; unless calculationMode holds "Monte Carlo" the

@@ -11,7 +11,7 @@
 #include "files/safe_save.h"
 #include "model/data_set.h"
 #include "model/number_text.h"
-#include "shell/error_handler.h"
+#include "shell/base/error_handler.h"
 
 namespace bm {
 

@@ -16,6 +16,7 @@
 #include "model/app_state.h"
 #include "model/data_set.h"
 #include "shell/file_commands.h"
+#include "shell/screen/built_in_kinds.h"
 #include "shell/widgets/main_window.h"
 #include "shell/widgets/qt_user_interface.h"
 #include "saturated/widgets/input_form.h"
@@ -39,7 +40,8 @@ int main(int argc, char** argv) {
     if (!screenshot.isEmpty()) ui.logMessagesTo(stderr);
     bm::setUserInterface(&ui);
 
-    // The model screens register here as they are built (bm::registerModelScreen).
+    // The model kinds the pass calculates, and the screens that show them.
+    bm::registerBuiltInKinds();
     bm::registerInputForm();
 
     bm::MainWindow main(bm::theDataSet(), bm::theAppState(), bm::fileCommands());

@@ -10,7 +10,7 @@
 #include "apps/trazel/cell_number.h"
 #include "model/number_text.h"
 #include "model/ranges.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 
 namespace bm::trazel {
 

@@ -8,13 +8,14 @@
 
 #include "file_test_support.h"
 #include "files/data_file.h"
+#include "model/model_kinds.h"
 #include "sample_models.h"
 #include "testing/test_paths.h"
 
 namespace bm {
 namespace {
 
-using testkit::raisedError;
+
 using filetests::goldenName;
 
 using testkit::fixturePath;

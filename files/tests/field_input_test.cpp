@@ -8,12 +8,12 @@
 #include "files/code_page.h"
 #include "files/field_input.h"
 #include "files/print_output.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 
 namespace bm {
 namespace {
 
-using testkit::raisedError;
+
 
 TEST(FieldInput, LinesEndAtCrLfOrALoneLineFeed) {
     FieldInput in("one\r\ntwo\nthree\rstill three\r\n\r\nlast");

@@ -6,12 +6,12 @@
 #include <gtest/gtest.h>
 
 #include "sample_models.h"
-#include "shell/runtime_error.h"
-#include "testing/raised_error.h"
+#include "shell/base/runtime_error.h"
+#include "shell/base/raised_error.h"
 
 namespace bm::filetests {
 
-using bm::testkit::raisedError;
+using bm::raisedError;
 
 // A test name from a golden file's name ("one_regular.one" gives "one_regular_one").
 inline std::string goldenName(const ::testing::TestParamInfo<samples::Golden>& param) {

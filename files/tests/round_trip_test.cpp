@@ -5,6 +5,7 @@
 #include <random>
 
 #include "file_test_support.h"
+#include "model/model_kinds.h"
 #include "files/code_page.h"
 #include "files/data_file.h"
 #include "sample_models.h"

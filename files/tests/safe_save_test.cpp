@@ -21,7 +21,7 @@
 namespace bm {
 namespace {
 
-using testkit::raisedError;
+
 
 namespace fs = std::filesystem;
 using testkit::readFileBytes;

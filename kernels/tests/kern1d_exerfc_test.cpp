@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "kernels/kern1d.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 #include "testing/is_close.h"
 
 namespace bm {

@@ -9,7 +9,7 @@
 
 #include "kernels/kern2d.h"
 #include "kernels/tests/kern2d_reference.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 #include "testing/is_close.h"
 
 using namespace bm;

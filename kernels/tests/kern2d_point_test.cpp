@@ -10,7 +10,7 @@
 #include "kernels/gauss_legendre.h"
 #include "kernels/kern2d.h"
 #include "kernels/tests/kern2d_reference.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 #include "testing/is_close.h"
 
 using namespace bm;

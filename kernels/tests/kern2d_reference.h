@@ -15,9 +15,9 @@
 
 #include "kernels/gauss_legendre.h"
 #include "kernels/kern2d.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 #include "testing/is_close.h"
-#include "testing/raised_error.h"
+#include "shell/base/raised_error.h"
 
 namespace bm::kern2dref {
 
@@ -189,7 +189,7 @@ inline double pointAt(const TwoDimParameters& p, double t, double x, double y) {
     return c;
 }
 
-using bm::testkit::raisedError;
+using bm::raisedError;
 
 // The accuracy target of the kernels: 1e-6 absolute on C/C0 everywhere and
 // 1e-5 relative where C/C0 > 1e-3. Keeps the worst errors seen for the summary.

@@ -10,7 +10,7 @@
 #include "kernels/kern3d.h"
 #include "kernels/kern3d_finite.h"
 #include "kernels/tests/kern3d_reference.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 #include "testing/is_close.h"
 
 using namespace bm;

@@ -17,8 +17,8 @@
 #include <gtest/gtest.h>
 
 #include "kernels/kern3d.h"
-#include "shell/runtime_error.h"
-#include "testing/raised_error.h"
+#include "shell/base/runtime_error.h"
+#include "shell/base/raised_error.h"
 
 namespace bm::kern3dref {
 
@@ -50,7 +50,7 @@ inline int errorAfter(const ThreeDimParameters& base, const std::function<void(T
                       const KernelCall& call) {
     ThreeDimParameters p = base;
     change(p);
-    return testkit::raisedError([&] { call(p); });
+    return raisedError([&] { call(p); });
 }
 
 // The faults all three kernels share: a zero Dx, Dy, Dz or half-life is a

@@ -11,9 +11,9 @@
 
 #include "kernels/kernvar.h"
 #include "kernels/tests/kernvar_reference.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 #include "testing/is_close.h"
-#include "testing/raised_error.h"
+#include "shell/base/raised_error.h"
 
 namespace {
 
@@ -21,7 +21,7 @@ using namespace kernvar_ref;
 using bm::kernvarRecord;
 namespace src = bm::varsource;
 
-using bm::testkit::raisedError;
+using bm::raisedError;
 
 const char* kFunctionNames[] = {"", "Constant", "Linear", "Asymptotic", "Exponential"};
 

@@ -11,9 +11,9 @@
 
 #include "model/number_text.h"
 #include "model/ranges.h"
-#include "shell/runtime_error.h"
-#include "shell/user_interface.h"
-#include "testing/raised_error.h"
+#include "shell/base/runtime_error.h"
+#include "shell/base/user_interface.h"
+#include "shell/base/raised_error.h"
 
 namespace bm::rangecheck {
 
@@ -28,7 +28,7 @@ public:
     int shown = 0;
 };
 
-using bm::testkit::raisedError;
+using bm::raisedError;
 
 inline bool same(double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "model/data_set.h"
+#include "model/model_kinds.h"
 
 using namespace bm;
 

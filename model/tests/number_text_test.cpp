@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "model/number_text.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 
 using namespace bm;
 

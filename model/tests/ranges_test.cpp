@@ -1,13 +1,13 @@
 #include <gtest/gtest.h>
 
 #include "model/ranges.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 #include "testing/scripted_user_interface.h"
-#include "testing/raised_error.h"
+#include "shell/base/raised_error.h"
 
 using namespace bm;
 
-using bm::testkit::raisedError;
+using bm::raisedError;
 
 TEST(RangeSpec, ScalarGivesOneTerm) {
     const ParsedRange r = parseRange("5");

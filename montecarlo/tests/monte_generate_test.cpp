@@ -8,10 +8,10 @@
 #include "model/number_text.h"
 #include "montecarlo/monte_generate.h"
 #include "montecarlo/tests/monte_table_fixture.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 #include "testing/is_close.h"
 #include "testing/scripted_user_interface.h"
-#include "testing/raised_error.h"
+#include "shell/base/raised_error.h"
 
 namespace {
 
@@ -120,7 +120,7 @@ TEST(SampleCount, TermsPlusOne) {
     EXPECT_EQ(bm::sampleCount(" 100 "), 101);
     EXPECT_EQ(bm::sampleCount("32767"), 32768);
     EXPECT_EQ(bm::sampleCount("1e3"), 1001);
-    auto errorOf = [](const std::string& text) { return bm::testkit::raisedError([&] { bm::sampleCount(text); }); };
+    auto errorOf = [](const std::string& text) { return bm::raisedError([&] { bm::sampleCount(text); }); };
     EXPECT_EQ(errorOf(""), bm::err::TypeMismatch);
     EXPECT_EQ(errorOf("ten"), bm::err::TypeMismatch);
     EXPECT_EQ(errorOf("2147483647"), bm::err::Overflow);

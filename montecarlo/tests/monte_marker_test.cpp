@@ -7,7 +7,7 @@
 #include "model/data_set.h"
 #include "model/number_text.h"
 #include "montecarlo/monte_marker.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 
 namespace bm {
 namespace {

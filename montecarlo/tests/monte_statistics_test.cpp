@@ -6,9 +6,9 @@
 
 #include "model/arrays.h"
 #include "montecarlo/monte_statistics.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 #include "testing/is_close.h"
-#include "testing/raised_error.h"
+#include "shell/base/raised_error.h"
 
 namespace {
 
@@ -34,7 +34,7 @@ Stats compute(const List<float>& s, int n) {
 Stats compute(const std::vector<float>& values) { return compute(samplesOf(values), static_cast<int>(values.size())); }
 
 int errorOf(const std::vector<float>& values, int n) {
-    return bm::testkit::raisedError([&] { compute(samplesOf(values), n); });
+    return bm::raisedError([&] { compute(samplesOf(values), n); });
 }
 
 TEST(ComputeStatistics, OneTwoThreeFour) {

@@ -8,7 +8,9 @@
 #include "model/number_text.h"
 #include "montecarlo/monte_marker.h"
 #include "one_dim_test_model.h"
-#include "saturated/calculation_run.h"
+#include "montecarlo/pass/calculation_pass.h"
+#include "saturated/saturated_kinds.h"
+#include "shell/screen/built_in_kinds.h"
 #include "testing/is_close.h"
 #include "testing/scripted_user_interface.h"
 
@@ -98,9 +100,9 @@ TEST(CalculationRun, EachInputRowIsScanned) {
     const Field fields[] = {&DataSet::velocity, &DataSet::dispersionX, &DataSet::halfLife, &DataSet::xRange,
                             &DataSet::timeRange, &DataSet::mcAtX,      &DataSet::mcAtT,    &DataSet::porosity,
                             &DataSet::retardation};
-    CalculationPass pass = oneDimensionalPass();
+    KindCalculation pass = saturatedCalculation(1);
     int calls = 0;
-    pass.runIteration = [&](DataSet&, bool simulate, int, UserInterface&) {
+    pass.iterate = [&](DataSet&, bool simulate, int, UserInterface&) -> std::optional<double> {
         EXPECT_TRUE(simulate);
         ++calls;
         return 0.0;
@@ -122,7 +124,7 @@ TEST(CalculationRun, EachInputRowIsScanned) {
     d.terms(1).concentration = "Monte Carlo";
     ScriptedUserInterface ui;
     calls = 0;
-    pass.runIteration = [&](DataSet&, bool simulate, int, UserInterface&) {
+    pass.iterate = [&](DataSet&, bool simulate, int, UserInterface&) -> std::optional<double> {
         EXPECT_FALSE(simulate);
         ++calls;
         return 0.0;
@@ -185,7 +187,7 @@ TEST(CalculationRun, IterationsAreTheStoreCountLessOne) {
     for (int i = 1; i <= 101; ++i) d.MonteSamples(3, i, 1) = 5.0 + i;
     ScriptedUserInterface ui;
     int statisticsCalls = 0;
-    CalculationPass pass = oneDimensionalPass();
+    KindCalculation pass = saturatedCalculation(1);
     pass.statistics = [&](DataSet&, int n, UserInterface&) {
         ++statisticsCalls;
         EXPECT_EQ(n, 101);
@@ -200,7 +202,7 @@ TEST(CalculationRun, IterationsAreTheStoreCountLessOne) {
 TEST(CalculationRun, StatisticsAreNotRunInARegularRun) {
     DataSet d = oneDimModel("Semi-Infinite", "Cauchy");
     ScriptedUserInterface ui;
-    CalculationPass pass = oneDimensionalPass();
+    KindCalculation pass = saturatedCalculation(1);
     bool called = false;
     pass.statistics = [&](DataSet&, int, UserInterface&) { called = true; };
     calculateRoutine(d, ui, pass);
@@ -291,7 +293,7 @@ TEST(CalculationRun, StopBetweenIterationsSkipsTheStatistics) {
     ui.onProgress = [&](const ScriptedUserInterface::Progress& p) {
         if (p.done == 2) stopButtonClicked(d, ui);
     };
-    CalculationPass pass = oneDimensionalPass();
+    KindCalculation pass = saturatedCalculation(1);
     bool statistics = false;
     pass.statistics = [&](DataSet&, int, UserInterface&) { statistics = true; };
     const CalculationOutcome outcome = calculateRoutine(d, ui, pass);
@@ -389,22 +391,21 @@ TEST(CalculationRun, ModelTypeWithoutAPassRunsNothing) {
     EXPECT_EQ(d.mcResult1D.ub(), -1);
 }
 
-TEST(CalculationRun, OtherDimensionsPlugInWithTheirOwnPass) {
-    // A pass of another kind: its rows, its result list, its store, its stale flag.
-    CalculationPass pass;
-    pass.modelType = "Test Dimensional";
-    pass.kind = ModelKind::TwoDimensional;
-    pass.inputRows = twoDimInputRows;
-    pass.mcResult = &DataSet::mcResult2D;
-    pass.runIteration = [](DataSet& data, bool simulate, int iteration, UserInterface&) {
+TEST(CalculationRun, AKindPlugsInWithItsRegistration) {
+    // A registration of the two-dimensional kind: its rows, its result list,
+    // its store, its stale flag; the pass knows nothing else of it.
+    KindCalculation kind;
+    kind.kind = ModelKind::TwoDimensional;
+    kind.inputRows = twoDimInputRows;
+    kind.iterate = [](DataSet& data, bool simulate, int iteration, UserInterface&) -> std::optional<double> {
         data.currentConcentration = 0.5;
         return simulate ? iteration * 0.1 : 0.75;
     };
-    registerCalculationPass(pass);
-    ASSERT_NE(calculationPassFor("Test Dimensional"), nullptr);
+    registerKindCalculation(kind);
+    ASSERT_NE(kindCalculationFor(ModelKind::TwoDimensional), nullptr);
 
     DataSet d;
-    d.modelType = "Test Dimensional";
+    d.modelType = "Two Dimensional";
     d.mcPointChanged[static_cast<int>(ModelKind::TwoDimensional)] = true;
     ScriptedUserInterface ui;
     CalculationOutcome outcome = calculateRoutine(d, ui);
@@ -421,14 +422,22 @@ TEST(CalculationRun, OtherDimensionsPlugInWithTheirOwnPass) {
     EXPECT_EQ(outcome.resultLabel, "Monte Carlo");
     ASSERT_EQ(d.mcResult2D.ub(), 3);
     EXPECT_DOUBLE_EQ(d.mcResult2D(3), 0.3);
+    registerBuiltInKinds();  // the real registration back for the other tests
 }
 
-TEST(CalculationRun, OneDimensionalPassIsBuiltIn) {
-    const CalculationPass* pass = calculationPassFor("One Dimensional");
-    ASSERT_NE(pass, nullptr);
-    EXPECT_EQ(pass->kind, ModelKind::OneDimensional);
-    EXPECT_EQ(pass->mcResult, &DataSet::mcResult1D);
-    EXPECT_EQ(calculationPassFor("one dimensional"), nullptr);  // the word is compared exactly
+TEST(CalculationRun, TheKindsAreFoundByTheirWordsAndChemicalFlag) {
+    DataSet d;
+    d.modelType = "One Dimensional";
+    const KindCalculation* kind = kindCalculationOf(d);
+    ASSERT_NE(kind, nullptr);
+    EXPECT_EQ(kind->kind, ModelKind::OneDimensional);
+    d.mcResult1D.redim(4);
+    EXPECT_EQ(kindResults(*kind, d).upper(), 4);
+    d.modelType = "one dimensional";  // the word is compared exactly
+    EXPECT_EQ(kindCalculationOf(d), nullptr);
+    d.modelType = "One Dimensional";
+    d.multiChemical = true;  // the decay chains are not calculated yet
+    EXPECT_EQ(kindCalculationOf(d), nullptr);
 }
 
 TEST(CalculationRun, LabelRefreshedFromTheModeText) {

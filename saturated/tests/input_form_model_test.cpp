@@ -7,7 +7,7 @@
 #include "input_form_test_models.h"
 #include "model/number_text.h"
 #include "montecarlo/monte_marker.h"
-#include "saturated/input_form_model.h"
+#include "saturated/form/input_form_model.h"
 #include "saturated/source_captions.h"
 #include "testing/test_paths.h"
 

@@ -1,13 +1,14 @@
 #pragma once
 // Complete saturated models of each dimension as a data file would give them,
-// and a screen host that records what the screen asked for.
+// and inputForm's model shown on one of them.
 
 #include <string>
 #include <vector>
 
 #include "model/app_state.h"
 #include "model/data_set.h"
-#include "saturated/input_form_model.h"
+#include "saturated/form/input_form_model.h"
+#include "testing/recording_screen_host.h"
 #include "testing/scripted_user_interface.h"
 
 namespace bm::testkit {
@@ -108,51 +109,6 @@ inline DataSet threeDimScreenModel(const std::string& aquifer = "Infinite", cons
     oneTerm(d, "0", "1");
     return d;
 }
-
-// A host that answers like a user and records the requests.
-class RecordingHost : public InputFormHost {
-public:
-    int changes = 0;
-    std::vector<FocusRequest> focus;
-    std::vector<std::string> notesCaptions;
-    // The note pad: nullptr-like "cancel" unless a text is queued.
-    bool notesOk = false;
-    std::string notesTyped;
-    bool newModelOk = false;
-    std::function<void(DataSet&)> newModelChoice;
-    DataSet* data = nullptr;
-    std::vector<std::string> printedLines;
-    std::vector<int> printedColumns;
-    int printerSetups = 0, helps = 0, otherScreens = 0, closes = 0, monteCarloScreens = 0;
-    bool monteCarloAvailable = false;
-
-    void formChanged() override { ++changes; }
-    void moveFocus(const FocusRequest& f) override { focus.push_back(f); }
-    void showNotes(NotesPad& pad) override {
-        notesCaptions.push_back(pad.caption());
-        if (notesOk) {
-            pad.text = notesTyped;
-            pad.ok();
-        } else {
-            pad.cancel();
-        }
-    }
-    bool showNewModelDialog() override {
-        if (newModelOk && newModelChoice && data) newModelChoice(*data);
-        return newModelOk;
-    }
-    bool printReport(const std::vector<std::string>& lines, const std::vector<int>& columns) override {
-        printedLines = lines;
-        printedColumns = columns;
-        return true;
-    }
-    void printerSetup() override { ++printerSetups; }
-    void showHelp() override { ++helps; }
-    bool monteCarloScreenAvailable() override { return monteCarloAvailable; }
-    void showMonteCarloScreen() override { ++monteCarloScreens; }
-    void openScreenForModel() override { ++otherScreens; }
-    void closeScreen() override { ++closes; }
-};
 
 // A screen on a model, shown (setDisplay) with a scripted interface and a recording host.
 struct Screen {

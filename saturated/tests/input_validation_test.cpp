@@ -578,7 +578,7 @@ TEST(ValidateDataSet, ValidFileMayBeCalculatedAndKeepsThePointRows) {
     d.xRange = "0:10:1:3";
     d.mcAtX = "7";
     testkit::ScriptedUserInterface ui;
-    EXPECT_TRUE(validateDataSet(d, ui));
+    EXPECT_TRUE(validateSaturatedInputs(d, ui));
     EXPECT_TRUE(ui.messages.empty());
     EXPECT_EQ(d.mcAtX, "3");
     EXPECT_EQ(d.numXTerms, 11);
@@ -588,7 +588,7 @@ TEST(ValidateDataSet, FailureIsReportedAndRefused) {
     DataSet d = testkit::twoDimScreenModel();
     d.timeRange = "1:10:1";
     testkit::ScriptedUserInterface ui;
-    EXPECT_FALSE(validateDataSet(d, ui));
+    EXPECT_FALSE(validateSaturatedInputs(d, ui));
     ASSERT_EQ(ui.messages.size(), 1u);
     EXPECT_EQ(ui.messages[0].text, "Time Range (t) should start zero.\r\rPlease set Tmin as zero!");
 }
@@ -596,7 +596,7 @@ TEST(ValidateDataSet, FailureIsReportedAndRefused) {
 TEST(ValidateDataSet, UnknownModelIsRefused) {
     DataSet d = testkit::twoDimScreenModel("Infinite", "Something Else");
     testkit::ScriptedUserInterface ui;
-    EXPECT_FALSE(validateDataSet(d, ui));
+    EXPECT_FALSE(validateSaturatedInputs(d, ui));
     ASSERT_EQ(ui.messages.size(), 1u);
     EXPECT_EQ(ui.messages[0].text, "Error in setDisplay()");
 }

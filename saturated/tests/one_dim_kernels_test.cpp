@@ -10,7 +10,7 @@
 
 #include "kernels/kern1d.h"
 #include "saturated/one_dim_kernels.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 #include "testing/is_close.h"
 #include "transport_fd_reference.h"
 

@@ -17,7 +17,7 @@
 
 #include "one_dim_accuracy_helpers.h"
 #include "saturated/one_dim_kernels.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 #include "transport_image_reference.h"
 #include "transport_chebyshev_reference.h"
 

@@ -9,8 +9,8 @@
 #include <gtest/gtest.h>
 
 #include "model/data_set.h"
-#include "shell/runtime_error.h"
-#include "saturated/calculation_run.h"
+#include "shell/base/runtime_error.h"
+#include "montecarlo/pass/calculation_pass.h"
 
 namespace bm::testkit {
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "saturated/output_file.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 #include "testing/test_paths.h"
 
 using namespace bm;

@@ -7,10 +7,10 @@
 #include "kernels/kern2d.h"
 #include "model/app_state.h"
 #include "saturated/quadrature_points.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 #include "testing/is_close.h"
 #include "testing/test_paths.h"
-#include "testing/raised_error.h"
+#include "shell/base/raised_error.h"
 
 using namespace bm;
 using bm::testkit::TempDir;
@@ -21,7 +21,7 @@ namespace {
 std::string builtPointsFile() { return (testkit::binaryDir() / "suite" / "brenmoor" / "glq.pts").string(); }
 
 int errorNumber(const std::string& path, List<double>& nodes, List<double>& weights) {
-    return testkit::raisedError([&] { readQuadraturePoints(path, nodes, weights); });
+    return raisedError([&] { readQuadraturePoints(path, nodes, weights); });
 }
 
 // A points file by hand: five header lines, then the given numbers one a line.

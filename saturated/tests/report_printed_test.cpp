@@ -5,7 +5,7 @@
 
 #include "input_form_test_models.h"
 #include "montecarlo/monte_marker.h"
-#include "saturated/report_printed.h"
+#include "saturated/form/report_printed.h"
 
 namespace bm {
 namespace {

@@ -8,7 +8,8 @@
 
 #include "model/number_text.h"
 #include "montecarlo/monte_marker.h"
-#include "saturated/calculation_run.h"
+#include "montecarlo/pass/calculation_pass.h"
+#include "saturated/saturated_kinds.h"
 #include "saturated/three_dim_solution.h"
 #include "testing/is_close.h"
 #include "testing/scripted_user_interface.h"
@@ -37,13 +38,14 @@ protected:
 };
 
 TEST_F(ThreeDimPass, IsRegisteredForTheThreeDimensionalModel) {
-    const CalculationPass* pass = calculationPassFor("Three Dimensional");
+    DataSet d = threeDimModel("Infinite", "Finite");
+    const KindCalculation* pass = kindCalculationOf(d);
     ASSERT_NE(pass, nullptr);
     EXPECT_EQ(pass->kind, ModelKind::ThreeDimensional);
-    EXPECT_EQ(pass->mcResult, &DataSet::mcResult3D);
-    const DataSet d = threeDimModel("Infinite", "Finite");
+    d.mcResult3D.redim(3);
+    EXPECT_EQ(kindResults(*pass, d).upper(), 3);
     EXPECT_EQ(pass->inputRows(d), threeDimInputRows(d));
-    EXPECT_NE(calculationPassFor("Two Dimensional"), pass);
+    EXPECT_NE(kindCalculationFor(ModelKind::TwoDimensional), pass);
 }
 
 TEST_F(ThreeDimPass, RegularRunCalculatesTheGridAndTheSelectedPoint) {

@@ -6,7 +6,7 @@
 
 #include "kernels/kern3d.h"
 #include "model/data_set.h"
-#include "saturated/calculation_run.h"
+#include "montecarlo/pass/calculation_pass.h"
 #include "two_dim_test_support.h"
 
 namespace bm::testkit {

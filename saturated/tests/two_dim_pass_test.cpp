@@ -9,7 +9,8 @@
 
 #include "model/number_text.h"
 #include "montecarlo/monte_marker.h"
-#include "saturated/calculation_run.h"
+#include "montecarlo/pass/calculation_pass.h"
+#include "saturated/saturated_kinds.h"
 #include "saturated/two_dim_solution.h"
 #include "testing/is_close.h"
 #include "testing/scripted_user_interface.h"
@@ -38,13 +39,14 @@ protected:
 };
 
 TEST_F(TwoDimPass, IsRegisteredForTheTwoDimensionalModel) {
-    const CalculationPass* pass = calculationPassFor("Two Dimensional");
+    DataSet d = twoDimModel("Infinite", "Gaussian");
+    const KindCalculation* pass = kindCalculationOf(d);
     ASSERT_NE(pass, nullptr);
     EXPECT_EQ(pass->kind, ModelKind::TwoDimensional);
-    EXPECT_EQ(pass->mcResult, &DataSet::mcResult2D);
-    const DataSet d = twoDimModel("Infinite", "Gaussian");
+    d.mcResult2D.redim(3);
+    EXPECT_EQ(kindResults(*pass, d).upper(), 3);
     EXPECT_EQ(pass->inputRows(d), twoDimInputRows(d));
-    EXPECT_NE(calculationPassFor("One Dimensional"), pass);
+    EXPECT_NE(kindCalculationFor(ModelKind::OneDimensional), pass);
 }
 
 TEST_F(TwoDimPass, RegularRunCalculatesTheGridAndTheSelectedPoint) {

@@ -16,7 +16,7 @@
 #include "montecarlo/monte_marker.h"
 #include "saturated/two_dim_parameters.h"
 #include "saturated/two_dim_solution.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 #include "testing/is_close.h"
 #include "testing/scripted_user_interface.h"
 #include "testing/test_paths.h"
@@ -26,7 +26,7 @@ namespace bm {
 namespace {
 
 using testkit::PointsFileScope;
-using testkit::raisedError;
+
 using testkit::setTerms;
 using testkit::TermValue;
 using testkit::rule;

@@ -14,11 +14,11 @@
 #include "model/app_state.h"
 #include "model/data_set.h"
 #include "model/number_text.h"
-#include "saturated/calculation_run.h"
-#include "shell/runtime_error.h"
+#include "montecarlo/pass/calculation_pass.h"
+#include "shell/base/runtime_error.h"
 #include "testing/scripted_user_interface.h"
 #include "testing/test_paths.h"
-#include "testing/raised_error.h"
+#include "shell/base/raised_error.h"
 
 namespace bm::testkit {
 

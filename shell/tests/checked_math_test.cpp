@@ -2,13 +2,13 @@
 
 #include <limits>
 
-#include "shell/checked_math.h"
-#include "shell/runtime_error.h"
-#include "testing/raised_error.h"
+#include "shell/base/checked_math.h"
+#include "shell/base/runtime_error.h"
+#include "shell/base/raised_error.h"
 
 using namespace bm;
 
-using bm::testkit::raisedError;
+using bm::raisedError;
 
 TEST(CheckedMath, FaultsBecomeErrorNumbers) {
     EXPECT_EQ(raisedError([] { fp::div(1.0, 0.0); }), 11);

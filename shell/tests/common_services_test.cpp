@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "shell/common_services.h"
+#include "shell/base/common_services.h"
 #include "testing/test_paths.h"
 
 using namespace bm;

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "shell/error_handler.h"
+#include "shell/base/error_handler.h"
 #include "testing/scripted_user_interface.h"
 
 using namespace bm;

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "shell/program_paths.h"
-#include "shell/runtime_error.h"
+#include "shell/base/program_paths.h"
+#include "shell/base/runtime_error.h"
 
 using namespace bm;
 

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
 #include "model/app_state.h"
-#include "shell/error_handler.h"
-#include "shell/runtime_error.h"
-#include "shell/viewers.h"
+#include "shell/base/error_handler.h"
+#include "shell/base/runtime_error.h"
+#include "shell/screen/viewers.h"
 #include "testing/scripted_user_interface.h"
 #include "testing/test_paths.h"
 

@@ -13,9 +13,9 @@
 #include <QVBoxLayout>
 #include <functional>
 
-#include "shell/common_services.h"
-#include "shell/program_paths.h"
-#include "shell/user_interface.h"
+#include "shell/base/common_services.h"
+#include "shell/base/program_paths.h"
+#include "shell/base/user_interface.h"
 
 namespace bm {
 

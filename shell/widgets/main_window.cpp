@@ -15,7 +15,7 @@
 
 #include "model/app_state.h"
 #include "model/data_set.h"
-#include "shell/user_interface.h"
+#include "shell/base/user_interface.h"
 #include "shell/widgets/help_viewer.h"
 #include "shell/widgets/info_dialogs.h"
 #include "shell/widgets/model_screens.h"

@@ -9,7 +9,7 @@
 
 #include "model/data_set.h"
 #include "shell/file_commands.h"
-#include "shell/user_interface.h"
+#include "shell/base/user_interface.h"
 
 namespace bm {
 

@@ -1,7 +1,10 @@
 #pragma once
-// Where Main opens the model screens. Each model screen registers its opener
-// here; a screen not registered yet is stood in for by a plain screen that
-// names the model kind and closes back to Main.
+// The screen registry: where Main opens the model screens, and where a model
+// screen opens the Monte Carlo set-up screen (ModelScreen::MonteCarloForm).
+// Each screen registers its opener here (modelScreenOpener makes one); a
+// model screen not registered yet is stood in for by a plain screen that names
+// the model kind and closes back to Main, and a model screen asks whether the
+// Monte Carlo screen is registered before it offers it.
 
 #include <QDialog>
 #include <functional>

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "shell/user_interface.h"
+#include "shell/base/user_interface.h"
 
 class QWidget;
 

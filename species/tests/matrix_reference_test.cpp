@@ -7,7 +7,6 @@
 #include <cmath>
 #include <numbers>
 
-#include "model/data_set.h"
 #include "species/matrix_operations.h"
 #include "species/tests/matrix_test_support.h"
 #include "testing/is_close.h"
@@ -23,11 +22,10 @@ struct Decomposition {
 };
 
 Decomposition decompose(const SquareMatrix& a, int n) {
-    DataSet data;
-    data.numChemicals = static_cast<std::int16_t>(n);
+    const auto order = static_cast<std::int16_t>(n);
     Decomposition d;
-    d.converged = eigenDecompose(data, a, d.values, d.vectors);
-    EXPECT_TRUE(invertEigenMatrix(data, d.vectors, d.inverse));
+    d.converged = eigenDecompose(order, a, d.values, d.vectors);
+    EXPECT_TRUE(invertEigenMatrix(order, d.vectors, d.inverse));
     return d;
 }
 

@@ -9,12 +9,12 @@
 
 #include "kernels/tests/kernvar_reference.h"
 #include "model/number_text.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 #include "testing/is_close.h"
 #include "testing/scripted_user_interface.h"
 #include "timevarying/tests/var_test_model.h"
 #include "timevarying/var_solution.h"
-#include "testing/raised_error.h"
+#include "shell/base/raised_error.h"
 
 namespace {
 
@@ -156,7 +156,7 @@ TEST(VarSolution, StopBeforeTheRunLeavesEverythingAtZero) {
 bm::DataSet simulation(const std::string& source) {
     bm::DataSet d = var_test::model(source, "Linear");
     d.porosity = "Monte Carlo" + std::string(500, ' ') + "|0.3: 1";
-    d.monteIterations = 4;
+    d.monteStore(bm::ModelKind::TimeVarying).monteIterations = 4;  // the model's own count, as every kind's
     d.MonteSamples.redim({1, 4, 1});
     const double porosities[] = {0, 0.25, 0.3, 0.4, 0.35};
     for (int i = 1; i <= 4; ++i) d.MonteSamples(1, i, 1) = porosities[i];
@@ -230,7 +230,7 @@ namespace {
 
 int runError(bm::DataSet& d) {
     ScriptedUserInterface ui;
-    return bm::testkit::raisedError([&] { bm::solveTimeVarying(d, ui); });
+    return bm::raisedError([&] { bm::solveTimeVarying(d, ui); });
 }
 
 TEST(VarSolution, AGridTooLargeForMemoryIsRefusedBeforeItIsMade) {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "montecarlo/monte_marker.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 #include "testing/test_paths.h"
 #include "unsaturated/unsat_output.h"
 

@@ -5,7 +5,7 @@
 
 #include <cmath>
 
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 #include "testing/scripted_user_interface.h"
 #include "unsat_reference.h"
 #include "unsaturated/unsat_parameters.h"

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "model/data_set.h"
-#include "saturated/calculation_run.h"
+#include "montecarlo/pass/calculation_pass.h"
 
 namespace bm::testkit {
 

@@ -6,7 +6,7 @@
 
 #include "model/number_text.h"
 #include "montecarlo/monte_marker.h"
-#include "saturated/calculation_run.h"
+#include "montecarlo/pass/calculation_pass.h"
 #include "testing/is_close.h"
 #include "testing/scripted_user_interface.h"
 #include "unsat_reference.h"
@@ -44,10 +44,13 @@ double sampledReference(const DataSet& d, int i, double x, double t, const Unsat
 
 TEST(UnsatRun, ThePassIsRegisteredForTheUnsaturatedWords) {
     for (const char* word : {"Unsaturated One Dimensional", "Unsaturated"}) {
-        const CalculationPass* pass = calculationPassFor(word);
+        DataSet d;
+        d.modelType = word;
+        const KindCalculation* pass = kindCalculationOf(d);
         ASSERT_NE(pass, nullptr) << word;
         EXPECT_EQ(pass->kind, ModelKind::Unsaturated);
-        EXPECT_EQ(pass->mcResult, &DataSet::mcResultUnsat);
+        d.mcResultUnsat.redim(2);
+        EXPECT_EQ(kindResults(*pass, d).upper(), 2);
     }
 }
 

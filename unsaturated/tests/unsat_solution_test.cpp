@@ -13,7 +13,7 @@
 #include "montecarlo/monte_marker.h"
 #include "saturated/one_dim_kernels.h"
 #include "saturated/tests/one_dim_test_model.h"
-#include "shell/runtime_error.h"
+#include "shell/base/runtime_error.h"
 #include "testing/is_close.h"
 #include "testing/scripted_user_interface.h"
 #include "unsat_reference.h"

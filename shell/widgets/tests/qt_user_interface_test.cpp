@@ -10,7 +10,7 @@
 #include <cstdio>
 
 #include "testing/qt_test_support.h"
-#include "shell/error_handler.h"
+#include "shell/base/error_handler.h"
 #include "shell/widgets/qt_user_interface.h"
 #include "testing/test_paths.h"
 

@@ -1,0 +1,237 @@
+#include "saturated/form/report_printed.h"
+
+#include <algorithm>
+#include <set>
+
+#include "model/number_text.h"
+#include "model/ranges.h"
+#include "model/units.h"
+#include "saturated/form/input_form_model.h"
+#include "shell/base/common_services.h"
+#include "shell/base/error_handler.h"
+#include "shell/base/runtime_error.h"
+
+namespace bm {
+
+namespace {
+
+PrintedLine text(const std::string& s) { return {{0, s}}; }
+PrintedLine blank() { return {}; }
+
+// A unit as the report names it: the checked menu caption without its "&".
+std::string unitName(UnitMenu menu, const std::string& word) {
+    const int index = unitIndexOfWord(menu, word);
+    if (index == 0) return replaceFirst("&", "", word);
+    return replaceFirst("&", "", unitMenuCaptions(menu)[static_cast<std::size_t>(index / 10 - 1)]);
+}
+
+std::string value(const std::string& s) { return formatCell(s); }
+
+// The unit label of the row that shows a field, on the screen at hand.
+std::string unitOf(const InputFormModel& form, RowField field) {
+    if (form.dimension() < 1) return {};
+    for (const FormRow& r : form.rows(form.dimension()))
+        if (r.field == field) return r.unitCaption;
+    return {};
+}
+
+PrintedLine labelled(const std::string& label, const std::string& v, const std::string& unit) {
+    return {{0, label + v + " " + unit}};
+}
+
+PrintedLine property(const std::string& label, const std::string& v, const std::string& unit) {
+    return {{0, label}, {50, v + " " + unit}};
+}
+
+}  // namespace
+
+std::vector<PrintedLine> printedReportLines(const InputFormModel& form) {
+    const DataSet& d = form.data();
+    const int dim = form.dimension();
+    std::vector<PrintedLine> out;
+    const auto add = [&out](PrintedLine line) { out.push_back(std::move(line)); };
+
+    add(blank());
+    add(blank());
+    add(text("Saturated Ground Water Model"));
+    add(blank());
+    add(blank());
+
+    const auto note = [&](const std::string& label, const std::string& field) {
+        add(text(label));
+        if (!field.empty()) add(text("   " + field));
+    };
+    note(" Title: ", d.title);
+    note(" Author: ", d.author);
+    note(" Comments: ", d.comments);
+
+    add(blank());
+    add(text("Input Data file name: " + d.currentFileName));
+    add(blank());
+
+    add({{0, "Model: "}, {20, d.modelType}});
+    add({{0, "Aquifer: "}, {20, d.aquiferType}});
+    add({{0, "Contaminant: "}, {20, d.contaminantType}});
+    add(blank());
+
+    add(text("Units:"));
+    add({{0, "  Length:  "}, {20, unitName(UnitMenu::Length, d.lengthUnit)}});
+    add({{0, "  Time:  "}, {20, unitName(UnitMenu::Time, d.timeUnit)}});
+    add({{0, "  Concentration: "}, {20, unitName(UnitMenu::Concentration, d.concentrationUnit)}});
+    add(blank());
+
+    add(text("Coordinate and Time Data"));
+    add({{13, "Minimum"}, {30, "Maximum"}, {45, "Length of Interval"}});
+    const auto axis = [&](const std::string& name, const std::string& spec) {
+        add({{0, name},
+             {14, formatNumber(rangeMinimum(spec))},
+             {32, formatNumber(rangeMaximum(spec))},
+             {50, formatNumber(rangeInterval(spec))}});
+    };
+    axis(" X Axis", d.xRange);
+    if (dim >= 2) axis(" Y Axis", d.yRange);
+    if (dim >= 3) axis(" Z Axis", d.zRange);
+    axis(" Time Range", d.timeRange);
+
+    add(blank());
+    add(text(" Monte Carlo simulation at x: " + value(d.mcAtX)));
+    if (dim >= 2) add(text(" Monte Carlo simulation at y: " + value(d.mcAtY)));
+    if (dim >= 3) add(text(" Monte Carlo simulation at z: " + value(d.mcAtZ)));
+    add(text(" Monte Carlo simulation at t: " + value(d.mcAtT)));
+    add(blank());
+
+    add(text("Boundary Conditions:"));
+    add(text("  Superposition Index: " + std::to_string(d.superpositionIndex)));
+    add(blank());
+    add({{9, "Time (" + unitName(UnitMenu::Time, d.timeUnit) + ")"},
+         {29, "Concentration(" + unitName(UnitMenu::Concentration, d.concentrationUnit) + ")"}});
+    for (int i = 1; i <= d.terms.ub(); ++i)
+        add({{10, value(d.terms(i).time)}, {33, value(d.terms(i).concentration)}});
+    add(blank());
+
+    // The source, by model.
+    const std::string aquifer = toLower(trim(d.aquiferType));
+    const std::string& c = d.contaminantType;
+    const std::string yc = "Center of Contaminant Source in Y direction, Yc: ";
+    if (dim == 2) {
+        const std::string sourceUnit = unitOf(form, RowField::twoDimSource);
+        if (aquifer == "finite" || c == "Finite Line" || c == "Finite / Line") {
+            add(labelled(yc, value(d.sourceYc), unitOf(form, RowField::sourceYc)));
+            add(labelled("Width of Contaminant Source:                     ", value(d.sourceWidth), sourceUnit));
+        } else if (c == "Continuous Point" || c == "Continuous / Point") {
+            add(labelled("Center of Contaminant Source in X direction, Xc :", value(d.sourceXc),
+                         unitOf(form, RowField::sourceXc)));
+            add(labelled("Center of Contaminant Source in Y direction, Yc :", value(d.sourceYc),
+                         unitOf(form, RowField::sourceYc)));
+            add(labelled("Fluid Injection Rate per Unit Aquifer Thickness :", value(d.injectionRate), sourceUnit));
+        } else if (c == "Gaussian") {
+            add(labelled(yc, value(d.sourceYc), unitOf(form, RowField::sourceYc)));
+            add(labelled("Standard Deviation of Gaussian Distribution:     ", value(d.sourceStdDev), sourceUnit));
+        }
+    } else if (dim == 3) {
+        if (contains(c, "Finite")) {
+            add(labelled("Width of Contaminant Source          :", value(d.sourceWidth),
+                         unitOf(form, RowField::threeDimSourceA)));
+            add(labelled("Height of the Contaminant Source     :", value(d.sourceHeight),
+                         unitOf(form, RowField::threeDimSourceB)));
+        } else {
+            add(labelled("Center of Contaminant Source in X direction, Xc :", value(d.sourceXc),
+                         unitOf(form, RowField::threeDimSourceA)));
+            add(labelled("Fluid Injection Rate per Unit Aquifer Thickness :", value(d.injectionRate),
+                         unitOf(form, RowField::threeDimSourceB)));
+        }
+    }
+
+    add(blank());
+    add(text("Field and Chemical Properties:"));
+    add(property("  Ground Water Darcy Velocity: ", value(d.velocity), unitOf(form, RowField::velocity)));
+    if (dim == 1) add(property("  Aquifer Porosity: ", value(d.porosity), unitOf(form, RowField::porosity)));
+    add(property("  Contaminant HalfLife: ", value(d.halfLife), unitOf(form, RowField::halfLife)));
+    add(property("  Longitudinal Dispersion Coefficient: ", value(d.dispersionX), unitOf(form, RowField::dispersionX)));
+    if (dim >= 2)
+        add(property("  Lateral Dispersion Coefficient: ", value(d.dispersionY), unitOf(form, RowField::dispersionY)));
+    if (dim >= 3)
+        add(property("  Vertical Dispersion Coefficient: ", value(d.dispersionZ), unitOf(form, RowField::dispersionZ)));
+    if (dim >= 2) {
+        add(property("  Aquifer Porosity: ", value(d.porosity), unitOf(form, RowField::porosity)));
+        add(property("  Net Recharge: ", value(d.netRecharge), unitOf(form, RowField::netRecharge)));
+        add(property("  Effective Aquifer Thickness: ", value(d.aquiferThickness),
+                     unitOf(form, RowField::aquiferThickness)));
+    }
+    add({{0, "  Retardation Coefficient : "}, {50, value(d.retardation)}});
+    return out;
+}
+
+std::string printedLineText(const PrintedLine& line) {
+    std::string out;
+    std::size_t lineStart = 0;
+    for (const PrintedPiece& p : line) {
+        if (p.column > 0) {
+            const std::size_t target = static_cast<std::size_t>(p.column - 1);
+            const std::size_t position = out.size() - lineStart;
+            if (position > target) {
+                out += '\n';
+                lineStart = out.size();
+                out.append(target, ' ');
+            } else {
+                out.append(target - position, ' ');
+            }
+        }
+        out += p.text;
+    }
+    return out;
+}
+
+std::string printedReportText(const std::vector<PrintedLine>& lines) {
+    std::string out;
+    for (const PrintedLine& l : lines) out += printedLineText(l) + "\n";
+    return out;
+}
+
+std::vector<int> printedTabColumns(const std::vector<PrintedLine>& lines) {
+    std::set<int> columns;
+    for (const PrintedLine& l : lines)
+        for (const PrintedPiece& p : l)
+            if (p.column > 0) columns.insert(p.column);
+    return {columns.begin(), columns.end()};
+}
+
+std::vector<std::string> tabbedReportLines(const std::vector<PrintedLine>& lines, const std::vector<int>& columns) {
+    std::vector<std::string> out;
+    for (const PrintedLine& l : lines) {
+        std::string s;
+        int cell = 0;  // the cell being written; cell k >= 1 starts at stop k - 1
+        for (const PrintedPiece& p : l) {
+            if (p.column > 0) {
+                const auto it = std::find(columns.begin(), columns.end(), p.column);
+                const int wanted = static_cast<int>(it - columns.begin()) + 1;
+                // A stop that lies behind the line's cell already gives no new cell.
+                while (cell < wanted) {
+                    s += '\t';
+                    ++cell;
+                }
+            }
+            s += p.text;
+        }
+        out.push_back(s);
+    }
+    return out;
+}
+
+// ---------------------------------------------------------------- the print command
+
+void InputFormModel::printReport() {
+    if (!holdDataSet()) return;
+    ui_.setBusy(true);
+    try {
+        const std::vector<PrintedLine> lines = printedReportLines(*this);
+        const std::vector<int> columns = printedTabColumns(lines);
+        if (host_) host_->printReport(tabbedReportLines(lines, columns), columns);
+    } catch (const RuntimeError& e) {
+        ui_.setBusy(false);
+        handleError(e, "printReport", "", ui_);
+    }
+    ui_.setBusy(false);
+}
+
+}  // namespace bm

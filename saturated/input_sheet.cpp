@@ -1,0 +1,223 @@
+#include "saturated/input_sheet.h"
+
+#include <algorithm>
+
+#include "model/model_kinds.h"
+#include "model/number_text.h"
+#include "montecarlo/monte_marker.h"
+#include "saturated/source_captions.h"
+#include "shell/base/checked_math.h"
+#include "shell/base/runtime_error.h"
+
+namespace bm {
+
+namespace {
+
+bool isFinitePatch(const std::string& contaminant) {
+    return contaminant == "Finite Patch" || contaminant == "Finite / Patch";
+}
+
+[[noreturn]] void noSuchRow(int index) {
+    throw RuntimeError(340, "Control array element '" + std::to_string(index) + "' doesn't exist");
+}
+
+std::string unitWordOr(const std::string& word, UnitMenu menu) { return word.empty() ? defaultUnitWord(menu) : word; }
+
+}  // namespace
+
+FormRow& rowOf(std::vector<FormRow>& rows, int index) {
+    if (index < 0 || index >= static_cast<int>(rows.size())) noSuchRow(index);
+    return rows[static_cast<std::size_t>(index)];
+}
+
+const FormRow& rowOf(const std::vector<FormRow>& rows, int index) {
+    if (index < 0 || index >= static_cast<int>(rows.size())) noSuchRow(index);
+    return rows[static_cast<std::size_t>(index)];
+}
+
+FormRow& InputSheet::row(int index) {
+    if (dimension < 1 || dimension > 3) raiseError(err::SubscriptOutOfRange);
+    return rowOf(rows, index);
+}
+
+const FormRow& InputSheet::row(int index) const {
+    if (dimension < 1 || dimension > 3) raiseError(err::SubscriptOutOfRange);
+    return rowOf(rows, index);
+}
+
+std::vector<FormRow> layoutRows(int dimension) {
+    std::vector<FormRow> list;
+    for (const RowDefinition& definition : rowDefinitions(dimension)) {
+        FormRow r;
+        r.field = definition.field;
+        r.kind = definition.kind;
+        r.unit = definition.unit;
+        r.caption = definition.caption ? definition.caption : "";
+        r.tab = definition.tab;
+        r.enabled = definition.kind != RowKind::ConcentrationCaption;
+        list.push_back(r);
+    }
+    return list;
+}
+
+TermGrid layoutGrid(int dimension) {
+    TermGrid grid;
+    grid.name = "Input" + std::to_string(dimension) + "TG";
+    grid.styleName = "MonteCarloStyle" + std::to_string(dimension);
+    grid.cells.resize(1);
+    return grid;
+}
+
+bool applySourceCaptions(std::vector<FormRow>& list, int dimension, const DataSet& data) {
+    if (dimension == 2) {
+        const std::string caption = twoDimSourceCaption(data.aquiferType, data.contaminantType);
+        if (caption.empty()) return false;
+        list[2].caption = caption;
+        list[2].unit = twoDimSourceValueOf(caption) == TwoDimSourceValue::InjectionRate ? UnitKind::Diffusivity
+                                                                                         : UnitKind::Length;
+        // Only a continuous point in an infinite aquifer is placed by its x centre.
+        const bool pointInInfinite =
+            toLower(trim(data.aquiferType)) != "finite" && isContinuousPointSource(data.contaminantType);
+        list[10].enabled = pointInInfinite;
+    } else if (dimension == 3) {
+        if (isFinitePatch(data.contaminantType)) {
+            list[4].caption = kWidthCaption;
+            list[7].caption = kHeightCaption;
+            list[4].unit = UnitKind::Length;
+            list[7].unit = UnitKind::Length;
+        } else if (isContinuousPointSource(data.contaminantType)) {
+            list[4].caption = kSourceXcCaption;
+            list[7].caption = kInjectionRateCaption;
+            list[4].unit = UnitKind::Length;
+            list[7].unit = UnitKind::VolumeRate;
+        } else {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::string fieldText(const FormRow& r, const DataSet& d) {
+    switch (r.field) {
+    case RowField::xRange: return d.xRange;
+    case RowField::yRange: return d.yRange;
+    case RowField::zRange: return d.zRange;
+    case RowField::timeRange: return d.timeRange;
+    case RowField::velocity: return d.velocity;
+    case RowField::dispersionX: return d.dispersionX;
+    case RowField::dispersionY: return d.dispersionY;
+    case RowField::dispersionZ: return d.dispersionZ;
+    case RowField::halfLife: return d.halfLife;
+    case RowField::porosity: return d.porosity;
+    case RowField::retardation: return d.retardation;
+    case RowField::netRecharge: return d.netRecharge;
+    case RowField::aquiferThickness: return d.aquiferThickness;
+    case RowField::sourceXc: return d.sourceXc;
+    case RowField::sourceYc: return d.sourceYc;
+    case RowField::sourceZc: return d.sourceZc;
+    case RowField::mcAtX: return d.mcAtX;
+    case RowField::mcAtY: return d.mcAtY;
+    case RowField::mcAtZ: return d.mcAtZ;
+    case RowField::mcAtT: return d.mcAtT;
+    case RowField::superpositionIndex: return std::to_string(d.superpositionIndex);
+    case RowField::concentrationCaption: return {};
+    case RowField::twoDimSource:
+        switch (twoDimSourceValueOf(r.caption)) {
+        case TwoDimSourceValue::Width: return d.sourceWidth;
+        case TwoDimSourceValue::StandardDeviation: return d.sourceStdDev;
+        default: return d.injectionRate;
+        }
+    case RowField::threeDimSourceA: return contains(d.contaminantType, "Finite") ? d.sourceWidth : d.sourceXc;
+    case RowField::threeDimSourceB: return contains(d.contaminantType, "Finite") ? d.sourceHeight : d.injectionRate;
+    }
+    return {};
+}
+
+void storeField(const FormRow& r, DataSet& d) {
+    const std::string& t = r.text;
+    switch (r.field) {
+    case RowField::xRange: d.xRange = t; break;
+    case RowField::yRange: d.yRange = t; break;
+    case RowField::zRange: d.zRange = t; break;
+    case RowField::timeRange: d.timeRange = t; break;
+    case RowField::velocity: d.velocity = t; break;
+    case RowField::dispersionX: d.dispersionX = t; break;
+    case RowField::dispersionY: d.dispersionY = t; break;
+    case RowField::dispersionZ: d.dispersionZ = t; break;
+    case RowField::halfLife: d.halfLife = t; break;
+    case RowField::porosity: d.porosity = t; break;
+    case RowField::retardation: d.retardation = t; break;
+    case RowField::netRecharge: d.netRecharge = t; break;
+    case RowField::aquiferThickness: d.aquiferThickness = t; break;
+    case RowField::sourceXc: d.sourceXc = t; break;
+    case RowField::sourceYc: d.sourceYc = t; break;
+    case RowField::sourceZc: d.sourceZc = t; break;
+    case RowField::mcAtX: d.mcAtX = t; break;
+    case RowField::mcAtY: d.mcAtY = t; break;
+    case RowField::mcAtZ: d.mcAtZ = t; break;
+    case RowField::mcAtT: d.mcAtT = t; break;
+    case RowField::superpositionIndex: {
+        // A count below one stands for one term.
+        const std::int16_t n = toInt16(textValue(t));
+        d.superpositionIndex = n < 1 ? std::int16_t{1} : n;
+        break;
+    }
+    case RowField::concentrationCaption: break;
+    case RowField::twoDimSource:
+        // The row holds what its caption says.
+        switch (twoDimSourceValueOf(r.caption)) {
+        case TwoDimSourceValue::Width: d.sourceWidth = t; break;
+        case TwoDimSourceValue::StandardDeviation: d.sourceStdDev = t; break;
+        default: d.injectionRate = t; break;
+        }
+        break;
+    case RowField::threeDimSourceA:
+        (contains(d.contaminantType, "Finite") ? d.sourceWidth : d.sourceXc) = t;
+        break;
+    case RowField::threeDimSourceB:
+        (contains(d.contaminantType, "Finite") ? d.sourceHeight : d.injectionRate) = t;
+        break;
+    }
+}
+
+bool enablePointRows(std::vector<FormRow>& rows, bool monteCarloModeOn) {
+    bool varies = monteCarloModeOn;
+    for (const FormRow& r : rows)
+        if (holdsMonteMarker(r.text)) varies = true;
+    for (FormRow& r : rows)
+        if (r.kind == RowKind::Point) r.enabled = varies;
+    return varies;
+}
+
+void setGridHeadings(TermGrid& grid, const std::string& modelType, const std::string& aquiferType,
+                     const std::string& contaminantType, const std::string& timeWord,
+                     const std::string& concentrationWord) {
+    grid.timeHeading = timeColumnHeading(timeWord);
+    grid.concentrationHeading = concentrationColumnHeading(modelType, aquiferType, contaminantType, concentrationWord);
+}
+
+bool sheetOfDataSet(DataSet& data, InputSheet& sheet) {
+    const int d = saturatedDimension(data.modelType);
+    if (d == 0) return false;
+    std::vector<FormRow> rows = layoutRows(d);
+    if (!applySourceCaptions(rows, d, data)) return false;
+    sheet.lengthWord = unitWordOr(data.lengthUnit, UnitMenu::Length);
+    sheet.timeWord = unitWordOr(data.timeUnit, UnitMenu::Time);
+    sheet.concentrationWord = unitWordOr(data.concentrationUnit, UnitMenu::Concentration);
+    settleSuperpositionIndex(data);
+    for (FormRow& r : rows) {
+        r.text = fieldText(r, data);
+        r.unitCaption = unitLabel(r.unit, sheet.lengthWord, sheet.timeWord);
+    }
+    enablePointRows(rows, data.monteCarloModeOn);
+    sheet.dimension = d;
+    sheet.modelType = data.modelType;
+    sheet.rows = std::move(rows);
+    sheet.grid = layoutGrid(d);
+    termsToGrid(data, sheet.grid);
+    setGridHeadings(sheet.grid, data.modelType, data.aquiferType, data.contaminantType, sheet.timeWord,
+                    sheet.concentrationWord);
+    return true;
+}
+
+}  // namespace bm

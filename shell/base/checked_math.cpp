@@ -1,0 +1,70 @@
+#include "shell/base/checked_math.h"
+
+#include "shell/base/runtime_error.h"
+
+namespace bm::fp {
+
+double checked(double x) {
+    if (std::isnan(x) || std::isinf(x)) raiseError(err::Overflow);
+    return x;
+}
+
+float checked(float x) {
+    if (std::isnan(x) || std::isinf(x)) raiseError(err::Overflow);
+    return x;
+}
+
+double div(double a, double b) {
+    if (b == 0.0) raiseError(a == 0.0 || std::isnan(a) ? err::Overflow : err::DivisionByZero);
+    return checked(a / b);
+}
+
+double mul(double a, double b) { return checked(a * b); }
+double add(double a, double b) { return checked(a + b); }
+double sub(double a, double b) { return checked(a - b); }
+
+double exp(double x) {
+    if (std::isnan(x)) raiseError(err::Overflow);
+    return checked(std::exp(x));
+}
+
+double sqrt(double x) {
+    if (x < 0.0) raiseError(err::InvalidProcedureCall);
+    return checked(std::sqrt(x));
+}
+
+double log(double x) {
+    if (!(x > 0.0)) raiseError(err::InvalidProcedureCall);
+    return checked(std::log(x));
+}
+
+double pow(double base, double exponent) {
+    if (base < 0.0 && exponent != std::floor(exponent)) raiseError(err::InvalidProcedureCall);
+    if (base == 0.0 && exponent < 0.0) raiseError(err::DivisionByZero);
+    return checked(std::pow(base, exponent));
+}
+
+}  // namespace bm::fp
+
+namespace bm {
+
+std::int16_t toInt16(double value) {
+    if (std::isnan(value)) raiseError(err::Overflow);
+    const double r = std::nearbyint(value);  // default rounding mode: half to even
+    if (r < -32768.0 || r > 32767.0) raiseError(err::Overflow);
+    return static_cast<std::int16_t>(r);
+}
+
+std::int16_t checkedInt16(long long value) {
+    if (value < -32768 || value > 32767) raiseError(err::Overflow);
+    return static_cast<std::int16_t>(value);
+}
+
+std::int32_t toInt32(double value) {
+    if (std::isnan(value)) raiseError(err::Overflow);
+    const double r = std::nearbyint(value);
+    if (r < -2147483648.0 || r > 2147483647.0) raiseError(err::Overflow);
+    return static_cast<std::int32_t>(r);
+}
+
+}  // namespace bm

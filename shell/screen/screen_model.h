@@ -1,0 +1,214 @@
+#pragma once
+// What every model screen shares, without its widgets: the model's captions
+// and notes (title, author, comments, the note pad), the status line and its
+// hints, the File, Units, Results and Monte Carlo menus with their commands,
+// Calculate! with its progress picture and Stop button, the result label, the
+// stale-results question, the result files and viewers, and the close path.
+// It knows no kind: the calculation, the result lists and the writers come
+// from the model-kind table and the kinds registered with the calculation
+// pass. A model screen derives from it and adds its own inputs and rules
+// (setDisplay, holdDataSet, validation, the edit checks); inputForm's model
+// (saturated/form/input_form_model.h) is one.
+//
+// Whatever a screen must show or do outside itself goes to its ScreenHost.
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "model/app_state.h"
+#include "model/data_set.h"
+#include "model/model_kinds.h"
+#include "model/units.h"
+#include "shell/base/user_interface.h"
+#include "shell/screen/notes_pad.h"
+#include "shell/screen/screen_host.h"
+
+namespace bm {
+
+struct KindCalculation;
+
+// The places of the status-line hints.
+enum class HintPlace {
+    mainElastic, TabElastic, AquiferE, ContaminantE, ModelE, authorE, CommentsE, Grid, SuperpositionRow, RangeRow,
+    MonteCarloElastic
+};
+
+// One item of a menu, by its index.
+struct MenuItem {
+    int index = 0;
+    std::string caption;
+    bool enabled = true;
+    bool checked = false;
+    bool separatorBefore = false;
+};
+
+// Top menus of mnuFile and the items of menuFile, menuResults and menuMonteCarlo.
+namespace topMenu {
+inline constexpr int File = 10, Calculate = 20, Results = 30, Units = 35, MonteCarlo = 40, Help = 50;
+}
+namespace fileItem {
+inline constexpr int New = 10, Open = 20, Save = 30, SaveAs = 40, Close = 45, Print = 50, PrinterSetup = 60, Exit = 70;
+}
+namespace resultsItem {
+inline constexpr int Graph = 10, View = 20;
+}
+namespace monteCarloItem {
+inline constexpr int Generate = 10, Graph = 20, View = 30;
+}
+
+inline constexpr const char* kReadOnlyTitle = "Read Only";
+inline constexpr const char* kComputationStatus = " Computation Status:";
+
+class ScreenModel {
+public:
+    ScreenModel(DataSet& data, AppState& state, UserInterface& ui, ModelScreen screen);
+    virtual ~ScreenModel() = default;
+    ScreenModel(const ScreenModel&) = delete;
+    ScreenModel& operator=(const ScreenModel&) = delete;
+
+    void setHost(ScreenHost* host) { host_ = host; }
+    DataSet& data() { return data_; }
+    const DataSet& data() const { return data_; }
+    AppState& appState() { return state_; }
+    UserInterface& ui() { return ui_; }
+    ModelScreen screen() const { return screen_; }
+
+    // ---- Load and display
+    // The screen's load: Save and Save As..., setDisplay, the status line, the Results menu.
+    void load(bool saveEnabled);
+    // DataSet -> screen. False (after its message) for a model the screen does not know.
+    virtual bool setDisplay() = 0;
+    // Screen -> DataSet. False when a run-time error was reported.
+    virtual bool holdDataSet() = 0;
+
+    // ---- Captions and state shown
+    std::string modelCaption;        // ModelE: "Model: " + modelType
+    std::string aquiferCaption;      // AquiferE
+    std::string contaminantCaption;  // ContaminantE
+    std::string titleText, authorText, commentsText;  // TitleTB, AuthorTB, CommentsTB
+    std::string helpPanel;           // HelpPanel
+    std::string monteCarloCaption;   // MonteCarloElastic: "Monte Carlo" or empty
+    std::string resultCaption = "Computed at";  // Label5
+    std::string resultLabel;         // the result label of the layout shown
+    std::string lengthUnit, timeUnit, concentrationUnit;  // the unit menus' words
+    bool mainEnabled = true;          // mainElastic
+    bool menusEnabled = true;         // the top menus 10, 20, 30, 35, 40
+    bool tabEnabled = true;           // the tab set of the layout
+    bool running = false;
+    bool stopVisible = false;         // stopCB
+    bool progressVisible = false;     // pictureDest
+    bool saveEnabled = false;         // menuFile 30 and 40
+    bool resultsMenuEnabled = true;   // mnuFile 30
+    FocusRequest lastFocus;           // the last place the user was sent to
+
+    // The window's caption: the screen's own words and the file name.
+    std::string windowTitle() const;
+
+    // ---- Notes: title, author and comments
+    void noteEdited(NoteField field, const std::string& text);
+    void noteLabelClicked(NoteField field);
+    std::string& noteText(NoteField field);
+
+    // ---- The status line
+    void hover(HintPlace place);
+    std::string hintFor(HintPlace place) const;
+    // Whether the model is under Monte Carlo: the mode, the varying inflow, or a marker in an input.
+    bool monteCarloInUse() const;
+
+    // ---- Menus
+    std::vector<MenuItem> topMenus() const;
+    std::vector<MenuItem> fileMenu() const;
+    std::vector<MenuItem> resultsMenu() const;
+    std::vector<MenuItem> unitMenu(UnitMenu menu) const;
+    std::vector<MenuItem> monteCarloMenu() const;
+    void mnuFileClick(int index);  // Calculate! (20), Help (50)
+    void menuFileClick(int index);
+    void menuResultsClick(int index);
+    void menuUnitsClick(UnitMenu menu, int index);
+    void menuMonteCarloClick(int index);
+    // Closing the screen by Exit or by the window: the save offer, then
+    // closeModel("Complete"). False when the user stays.
+    bool exitScreen();
+
+    // ---- Units
+    std::string& unitWord(UnitMenu menu);
+
+    // The unit labels of the inputs shown, for relabelling.
+    virtual std::vector<std::string*> unitLabels() { return {}; }
+
+    // ---- Calculation
+    // The checks before Calculate!, with their messages; true when the run may start.
+    virtual bool validate() = 0;
+    // The selected point's rows from the DataSet after a run, and the result label.
+    virtual void refreshSelectedPoint() { refreshResultLabel(); }
+    // Calculate!: validation, holdDataSet, the run on screen, the refresh. True
+    // when the inputs were valid and the run was started.
+    bool calculate();
+    // The Stop button.
+    void stopClicked();
+    // The result label and its caption from calculationMode.
+    void refreshResultLabel();
+    void updateResultsMenuState();
+
+    // ---- Results
+    // Whether the result lists fit the inputs: a simulation's list has its
+    // iterations, a grid the counts of the screen's ranges.
+    bool resultsAreValid();
+    // The computed grid is one point.
+    bool singlePointGrid() const;
+    void viewResults(const std::string& kind);
+    void viewSimulation(const std::string& kind);
+    virtual void printReport() {}
+
+    // Sends the user to a place (validation, edit checks).
+    virtual void requestFocus(const FocusRequest& focus);
+    void changed();
+
+protected:
+    // ---- What a screen adds
+    // The screen's words in front of the file name in its caption.
+    virtual std::string windowTitlePrefix() const = 0;
+    // The model kinds' family in the message of a model the screen cannot show.
+    virtual std::string modelWords() const = 0;
+    // The texts of the screen's range rows in axis order (x, y and z as the
+    // dimension has them, then t); empty when the screen shows another model.
+    virtual std::vector<std::string> rangeTexts() const = 0;
+    // Whether an input of the screen holds a Monte Carlo marker.
+    virtual bool inputsHoldMarker() const = 0;
+    // Every marker of the inputs back to the value it stands for (before the set-up).
+    virtual void unmarkInputs() {}
+    // The grid's headings after a unit changed.
+    virtual void unitsChanged() {}
+    // The tab set brought forward before a load.
+    virtual void resetTabs() {}
+    // The layout shown, for the focus requests (a screen with one layout: 0).
+    virtual int layoutShown() const { return 0; }
+
+    // The kind of the open model as registered with the pass, or nullptr.
+    const KindCalculation* kindCalculation() const;
+    void markChanged();
+
+    DataSet& data_;
+    AppState& state_;
+    UserInterface& ui_;
+    ScreenHost* host_ = nullptr;
+    ModelScreen screen_;
+
+private:
+    bool runOnScreen();
+    bool fileNew();
+    bool fileOpen();
+    bool fileSave(const std::string& kind);
+    bool fileClose();
+    bool shownHere() const;
+    bool resultsQuestionAnswered();
+};
+
+// The percentage the progress picture shows: done * 100 / total as a
+// single-precision value, at most 100, as a whole number with "%" behind it.
+std::string progressPercentText(double total, double done);
+// The filled share of the bar, 0 to 1.
+double progressFraction(double total, double done);
+
+}  // namespace bm

@@ -1,0 +1,114 @@
+#pragma once
+// The widgets every model screen shares, bound to its ScreenModel: the menu
+// bar (File, Calculate!, Results, Units, Monte Carlo, Help), the model's
+// captions (ModelE, AquiferE, ContaminantE), the Monte Carlo panel
+// (MonteCarloElastic), the notes (TitleTB, AuthorTB, CommentsTB and their
+// labels), the status line (HelpPanel), the progress picture (pictureDest)
+// and Stop (stopCB); and the services a screen asks of its host: the note
+// pad, the new-model dialog, printing, help, the other screens of the screen
+// registry, and the close path. A model screen derives from it and puts its
+// own inputs between the captions and the status line.
+
+#include <QDialog>
+#include <QString>
+#include <functional>
+#include <map>
+#include <memory>
+
+#include "shell/screen/screen_model.h"
+
+class QAction;
+class QKeyEvent;
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QMenuBar;
+class QPushButton;
+class QVBoxLayout;
+
+namespace bm {
+
+class ProgressPicture;
+
+class ModelScreenDialog : public QDialog, public ScreenHost {
+    Q_OBJECT
+public:
+    explicit ModelScreenDialog(QWidget* parent = nullptr);
+    ~ModelScreenDialog() override;
+
+    QAction* menuItem(const QString& name) const;
+    ProgressPicture* progressPicture() const { return pictureDest_; }
+    QPushButton* stopButton() const { return stopCB_; }
+    QLabel* helpPanel() const { return helpPanel_; }
+
+    // The progress of a run (the user interface's progress sink of this screen).
+    void showProgress(double total, double done);
+    // Print into this PDF file instead of through the print dialog (unattended runs, tests).
+    void setPdfOutput(const QString& path) { pdfOutput_ = path; }
+    // True when the screen closed because the model now open needs another screen.
+    bool wantsOtherScreen() const { return otherScreen_; }
+
+    // ScreenHost
+    void formChanged() override { refresh(); }
+    void showNotes(NotesPad& pad) override;
+    bool showNewModelDialog() override;
+    bool printReport(const std::vector<std::string>& lines, const std::vector<int>& tabColumns) override;
+    void printerSetup() override;
+    void showHelp() override;
+    bool screenAvailable(ModelScreen screen) override;
+    void openScreen(ModelScreen screen) override;
+    void openScreenForModel() override;
+    void closeScreen() override;
+
+protected:
+    // Binds the screen to its model and lays out the menu bar; the layout the
+    // screen's parts go into, top to bottom.
+    QVBoxLayout* attach(ScreenModel& model, ProgressOwner owner);
+    // The captions, the Monte Carlo panel and the notes.
+    void addCaptions(QVBoxLayout* layout);
+    // The status line, the progress picture and Stop.
+    void addStatusLine(QVBoxLayout* layout);
+
+    // Shows the model again: the shared parts, then the screen's own.
+    void refresh();
+    virtual void refreshInputs() {}
+    // The shared parts' events (hints, note labels, the Monte Carlo panel);
+    // true when the event was taken.
+    bool sharedEvent(QObject* watched, QEvent* event);
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void done(int result) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    // While the close path runs: the inputs' focus-out checks hold back.
+    bool closing() const { return closing_; }
+
+private:
+    QAction* addItem(QMenu* menu, const QString& name, const QString& caption, std::function<void()> action);
+    void buildMenus(QMenuBar* bar);
+    void refreshMenus();
+
+    ScreenModel* model_ = nullptr;
+    ProgressOwner owner_ = ProgressOwner::InputForm;
+    QLabel *modelE_ = nullptr, *aquiferE_ = nullptr, *contaminantE_ = nullptr;
+    QLabel *titleE_ = nullptr, *authorE_ = nullptr, *commentsE_ = nullptr;
+    QLineEdit *titleTB_ = nullptr, *authorTB_ = nullptr, *commentsTB_ = nullptr;
+    QLabel* monteCarloElastic_ = nullptr;
+    QLabel* helpPanel_ = nullptr;
+    ProgressPicture* pictureDest_ = nullptr;
+    QPushButton* stopCB_ = nullptr;
+    std::map<QString, QAction*> actions_;
+    QString pdfOutput_;
+    bool otherScreen_ = false;
+    bool closing_ = false;
+    bool closePathDone_ = false;
+};
+
+// Makes a screen and loads it (saveEnabled is false after New).
+using ModelScreenFactory = std::function<std::unique_ptr<ModelScreenDialog>(QWidget* parent, bool saveEnabled)>;
+// The opener a screen registers: the screen made, shown modally; when it
+// closed because the model now open needs another screen, that one is opened.
+std::function<void(QWidget* parent, bool saveEnabled)> modelScreenOpener(ModelScreen self, ModelScreenFactory make);
+
+// "Name(index)", the object name of a control of an indexed array.
+QString indexedName(const QString& name, int index);
+
+}  // namespace bm
