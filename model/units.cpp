@@ -54,6 +54,13 @@ std::string defaultUnitWord(UnitMenu menu) {
     }
 }
 
+std::string unitWordOf(const DataSet& data, UnitMenu menu) {
+    const std::string& word = menu == UnitMenu::Length ? data.lengthUnit
+                              : menu == UnitMenu::Time ? data.timeUnit
+                                                       : data.concentrationUnit;
+    return word.empty() ? defaultUnitWord(menu) : word;
+}
+
 std::string unitLabel(UnitKind kind, std::string_view lengthWord, std::string_view timeWord) {
     const std::string l(lengthWord), t(timeWord);
     switch (kind) {

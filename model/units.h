@@ -28,6 +28,8 @@ int unitIndexOfWord(UnitMenu menu, std::string_view word);
 
 // The words a model starts with when its file names none: metres, days, mg/l.
 std::string defaultUnitWord(UnitMenu menu);
+// The model's word of a menu, or the default when it has none.
+std::string unitWordOf(const DataSet& data, UnitMenu menu);
 
 // The dimension of a labelled quantity, from which its unit label is built.
 enum class UnitKind {

@@ -21,7 +21,6 @@ bool isFinitePatch(const std::string& contaminant) {
     throw RuntimeError(340, "Control array element '" + std::to_string(index) + "' doesn't exist");
 }
 
-std::string unitWordOr(const std::string& word, UnitMenu menu) { return word.empty() ? defaultUnitWord(menu) : word; }
 
 }  // namespace
 
@@ -201,9 +200,9 @@ bool sheetOfDataSet(DataSet& data, InputSheet& sheet) {
     if (d == 0) return false;
     std::vector<FormRow> rows = layoutRows(d);
     if (!applySourceCaptions(rows, d, data)) return false;
-    sheet.lengthWord = unitWordOr(data.lengthUnit, UnitMenu::Length);
-    sheet.timeWord = unitWordOr(data.timeUnit, UnitMenu::Time);
-    sheet.concentrationWord = unitWordOr(data.concentrationUnit, UnitMenu::Concentration);
+    sheet.lengthWord = unitWordOf(data, UnitMenu::Length);
+    sheet.timeWord = unitWordOf(data, UnitMenu::Time);
+    sheet.concentrationWord = unitWordOf(data, UnitMenu::Concentration);
     settleSuperpositionIndex(data);
     for (FormRow& r : rows) {
         r.text = fieldText(r, data);

@@ -13,15 +13,6 @@
 
 namespace bm {
 
-namespace {
-
-std::string stripWord(const std::string& caption, const std::string& word) {
-    if (caption.rfind(word, 0) == 0) return caption.substr(word.size());
-    return caption;
-}
-
-}  // namespace
-
 // ---------------------------------------------------------------- construction
 
 InputFormModel::InputFormModel(DataSet& data, AppState& state, UserInterface& ui)
@@ -105,15 +96,7 @@ bool InputFormModel::setDisplay() {
         InputSheet& layout = layouts_[static_cast<std::size_t>(d)];
         layout.modelType = sheet.modelType;
         layout.rows = std::move(sheet.rows);
-        modelCaption = "Model: " + data_.modelType;
-        aquiferCaption = "Aquifer: " + data_.aquiferType;
-        contaminantCaption = "Contaminant: " + data_.contaminantType;
-        titleText = data_.title;
-        authorText = data_.author;
-        commentsText = data_.comments;
-        lengthUnit = sheet.lengthWord;
-        timeUnit = sheet.timeWord;
-        concentrationUnit = sheet.concentrationWord;
+        showModelWords();
 
         SendGWDataToTGData();
         ChangeTDBGridUnits();
@@ -142,15 +125,7 @@ void InputFormModel::SendTGDataToGWData() {
 
 bool InputFormModel::holdDataSet() {
     try {
-        data_.modelType = stripWord(modelCaption, "Model: ");
-        data_.aquiferType = stripWord(aquiferCaption, "Aquifer: ");
-        data_.contaminantType = stripWord(contaminantCaption, "Contaminant: ");
-        data_.title = titleText;
-        data_.author = authorText;
-        data_.comments = commentsText;
-        data_.lengthUnit = lengthUnit;
-        data_.timeUnit = timeUnit;
-        data_.concentrationUnit = concentrationUnit;
+        holdModelWords();
         const int d = saturatedDimension(data_.modelType);
         if (d >= 1) {
             for (const FormRow& r : rows(d)) storeField(r, data_);
@@ -172,7 +147,7 @@ bool InputFormModel::validate() {
     try {
         // The rules go by the model of ModelE, on the rows of the layout shown.
         InputSheet& layout = layouts_[static_cast<std::size_t>(std::clamp(dimension_, 0, 3))];
-        layout.modelType = stripWord(modelCaption, "Model: ");
+        layout.modelType = modelWord();
         InputPlace failure;
         result = validateInputSheet(layout, data_, ui_, failure);
         if (!result && (failure.row >= 0 || failure.grid)) {
@@ -385,10 +360,8 @@ std::vector<std::string*> InputFormModel::unitLabels() {
 
 void InputFormModel::SetTGConcentrationUnit() {
     if (dimension_ < 1) return;
-    grid().concentrationHeading = concentrationColumnHeading(stripWord(modelCaption, "Model: "),
-                                                             stripWord(aquiferCaption, "Aquifer: "),
-                                                             stripWord(contaminantCaption, "Contaminant: "),
-                                                             concentrationUnit);
+    grid().concentrationHeading =
+        concentrationColumnHeading(modelWord(), aquiferWord(), contaminantWord(), concentrationUnit);
 }
 
 void InputFormModel::ChangeTDBGridUnits() {

@@ -38,14 +38,6 @@ QString q(const std::string& s) { return QString::fromStdString(s); }
 
 QString indexed(const QString& name, int index) { return indexedName(name, index); }
 
-QLabel* panelLabel(const QString& name, QWidget* parent) {
-    auto* l = new QLabel(parent);
-    l->setObjectName(name);
-    l->setFrameShape(QFrame::StyledPanel);
-    l->setFrameShadow(QFrame::Sunken);
-    l->setMinimumHeight(24);
-    return l;
-}
 
 bool isTyping(const QKeyEvent* key) {
     if (key->key() == Qt::Key_Backspace || key->key() == Qt::Key_Delete) return true;

@@ -40,6 +40,43 @@ const KindCalculation* ScreenModel::kindCalculation() const { return kindCalcula
 
 bool ScreenModel::shownHere() const { return modelScreenFor(data_.modelType, data_.multiChemical) == screen_; }
 
+namespace {
+
+std::string stripWord(const std::string& caption, const std::string& word) {
+    if (caption.rfind(word, 0) == 0) return caption.substr(word.size());
+    return caption;
+}
+
+}  // namespace
+
+std::string ScreenModel::modelWord() const { return stripWord(modelCaption, "Model: "); }
+std::string ScreenModel::aquiferWord() const { return stripWord(aquiferCaption, "Aquifer: "); }
+std::string ScreenModel::contaminantWord() const { return stripWord(contaminantCaption, "Contaminant: "); }
+
+void ScreenModel::showModelWords() {
+    modelCaption = "Model: " + data_.modelType;
+    aquiferCaption = "Aquifer: " + data_.aquiferType;
+    contaminantCaption = "Contaminant: " + data_.contaminantType;
+    titleText = data_.title;
+    authorText = data_.author;
+    commentsText = data_.comments;
+    lengthUnit = unitWordOf(data_, UnitMenu::Length);
+    timeUnit = unitWordOf(data_, UnitMenu::Time);
+    concentrationUnit = unitWordOf(data_, UnitMenu::Concentration);
+}
+
+void ScreenModel::holdModelWords() {
+    data_.modelType = modelWord();
+    data_.aquiferType = aquiferWord();
+    data_.contaminantType = contaminantWord();
+    data_.title = titleText;
+    data_.author = authorText;
+    data_.comments = commentsText;
+    data_.lengthUnit = lengthUnit;
+    data_.timeUnit = timeUnit;
+    data_.concentrationUnit = concentrationUnit;
+}
+
 void ScreenModel::markChanged() {
     data_.dataState = kParametersChanged;
     setMcPointChanged(data_, data_.modelType, true);

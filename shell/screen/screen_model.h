@@ -13,6 +13,7 @@
 // Whatever a screen must show or do outside itself goes to its ScreenHost.
 
 #include <array>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -185,6 +186,16 @@ protected:
     // The layout shown, for the focus requests (a screen with one layout: 0).
     virtual int layoutShown() const { return 0; }
 
+    // What every screen shows of the DataSet: the captions of the model words,
+    // the notes and the unit words (the defaults where the model has none).
+    void showModelWords();
+    // And holds back: the model words from the captions, the notes, the units.
+    void holdModelWords();
+    // The captions without their labels ("Model: ").
+    std::string modelWord() const;
+    std::string aquiferWord() const;
+    std::string contaminantWord() const;
+
     // The kind of the open model as registered with the pass, or nullptr.
     const KindCalculation* kindCalculation() const;
     void markChanged();
@@ -196,6 +207,10 @@ protected:
     ModelScreen screen_;
 
 private:
+    using KindWriter = std::function<std::string(const DataSet&)> KindCalculation::*;
+    // Writes the output of the kind's writer to the plot file and shows it
+    // ("Trazelh": the plotting utility; else the text viewer).
+    void writeAndShow(KindWriter writer, const std::string& kind, const char* routine);
     bool runOnScreen();
     bool fileNew();
     bool fileOpen();

@@ -105,32 +105,26 @@ void ScreenModel::viewResults(const std::string& kind) {
     const std::string saved = helpPanel;
     helpPanel = " " + windowTitle();  // the writers take a while
     changed();
-    const std::string path = plotFileName(state_);
-    try {
-        const KindCalculation* calculation = kindCalculation();
-        if (calculation && calculation->regularOutput) writeTextFile(path, calculation->regularOutput(data_));
-        if (kind == "Trazelh")
-            viewGraph(path, state_, ui_);
-        else
-            viewText(path, state_, ui_);
-    } catch (const RuntimeError& e) {
-        handleError(e, "viewResults", path, ui_);
-    }
+    writeAndShow(&KindCalculation::regularOutput, kind, "viewResults");
     helpPanel = saved;
     changed();
 }
 
 void ScreenModel::viewSimulation(const std::string& kind) {
+    writeAndShow(&KindCalculation::simulationOutput, kind, "viewSimulation");
+}
+
+void ScreenModel::writeAndShow(KindWriter writer, const std::string& kind, const char* routine) {
     const std::string path = plotFileName(state_);
     try {
         const KindCalculation* calculation = kindCalculation();
-        if (calculation && calculation->simulationOutput) writeTextFile(path, calculation->simulationOutput(data_));
+        if (calculation && calculation->*writer) writeTextFile(path, (calculation->*writer)(data_));
         if (kind == "Trazelh")
             viewGraph(path, state_, ui_);
         else
             viewText(path, state_, ui_);
     } catch (const RuntimeError& e) {
-        handleError(e, "viewSimulation", path, ui_);
+        handleError(e, routine, path, ui_);
     }
 }
 

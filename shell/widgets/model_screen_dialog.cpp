@@ -33,15 +33,6 @@ namespace {
 
 QString q(const std::string& s) { return QString::fromStdString(s); }
 
-QLabel* panelLabel(const QString& name, QWidget* parent) {
-    auto* l = new QLabel(parent);
-    l->setObjectName(name);
-    l->setFrameShape(QFrame::StyledPanel);
-    l->setFrameShadow(QFrame::Sunken);
-    l->setMinimumHeight(24);
-    return l;
-}
-
 const std::array<std::pair<UnitMenu, const char*>, 3> kUnitMenus = {
     std::pair{UnitMenu::Length, "menuLength"}, std::pair{UnitMenu::Time, "menuTime"},
     std::pair{UnitMenu::Concentration, "menuConc"}};
@@ -61,6 +52,15 @@ std::function<void(QWidget*, bool)> modelScreenOpener(ModelScreen self, ModelScr
         const ModelScreen next = modelScreenFor(d.modelType, d.multiChemical);
         if (other && next != self) openModelScreen(parent, next, true);
     };
+}
+
+QLabel* panelLabel(const QString& name, QWidget* parent) {
+    auto* l = new QLabel(parent);
+    l->setObjectName(name);
+    l->setFrameShape(QFrame::StyledPanel);
+    l->setFrameShadow(QFrame::Sunken);
+    l->setMinimumHeight(24);
+    return l;
 }
 
 QString indexedName(const QString& name, int index) { return name + u'(' + QString::number(index) + u')'; }

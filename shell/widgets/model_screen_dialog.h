@@ -110,5 +110,7 @@ std::function<void(QWidget* parent, bool saveEnabled)> modelScreenOpener(ModelSc
 
 // "Name(index)", the object name of a control of an indexed array.
 QString indexedName(const QString& name, int index);
+// A sunken panel label (the captions, the status line, a result label).
+QLabel* panelLabel(const QString& name, QWidget* parent);
 
 }  // namespace bm
