@@ -18,39 +18,13 @@
 #include "shell/base/runtime_error.h"
 #include "testing/is_close.h"
 #include "shell/base/raised_error.h"
+#include "testing/gauss_kronrod.h"
 
 namespace bm::kern2dref {
 
 inline constexpr double kPi = 3.14159265358979323846;
 
-// Gauss-Kronrod 7/15 nodes and weights on [-1, 1] (the classical table).
-inline constexpr double kXgk[8] = {0.991455371120812639206854697526329, 0.949107912342758524526189684047851,
-                                   0.864864423359769072789712788640926, 0.741531185599394439863864773280788,
-                                   0.586087235467691130294144845693013, 0.405845151377397166906606412076961,
-                                   0.207784955007898467600689403773245, 0.000000000000000000000000000000000};
-inline constexpr double kWgk[8] = {0.022935322010529224963732008058970, 0.063092092629978553290700663189204,
-                                   0.104790010322250183839876322541518, 0.140653259715525918745189590510238,
-                                   0.169004726639267902826583426598550, 0.190350578064785409913256402421014,
-                                   0.204432940075298892414161999234649, 0.209482141084727828012999174891714};
-inline constexpr double kWg[4] = {0.129484966168869693270611432679082, 0.279705391489276667901467771423780,
-                                  0.381830050505118944950369775488975, 0.417959183673469387755102040816327};
-
 using Integrand = std::function<double(double)>;
-
-inline double adaptiveGaussKronrod(const Integrand& f, double a, double b, double tol, int depth = 0) {
-    const double c = 0.5 * (a + b), h = 0.5 * (b - a);
-    const double fc = f(c);
-    double kronrod = fc * kWgk[7], gauss = fc * kWg[3];
-    for (int j = 0; j < 7; ++j) {
-        const double f1 = f(c - h * kXgk[j]), f2 = f(c + h * kXgk[j]);
-        kronrod += kWgk[j] * (f1 + f2);
-        if (j % 2 == 1) gauss += kWg[j / 2] * (f1 + f2);
-    }
-    kronrod *= h;
-    gauss *= h;
-    if (std::fabs(kronrod - gauss) <= tol || depth >= 40) return kronrod;
-    return adaptiveGaussKronrod(f, a, c, 0.5 * tol, depth + 1) + adaptiveGaussKronrod(f, c, b, 0.5 * tol, depth + 1);
-}
 
 // Integral over [0, t] of an integrand that may be sharply peaked anywhere:
 // the interval is first cut at t / 2^j and t (1 - 2^-j) (so every scale of tau
@@ -69,7 +43,7 @@ inline double integrateTime(const Integrand& f, double t, double peak, double pe
     std::sort(cuts.begin(), cuts.end());
     double sum = 0;
     for (std::size_t i = 1; i < cuts.size(); ++i)
-        if (cuts[i] > cuts[i - 1]) sum += adaptiveGaussKronrod(f, cuts[i - 1], cuts[i], tol);
+        if (cuts[i] > cuts[i - 1]) sum += testkit::adaptiveGaussKronrod(f, cuts[i - 1], cuts[i], tol);
     return sum;
 }
 

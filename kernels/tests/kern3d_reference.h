@@ -19,6 +19,7 @@
 #include "kernels/kern3d.h"
 #include "shell/base/runtime_error.h"
 #include "shell/base/raised_error.h"
+#include "testing/gauss_kronrod.h"
 
 namespace bm::kern3dref {
 
@@ -103,42 +104,6 @@ struct Worst {
     ~Worst() { std::printf("[kern3d accuracy] %s: %d points, worst abs %.2e, worst rel %.2e\n", name, count, abs, rel); }
 };
 
-// Gauss-Kronrod 7/15 on [a, b]: value and error estimate.
-inline void kronrod15(const std::function<double(double)>& f, double a, double b, double& value, double& error) {
-    static const double xk[8] = {0.991455371120812639206854697526329, 0.949107912342758524526189684047851,
-                                 0.864864423359769072789712788640926, 0.741531185599394439863864773280788,
-                                 0.586087235467691130294144845693013, 0.405845151377397166906606412076961,
-                                 0.207784955007898467600689403773245, 0.000000000000000000000000000000000};
-    static const double wk[8] = {0.022935322010529224963732008058970, 0.063092092629978553290700663189204,
-                                 0.104790010322250183839876322541518, 0.140653259715525918745189590510238,
-                                 0.169004726639267902826583426598550, 0.190350578064785409913256402421014,
-                                 0.204432940075298892414161999234649, 0.209482141084727828012999174891714};
-    static const double wg[4] = {0.129484966168869693270611432679082, 0.279705391489276667901467771423780,
-                                 0.381830050505118944950369775488975, 0.417959183673469387755102040816327};
-    const double c = 0.5 * (a + b), h = 0.5 * (b - a);
-    const double fc = f(c);
-    double k = wk[7] * fc, g = wg[3] * fc;
-    for (int i = 0; i < 7; ++i) {
-        const double f1 = f(c - h * xk[i]), f2 = f(c + h * xk[i]);
-        k += wk[i] * (f1 + f2);
-        if (i % 2 == 1) g += wg[i / 2] * (f1 + f2);
-    }
-    value = k * h;
-    error = std::fabs((k - g) * h);
-}
-
-// Halving until the Kronrod estimate meets the tolerance or the rounding of the
-// panel's own value; a budget of evaluations keeps a pathological case finite.
-inline double adaptive(const std::function<double(double)>& f, double a, double b, double tol, long& budget,
-                       int depth = 0) {
-    double v, e;
-    kronrod15(f, a, b, v, e);
-    budget -= 15;
-    if (e <= tol || e <= 1e-14 * std::fabs(v) || depth >= 36 || budget <= 0) return v;
-    const double m = 0.5 * (a + b);
-    return adaptive(f, a, m, 0.5 * tol, budget, depth + 1) + adaptive(f, m, b, 0.5 * tol, budget, depth + 1);
-}
-
 // Adaptive integral over [a, b] with the interval first cut at the given points.
 inline double integrate(const std::function<double(double)>& f, double a, double b, std::vector<double> cuts,
                         double tol = 1e-14) {
@@ -147,10 +112,13 @@ inline double integrate(const std::function<double(double)>& f, double a, double
     std::sort(cuts.begin(), cuts.end());
     double sum = 0.0;
     double prev = a;
+    // Halving until the Kronrod estimate meets the tolerance or the rounding of
+    // the panel's own value; a budget of evaluations keeps a pathological case finite.
     long budget = 4'000'000;
+    const testkit::HalvingLimits limits{36, 1e-14, &budget};
     for (double c : cuts) {
         if (c <= prev || c > b) continue;
-        sum += adaptive(f, prev, c, tol, budget);
+        sum += testkit::adaptiveGaussKronrod(f, prev, c, tol, limits);
         prev = c;
     }
     return sum;

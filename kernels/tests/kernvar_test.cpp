@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "kernels/kernvar.h"
-#include "kernels/tests/kernvar_reference.h"
+#include "testing/kernvar_reference.h"
 #include "shell/base/runtime_error.h"
 #include "testing/is_close.h"
 #include "shell/base/raised_error.h"

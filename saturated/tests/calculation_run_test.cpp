@@ -7,7 +7,7 @@
 
 #include "model/number_text.h"
 #include "montecarlo/monte_marker.h"
-#include "one_dim_test_model.h"
+#include "testing/one_dim_test_model.h"
 #include "montecarlo/pass/calculation_pass.h"
 #include "saturated/saturated_kinds.h"
 #include "shell/screen/built_in_kinds.h"

@@ -9,7 +9,7 @@
 #include "input_form_test_models.h"
 #include "model/number_text.h"
 #include "montecarlo/monte_marker.h"
-#include "one_dim_test_model.h"
+#include "testing/one_dim_test_model.h"
 #include "testing/is_close.h"
 
 namespace bm {

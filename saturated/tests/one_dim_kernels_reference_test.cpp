@@ -16,8 +16,8 @@
 #include "kernels/kern1d.h"
 #include "one_dim_accuracy_helpers.h"
 #include "saturated/one_dim_kernels.h"
-#include "transport_green_reference.h"
-#include "transport_chebyshev_reference.h"
+#include "testing/transport_green_reference.h"
+#include "testing/transport_chebyshev_reference.h"
 
 namespace bm {
 namespace {

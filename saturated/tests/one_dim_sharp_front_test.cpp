@@ -19,7 +19,7 @@
 #include "saturated/one_dim_kernels.h"
 #include "shell/base/runtime_error.h"
 #include "transport_image_reference.h"
-#include "transport_chebyshev_reference.h"
+#include "testing/transport_chebyshev_reference.h"
 
 namespace bm {
 namespace {

@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "model/number_text.h"
-#include "one_dim_test_model.h"
+#include "testing/one_dim_test_model.h"
 #include "saturated/one_dim_kernels.h"
 #include "saturated/one_dim_parameters.h"
 #include "saturated/one_dim_solution.h"

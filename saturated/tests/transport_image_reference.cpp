@@ -3,7 +3,7 @@
 #include <cmath>
 #include <stdexcept>
 
-#include "transport_green_reference.h"
+#include "testing/transport_green_reference.h"
 
 namespace bm::testkit {
 

@@ -54,7 +54,7 @@ TEST(LayerOrder, TheLayersSeeWhatTheyLinkAndNothingAbove) {
     EXPECT_EQ(layerOf(map, "saturated/widgets/input_form.cpp"), std::optional<std::string>("gui"));
     EXPECT_EQ(layerOf(map, "shell/base/checked_math.h"), std::optional<std::string>("bm_base"));
     EXPECT_EQ(layerOf(map, "shell/main_form.h"), std::optional<std::string>("bm_shell"));
-    EXPECT_EQ(layerOf(map, "saturated/tests/one_dim_test_model.h"), std::optional<std::string>(""));
+    EXPECT_EQ(layerOf(map, "saturated/tests/input_form_test_models.h"), std::optional<std::string>(""));
 }
 
 // A small tree: "low" in a/, "high" in b/ above it, "side" in c/ beside it.

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <string>
 
-#include "kernels/tests/kernvar_reference.h"
+#include "testing/kernvar_reference.h"
 #include "model/number_text.h"
 #include "shell/base/runtime_error.h"
 #include "testing/is_close.h"

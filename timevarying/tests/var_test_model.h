@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "kernels/tests/kernvar_reference.h"
+#include "testing/kernvar_reference.h"
 #include "model/data_set.h"
 
 namespace var_test {

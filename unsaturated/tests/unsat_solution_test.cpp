@@ -12,7 +12,7 @@
 #include "model/ranges.h"
 #include "montecarlo/monte_marker.h"
 #include "saturated/one_dim_kernels.h"
-#include "saturated/tests/one_dim_test_model.h"
+#include "testing/one_dim_test_model.h"
 #include "shell/base/runtime_error.h"
 #include "testing/is_close.h"
 #include "testing/scripted_user_interface.h"

@@ -20,8 +20,8 @@
 #include <vector>
 
 #include "testing/test_paths.h"
-#include "transport_green_reference.h"
-#include "transport_chebyshev_reference.h"
+#include "testing/transport_green_reference.h"
+#include "testing/transport_chebyshev_reference.h"
 
 namespace {
 

@@ -22,7 +22,7 @@
 #include "model/number_text.h"
 #include "montecarlo/monte_marker.h"
 #include "saturated/tests/input_form_test_models.h"
-#include "saturated/tests/one_dim_test_model.h"
+#include "testing/one_dim_test_model.h"
 #include "saturated/widgets/input_form.h"
 #include "shell/widgets/progress_picture.h"
 #include "shell/widgets/term_grid_view.h"

@@ -1,4 +1,4 @@
-#include "transport_chebyshev_reference.h"
+#include "testing/transport_chebyshev_reference.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,9 @@
-#include "transport_green_reference.h"
+#include "testing/transport_green_reference.h"
 
 #include <cmath>
 #include <vector>
+
+#include "testing/gauss_kronrod.h"
 
 namespace bm::testkit {
 
@@ -10,34 +12,6 @@ namespace {
 using Real = long double;
 const Real kPi = 3.14159265358979323846264338327950288L;
 const Real kSqrtPi = std::sqrt(kPi);
-
-// Kronrod 15 points (positive half, the centre last) and weights; the Gauss 7
-// weights belong to the odd entries (1, 3, 5, 7).
-const Real kNodes[8] = {0.991455371120812639206854697526329L, 0.949107912342758524526189684047851L,
-                        0.864864423359769072789712788640926L, 0.741531185599394439863864773280788L,
-                        0.586087235467691130294144845693013L, 0.405845151377397166906606412076961L,
-                        0.207784955007898467600689403773245L, 0.0L};
-const Real kKronrod[8] = {0.022935322010529224963732008058970L, 0.063092092629978553290700663189204L,
-                          0.104790010322250183839876322541518L, 0.140653259715525918745189590510238L,
-                          0.169004726639267902826583426598550L, 0.190350578064785409913256402421014L,
-                          0.204432940075298892414161999234649L, 0.209482141084727828012999174891714L};
-const Real kGauss[4] = {0.129484966168869693270611432679082L, 0.279705391489276667901467771423780L,
-                        0.381830050505118944950369775488975L, 0.417959183673469387755102040816327L};
-
-struct Panel {
-    Real a, b, value, error;
-};
-
-Panel kronrodPanel(const std::function<Real(Real)>& f, Real a, Real b) {
-    const Real centre = (a + b) / 2, half = (b - a) / 2;
-    Real kronrod = 0, gauss = 0;
-    for (int i = 0; i < 8; ++i) {
-        const Real value = i == 7 ? f(centre) : f(centre - half * kNodes[i]) + f(centre + half * kNodes[i]);
-        kronrod += kKronrod[i] * value;
-        if (i % 2 == 1) gauss += kGauss[i / 2] * value;
-    }
-    return {a, b, kronrod * half, std::fabs(kronrod - gauss) * half};
-}
 
 // The integral over u in (0, sqrt t) with tau = u^2, which takes the
 // 1/sqrt(tau) of the Cauchy pulse at x = 0 out of the integrand; the pulse's
@@ -90,30 +64,7 @@ long double erfcLong(long double x) {
 
 long double integrate(const std::function<long double(long double)>& f, long double a, long double b,
                       long double tolerance, int panels) {
-    // Global adaptivity: split the panel of largest error estimate until the
-    // estimates sum to the tolerance. |K15 - G7| overstates the error of K15
-    // by orders of magnitude on smooth panels, so the result is better than asked.
-    std::vector<Panel> list;
-    const Real width = (b - a) / panels;
-    for (int k = 0; k < panels; ++k)
-        list.push_back(kronrodPanel(f, a + k * width, k + 1 == panels ? b : a + (k + 1) * width));
-    for (int split = 0; split < 20000; ++split) {
-        Real total = 0;
-        std::size_t worst = 0;
-        for (std::size_t i = 0; i < list.size(); ++i) {
-            total += list[i].error;
-            if (list[i].error > list[worst].error) worst = i;
-        }
-        if (total <= tolerance) break;
-        const Panel p = list[worst];
-        const Real centre = (p.a + p.b) / 2;
-        if (!(centre > p.a && centre < p.b)) break;  // no room left to split
-        list[worst] = kronrodPanel(f, p.a, centre);
-        list.push_back(kronrodPanel(f, centre, p.b));
-    }
-    Real sum = 0;
-    for (const Panel& p : list) sum += p.value;
-    return sum;
+    return globalGaussKronrod(f, a, b, tolerance, panels);
 }
 
 long double dirichletPulse(long double V, long double D, long double x, long double tau) {
