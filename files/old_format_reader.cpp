@@ -28,7 +28,7 @@ std::string unitText(const std::string& line) {
     return line.find(':') == std::string::npos ? trim(line) : textAfter(line, ":");
 }
 
-std::string beforeFirstColon(const std::string& spec) { return spec.substr(0, spec.find(':')); }
+std::string beforeFirstColon(const std::string& rangeText) { return rangeText.substr(0, rangeText.find(':')); }
 
 }  // namespace
 
@@ -54,13 +54,13 @@ void readOldFormat(DataSet& d, FieldInput& in) {
     const std::string type = toLower(d.modelType);
     const std::string& source = d.contaminantType;
     if (type == "one dimensional") {
-        d.xRange = spacedRangeToSpec(in.lineInput());
-        d.timeRange = spacedRangeToSpec(in.lineInput());
+        d.xRange = rangeTextOfSpacedLine(in.lineInput());
+        d.timeRange = rangeTextOfSpacedLine(in.lineInput());
         d.terms(1).time = beforeFirstColon(d.timeRange);
     } else if (type == "two dimensional") {
-        d.xRange = spacedRangeToSpec(in.lineInput());
-        d.yRange = spacedRangeToSpec(in.lineInput());
-        d.timeRange = spacedRangeToSpec(in.lineInput());
+        d.xRange = rangeTextOfSpacedLine(in.lineInput());
+        d.yRange = rangeTextOfSpacedLine(in.lineInput());
+        d.timeRange = rangeTextOfSpacedLine(in.lineInput());
         d.terms(1).time = beforeFirstColon(d.timeRange);
         if (source == "Finite Line" || source == "Finite / Line") {
             d.sourceYc = labelField(in);
@@ -73,10 +73,10 @@ void readOldFormat(DataSet& d, FieldInput& in) {
             d.sourceStdDev = labelField(in);
         }
     } else if (type == "three dimensional") {
-        d.xRange = spacedRangeToSpec(in.lineInput());
-        d.yRange = spacedRangeToSpec(in.lineInput());
-        d.zRange = spacedRangeToSpec(in.lineInput());
-        d.timeRange = spacedRangeToSpec(in.lineInput());
+        d.xRange = rangeTextOfSpacedLine(in.lineInput());
+        d.yRange = rangeTextOfSpacedLine(in.lineInput());
+        d.zRange = rangeTextOfSpacedLine(in.lineInput());
+        d.timeRange = rangeTextOfSpacedLine(in.lineInput());
         if (!contains(source, "Finite")) {
             d.sourceXc = labelField(in);
             d.sourceYc = labelField(in);

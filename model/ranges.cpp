@@ -26,15 +26,15 @@ std::string beforeColon(std::string_view s) {
 
 }  // namespace
 
-bool isScalarRange(std::string_view spec) { return spec.find(':') == std::string_view::npos; }
+bool isScalarRange(std::string_view rangeText) { return rangeText.find(':') == std::string_view::npos; }
 
-bool isRangeForm(std::string_view spec) {
-    const auto n = std::count(spec.begin(), spec.end(), ':');
+bool isRangeForm(std::string_view rangeText) {
+    const auto n = std::count(rangeText.begin(), rangeText.end(), ':');
     return n == 2 || n == 3;
 }
 
-bool rangeFormatIsValid(std::string_view spec) {
-    const std::string t = trim(spec);
+bool rangeFormatIsValid(std::string_view rangeText) {
+    const std::string t = trim(rangeText);
     auto p1 = t.find(':');
     if (p1 == std::string::npos) return true;
     const std::string rest1 = t.substr(p1 + 1);
@@ -48,40 +48,40 @@ bool rangeFormatIsValid(std::string_view spec) {
     return !rest2.substr(p3 + 1).empty();
 }
 
-std::string rangeFormatMessage(std::string_view spec, std::string_view fieldName) {
-    return "The input data give for " + std::string(fieldName) + " = " + std::string(spec) +
+std::string rangeFormatMessage(std::string_view rangeText, std::string_view fieldName) {
+    return "The input data give for " + std::string(fieldName) + " = " + std::string(rangeText) +
            " is not in the proper format.\r\rPlease use the following two formats: \r"
            "    Minimum:Maximum:Interval, Minimum:Maximum:Interval:Constant.";
 }
 
-bool checkRangeFormat(std::string_view spec, std::string_view fieldName, UserInterface& ui) {
-    if (rangeFormatIsValid(spec)) return true;
-    ui.message(MessageIcon::Exclamation, MessageButtons::Ok, "Input Error", rangeFormatMessage(spec, fieldName));
+bool checkRangeFormat(std::string_view rangeText, std::string_view fieldName, UserInterface& ui) {
+    if (rangeFormatIsValid(rangeText)) return true;
+    ui.message(MessageIcon::Exclamation, MessageButtons::Ok, "Input Error", rangeFormatMessage(rangeText, fieldName));
     return false;
 }
 
-double rangeMinimum(std::string_view spec) {
-    const std::string t = trim(spec);
+double rangeMinimum(std::string_view rangeText) {
+    const std::string t = trim(rangeText);
     const auto p = t.find(':');
     return textValue(p == std::string::npos ? t : t.substr(0, p));
 }
 
 // A scalar has no fields: its one value serves as minimum, maximum and constant.
-double rangeMaximum(std::string_view spec) {
-    if (isScalarRange(spec)) return textValue(spec);
-    const std::string rest = afterColon(trim(spec));
+double rangeMaximum(std::string_view rangeText) {
+    if (isScalarRange(rangeText)) return textValue(rangeText);
+    const std::string rest = afterColon(trim(rangeText));
     return textValue(beforeColon(rest));
 }
 
-double rangeInterval(std::string_view spec) {
-    if (isScalarRange(spec)) return 0.0;
-    const std::string rest = afterColon(afterColon(trim(spec)));
+double rangeInterval(std::string_view rangeText) {
+    if (isScalarRange(rangeText)) return 0.0;
+    const std::string rest = afterColon(afterColon(trim(rangeText)));
     return textValue(rest);
 }
 
-double rangeConstant(std::string_view spec) {
-    if (isScalarRange(spec)) return textValue(spec);
-    const std::string rest = afterColon(trim(spec));
+double rangeConstant(std::string_view rangeText) {
+    if (isScalarRange(rangeText)) return textValue(rangeText);
+    const std::string rest = afterColon(trim(rangeText));
     const double maximum = textValue(beforeColon(rest));
     const std::string rest2 = afterColon(rest);
     const auto p = rest2.find(':');
@@ -94,33 +94,33 @@ std::int16_t rangeTermCount(double minimum, double maximum, double interval) {
     return toInt16(fp::add(fp::div(fp::sub(maximum, minimum), interval), 1.0));
 }
 
-std::int16_t parseRange(std::string_view spec, double& minimum, double& maximum, double& interval, double& constant) {
-    if (spec.find(':') != std::string_view::npos) {
-        minimum = rangeMinimum(spec);
-        maximum = rangeMaximum(spec);
-        interval = rangeInterval(spec);
-        constant = rangeConstant(spec);
+std::int16_t parseRange(std::string_view rangeText, double& minimum, double& maximum, double& interval, double& constant) {
+    if (rangeText.find(':') != std::string_view::npos) {
+        minimum = rangeMinimum(rangeText);
+        maximum = rangeMaximum(rangeText);
+        interval = rangeInterval(rangeText);
+        constant = rangeConstant(rangeText);
         return rangeTermCount(minimum, maximum, interval);
     }
-    minimum = maximum = constant = textValue(spec);
+    minimum = maximum = constant = textValue(rangeText);
     interval = 0;
     return 1;
 }
 
-ParsedRange parseRange(std::string_view spec) {
+ParsedRange parseRange(std::string_view rangeText) {
     ParsedRange r;
-    r.terms = parseRange(spec, r.minimum, r.maximum, r.interval, r.constant);
+    r.terms = parseRange(rangeText, r.minimum, r.maximum, r.interval, r.constant);
     return r;
 }
 
-void assignRange(std::string_view spec, double& minimum, double& maximum, double& interval) {
-    const ParsedRange parsed = parseRange(spec);
-    minimum = isScalarRange(spec) && parsed.terms == 1 ? 0.0 : parsed.minimum;
+void assignRange(std::string_view rangeText, double& minimum, double& maximum, double& interval) {
+    const ParsedRange parsed = parseRange(rangeText);
+    minimum = isScalarRange(rangeText) && parsed.terms == 1 ? 0.0 : parsed.minimum;
     maximum = parsed.maximum;
     interval = parsed.interval;
 }
 
-std::string spacedRangeToSpec(std::string_view line) {
+std::string rangeTextOfSpacedLine(std::string_view line) {
     const std::string body = textAfter(line, ":");
     const auto b1 = body.find(' ');
     if (b1 == std::string::npos) raiseError(err::InvalidProcedureCall);

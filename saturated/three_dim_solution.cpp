@@ -7,7 +7,7 @@
 #include "model/model_kinds.h"
 #include "saturated/ratio_clamp.h"
 #include "saturated/quadrature_points.h"
-#include "saturated/two_dim_grid.h"
+#include "saturated/spatial_grid.h"
 #include "shell/base/checked_math.h"
 
 namespace bm {

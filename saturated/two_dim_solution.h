@@ -10,7 +10,7 @@
 
 #include "kernels/kern2d.h"
 #include "model/arrays.h"
-#include "saturated/two_dim_grid.h"
+#include "saturated/spatial_grid.h"
 #include "shell/base/user_interface.h"
 
 namespace bm {

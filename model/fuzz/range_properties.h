@@ -70,10 +70,10 @@ void checkRangeReaders(const std::string& text, Fail fail) {
     for (int e : {raisedError([&] { rangeMaximum(text); }), raisedError([&] { rangeConstant(text); })})
         require(e == 0 || e == 5, "maximum and constant fail only as error 5");
 
-    std::string spec;
-    const int spacedError = raisedError([&] { spec = spacedRangeToSpec(text); });
-    require(spacedError == 0 || spacedError == 5, "spacedRangeToSpec error number");
-    if (spacedError == 0) require(std::count(spec.begin(), spec.end(), ':') >= 2, "spaced range joined by colons");
+    std::string rangeText;
+    const int spacedError = raisedError([&] { rangeText = rangeTextOfSpacedLine(text); });
+    require(spacedError == 0 || spacedError == 5, "rangeTextOfSpacedLine error number");
+    if (spacedError == 0) require(std::count(rangeText.begin(), rangeText.end(), ':') >= 2, "spaced range joined by colons");
 }
 
 }  // namespace bm::rangecheck

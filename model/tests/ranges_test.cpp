@@ -117,9 +117,9 @@ TEST(RangeSpec, ListValuesByMultiplication) {
 }
 
 TEST(RangeSpec, OldFormatSpacedRange) {
-    EXPECT_EQ(spacedRangeToSpec("X Range: 0 100 1"), "0:100:1");
-    EXPECT_EQ(spacedRangeToSpec("Time:  5 50   5  "), "5:50:5");
-    EXPECT_EQ(raisedError([] { spacedRangeToSpec("X: 0 100"); }), 5);
+    EXPECT_EQ(rangeTextOfSpacedLine("X Range: 0 100 1"), "0:100:1");
+    EXPECT_EQ(rangeTextOfSpacedLine("Time:  5 50   5  "), "5:50:5");
+    EXPECT_EQ(raisedError([] { rangeTextOfSpacedLine("X: 0 100"); }), 5);
 }
 
 TEST(RangeSpec, RecordPartsOfASingleNumberStartAtZero) {

@@ -82,11 +82,11 @@ std::vector<PrintedLine> printedReportLines(const InputFormModel& form) {
 
     add(text("Coordinate and Time Data"));
     add({{13, "Minimum"}, {30, "Maximum"}, {45, "Length of Interval"}});
-    const auto axis = [&](const std::string& name, const std::string& spec) {
+    const auto axis = [&](const std::string& name, const std::string& rangeText) {
         add({{0, name},
-             {14, formatNumber(rangeMinimum(spec))},
-             {32, formatNumber(rangeMaximum(spec))},
-             {50, formatNumber(rangeInterval(spec))}});
+             {14, formatNumber(rangeMinimum(rangeText))},
+             {32, formatNumber(rangeMaximum(rangeText))},
+             {50, formatNumber(rangeInterval(rangeText))}});
     };
     axis(" X Axis", d.xRange);
     if (dim >= 2) axis(" Y Axis", d.yRange);

@@ -17,27 +17,11 @@
 #include "montecarlo/pass/calculation_pass.h"
 #include "shell/base/runtime_error.h"
 #include "testing/scripted_user_interface.h"
+#include "testing/points_file.h"
 #include "testing/test_paths.h"
 #include "shell/base/raised_error.h"
 
 namespace bm::testkit {
-
-// The points file the build wrote into the program folder.
-inline std::string builtPointsFile() { return (binaryDir() / "suite" / "brenmoor" / "glq.pts").string(); }
-
-// Points the application state at a points file for one test's scope.
-class PointsFileScope {
-public:
-    explicit PointsFileScope(const std::string& path = builtPointsFile()) : saved_(theAppState().gaussPointsFile) {
-        theAppState().gaussPointsFile = path;
-    }
-    ~PointsFileScope() { theAppState().gaussPointsFile = saved_; }
-    PointsFileScope(const PointsFileScope&) = delete;
-    PointsFileScope& operator=(const PointsFileScope&) = delete;
-
-private:
-    std::string saved_;
-};
 
 // The 256-point rule computed here, not read from the file.
 struct Rule {

@@ -1,4 +1,4 @@
-#include "saturated/two_dim_grid.h"
+#include "saturated/spatial_grid.h"
 
 #include "model/data_set.h"
 #include "model/number_text.h"

@@ -1,5 +1,5 @@
 #pragma once
-// Pieces of the two-dimensional driver that the three-dimensional one shares:
+// The grid pieces of the spatial drivers, two and three dimensions alike:
 // the count of a grid list and the inflow terms read once per driver call.
 // Free of the library headers, so that either driver can include it.
 
