@@ -1,6 +1,7 @@
 #include "shell/new_model_forms.h"
 
 #include "model/data_set.h"
+#include "model/model_kinds.h"
 #include "model/number_text.h"
 
 namespace bm {
@@ -106,7 +107,7 @@ void TimeVaryingNewForm::ok(DataSet& data) const {
     data.contaminantType =
         trim(contaminantSource.selectedCaption()) + " (" + toLower(trim(sourceType.selectedCaption())) + ")";
     data.aquiferType = dispersionFunction.selectedCaption();
-    data.modelType = "Time Varying";
+    data.modelType = modelTypeOf(ModelKind::TimeVarying);
     data.multiChemical = false;
     confirmNewModel(data);
 }

@@ -2,6 +2,7 @@
 
 #include "model/app_state.h"
 #include "model/data_set.h"
+#include "model/model_kinds.h"
 #include "model/number_text.h"
 #include "shell/base/common_services.h"
 #include "shell/base/error_handler.h"
@@ -24,11 +25,11 @@ std::string commandLineText(const std::vector<std::string>& arguments) {
 
 std::string applyCommandLine(const std::string& commandLine, DataSet& data) {
     if (commandLine == "Time Varying") {
-        data.modelType = "Time Varying";
+        data.modelType = modelTypeOf(ModelKind::TimeVarying);
         return kCaptionTimeVarying;
     }
     if (commandLine == "Unsaturated One Dimensional" || commandLine == "Unsaturated" || commandLine == "unsaturated") {
-        data.modelType = "Unsaturated One Dimensional";
+        data.modelType = modelTypeOf(ModelKind::Unsaturated);
         return kCaptionUnsaturated;
     }
     return kCaptionConstant;
