@@ -207,11 +207,4 @@ std::optional<IterationResults> monteCarloResultsOf(DataSet& data, int chemical)
     return row->monteCarloResults(data, chemical);
 }
 
-std::optional<const IterationResults> monteCarloResultsOf(const DataSet& data, int chemical) {
-    // Only read through: the view is handed out const.
-    const ModelKindInfo* row = modelKindInfo(data);
-    if (!row || !row->monteCarloResults) return std::nullopt;
-    return row->monteCarloResults(const_cast<DataSet&>(data), chemical);
-}
-
 }  // namespace bm

@@ -131,7 +131,5 @@ std::string_view modelTypeOf(ModelKind kind);
 // The Monte Carlo results of the open model's chemical; a kind without lists
 // (or an unknown word) has none.
 std::optional<IterationResults> monteCarloResultsOf(DataSet& data, int chemical = 1);
-// Read-only.
-std::optional<const IterationResults> monteCarloResultsOf(const DataSet& data, int chemical = 1);
 
 }  // namespace bm

@@ -126,7 +126,8 @@ double solveUnsaturated(DataSet& data, UnsatParameters& parameters, bool monteCa
     data.resultUnsat.redim({nx, nt});
 
     const PointSolver solve(data, parameters, monteCarlo, k);
-    return runLineGrid(data, data.resultUnsat, monteCarlo, progressOwnerOf(ModelFamily::Unsaturated, data.multiChemical), ui, solve);
+    const ProgressOwner owner = progressOwnerOf(ModelFamily::Unsaturated, data.multiChemical);
+    return runLineGrid(data, data.resultUnsat, monteCarlo, owner, ui, solve);
 }
 
 }  // namespace bm
