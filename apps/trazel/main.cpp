@@ -42,10 +42,10 @@ int main(int argc, char** argv) {
     }
 
     bm::trazel::TrazelWindow window;
+    window.show();  // first, so that a long read shows its progress over the window
     if (!line.file.isEmpty()) {
-        if (!window.openFileOrSay(line.file)) return bm::trazel::ExitUnreadable;
-        window.setView(line.view);
+        if (window.openFileOrSay(line.file)) window.setView(line.view);
+        else if (!window.readCancelled()) return bm::trazel::ExitUnreadable;
     }
-    window.show();
     return QApplication::exec();
 }

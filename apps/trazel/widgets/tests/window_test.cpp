@@ -125,9 +125,9 @@ TEST(Window, SaysWhyAFileCannotBePlotted) {
         detail = box->informativeText();
         box->accept();
     });
-    EXPECT_FALSE(w.openFileOrSay(fixture("truncated_2d.plt")));
-    EXPECT_TRUE(shown.contains("truncated_2d.plt")) << shown.toStdString();
-    EXPECT_TRUE(detail.contains("the table ends inside the y values of x = 40")) << detail.toStdString();
+    EXPECT_FALSE(w.openFileOrSay(fixture("bad_block_3d.plt")));
+    EXPECT_TRUE(shown.contains("bad_block_3d.plt")) << shown.toStdString();
+    EXPECT_TRUE(detail.contains("lacks its line \"Z Coordinate =>\"")) << detail.toStdString();
 }
 
 TEST(Window, ExportsTheViewAsCsv) {
