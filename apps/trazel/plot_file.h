@@ -75,7 +75,7 @@ struct ReadLimits {
     std::size_t axisNodes = 1024;            // overview nodes along x and y of a contour plot
     std::size_t zNodes = 256;                // and along z
     std::size_t profileNodes = 8192;         // points of a curve
-    std::size_t sliceValues = 4'000'000;     // the plane shown
+    std::size_t sliceValues = 8'000'000;     // the plane shown
     std::size_t unplannedValues = 24'000'000;  // a file whose header announces no counts is kept whole up to this
 };
 

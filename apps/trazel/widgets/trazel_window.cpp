@@ -292,7 +292,10 @@ bool TrazelWindow::openFile(const QString& path, QString* error) {
     progress.setAutoClose(false);
     connect(&progress, &QProgressDialog::canceled, &task, &ReadTask::cancel);
     QTimer ticker;
-    connect(&ticker, &QTimer::timeout, &progress, [&] { progress.setValue(static_cast<int>(task.fraction() * 1000)); });
+    connect(&ticker, &QTimer::timeout, &progress, [&] {
+        if (progress.wasCanceled()) task.cancel();
+        else progress.setValue(static_cast<int>(task.fraction() * 1000));
+    });
     ticker.start(100);
     progress.setValue(0);
     task.start([result, name, limits = limits_](const ReadProgress& report) { *result = readPlotFile(name, limits, report); });
@@ -372,6 +375,7 @@ bool TrazelWindow::openFileOrSay(const QString& path) {
     if (readCancelled_) return false;  // the user knows why
     QMessageBox box(QMessageBox::Warning, tr("Trazel"), tr("Trazel cannot plot the file\n%1").arg(QDir::toNativeSeparators(path)),
                     QMessageBox::Ok, this);
+    box.setObjectName("cannotPlotBox");
     box.setInformativeText(error);
     box.exec();
     return false;

@@ -13,6 +13,7 @@
 
 #include "apps/trazel/widgets/plot_widget.h"
 #include "apps/trazel/widgets/trazel_window.h"
+#include "testing/qt_test_support.h"
 #include "testing/test_paths.h"
 
 namespace bm::trazel {
@@ -118,9 +119,8 @@ TEST(Window, AFileThatCannotBePlottedKeepsTheOldPlot) {
 TEST(Window, SaysWhyAFileCannotBePlotted) {
     TrazelWindow w;
     QString shown, detail;
-    QTimer::singleShot(0, [&] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box) return;
+    qtest::onModal("cannotPlotBox", [&](QWidget* modal) {
+        auto* box = qobject_cast<QMessageBox*>(modal);
         shown = box->text();
         detail = box->informativeText();
         box->accept();
