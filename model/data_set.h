@@ -156,6 +156,7 @@ struct DataSet {
     bool newModelConfirmed = false;
 
     // --- saturated extras ---
+    bool runStopped = false;  // Stop ended the last run early: the results it left are partial
     // --- time-varying extras ---
     std::string varResultText;  // the selected point's value as the result label shows it
     // --- Monte Carlo extras ---

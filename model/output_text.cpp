@@ -14,6 +14,11 @@ std::string dataFileNameLine(const DataSet& d) {
     return outputLine("Data File Name: " + (name.empty() ? std::string("Input Data Not Saved") : name));
 }
 
+std::string runStatusLine(const DataSet& d) {
+    if (!d.runStopped) return {};
+    return outputLine("Computation Status: Stopped before the end; values not computed are 0");
+}
+
 int selectedChemicalOf(const DataSet& d) { return d.selectedChemical < 1 ? 1 : d.selectedChemical; }
 
 std::string selectedChemicalField(const List<std::string>& list, const DataSet& d) {

@@ -21,6 +21,10 @@ std::string shownValue(const std::string& value);
 
 // "Data File Name: " and the trimmed file name, or "Input Data Not Saved".
 std::string dataFileNameLine(const DataSet& data);
+// After a run that Stop ended early, the line that says so (so that a reader of
+// the file, the plotting utility among them, knows its values are partial);
+// nothing otherwise.
+std::string runStatusLine(const DataSet& data);
 
 // The chemical that displays and writers use (selectedChemical, at least 1).
 int selectedChemicalOf(const DataSet& data);

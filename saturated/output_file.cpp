@@ -135,6 +135,7 @@ std::string regularOutputText(const DataSet& d, int dimension) {
         out += line("Effective Aquifer Thickness: " + d.aquiferThickness);
     }
     out += line("Retardation Coefficient: " + d.retardation);
+    out += runStatusLine(d);
     out += dataFileNameLine(d);
     out += kCrlf;
     out += kCrlf;
@@ -200,6 +201,7 @@ std::string monteCarloOutputText(const DataSet& d, int dimension) {
         out += line("Effective Aquifer Thickness: " + shown(d.aquiferThickness));
         out += line("Retardation Coefficient: " + shown(d.retardation));
     }
+    out += runStatusLine(d);
     out += dataFileNameLine(d);
     out += kCrlf;
     const int c = chemicalOf(d);

@@ -130,17 +130,21 @@ void InputFormModel::viewResults(const std::string& kind) {
     changed();
     const std::string path = plotFileName(state_);
     try {
+        // A large grid takes a while to write: the pointer says so.
+        ui_.setBusy(true);
         switch (dimensionOfModelType(data_.modelType)) {
         case 1: writeOutput1D(data_, path); break;
         case 2: writeOutput2D(data_, path); break;
         case 3: writeOutput3D(data_, path); break;
         default: break;
         }
+        ui_.setBusy(false);
         if (kind == "Trazelh")
             viewGraph(path, state_, ui_);
         else
             viewText(path, state_, ui_);
     } catch (const RuntimeError& e) {
+        ui_.setBusy(false);
         handleError(e, "viewResults", path, ui_);
     }
     helpPanel = saved;
@@ -150,12 +154,15 @@ void InputFormModel::viewResults(const std::string& kind) {
 void InputFormModel::viewSimulation(const std::string& kind) {
     const std::string path = plotFileName(state_);
     try {
+        ui_.setBusy(true);
         writeTextFile(path, monteCarloOutputText(data_, dimensionOfModelType(data_.modelType)));
+        ui_.setBusy(false);
         if (kind == "Trazelh")
             viewGraph(path, state_, ui_);
         else
             viewText(path, state_, ui_);
     } catch (const RuntimeError& e) {
+        ui_.setBusy(false);
         handleError(e, "viewSimulation", path, ui_);
     }
 }

@@ -33,6 +33,42 @@ struct Calculated : ::testing::Test {
 
 TEST_F(Calculated, ResultsAreValidAfterARun) { EXPECT_TRUE(s.form.resultsAreValid()); }
 
+TEST_F(Calculated, ThePlotFileIsWrittenUnderTheBusyPointer) {
+    s.state.graphUtilityPath = program("trazel");
+    s.ui.busyCalls.clear();
+    s.form.menuResultsClick(resultsItem::Graph);
+    ASSERT_EQ(s.ui.programStarts.size(), 1u);
+    ASSERT_GE(s.ui.busyCalls.size(), 2u);
+    EXPECT_TRUE(s.ui.busyCalls.front());
+    EXPECT_FALSE(s.ui.busyCalls.back());
+    EXPECT_FALSE(s.ui.busy);
+}
+
+TEST_F(Calculated, TheFileOfACompleteRunHasNoStatusLine) {
+    s.state.graphUtilityPath = program("trazel");
+    s.form.menuResultsClick(resultsItem::Graph);
+    EXPECT_EQ(testkit::readFileBytes(plotFile()).find("Computation Status"), std::string::npos);
+}
+
+TEST_F(Calculated, TheFileOfAStoppedRunSaysSoBeforeTheDataFileName) {
+    s.state.graphUtilityPath = program("trazel");
+    s.ui.answers.push_back(MessageAnswer::Yes);
+    s.ui.onProgress = [&](const testkit::ScriptedUserInterface::Progress& p) {
+        if (p.done == 5) s.form.stopClicked();
+    };
+    s.form.calculate();
+    s.ui.onProgress = nullptr;
+    s.form.menuResultsClick(resultsItem::Graph);
+    const std::string file = testkit::readFileBytes(plotFile());
+    EXPECT_NE(file.find("\r\nComputation Status: Stopped before the end; values not computed are 0\r\nData File Name: "),
+              std::string::npos)
+        << file.substr(0, 800);
+    // The next complete run clears it.
+    s.form.calculate();
+    s.form.menuResultsClick(resultsItem::Graph);
+    EXPECT_EQ(testkit::readFileBytes(plotFile()).find("Computation Status"), std::string::npos);
+}
+
 TEST_F(Calculated, ChangedCountOfARangeRowMakesThemInvalid) {
     s.form.row(3).text = "0:10:2";
     EXPECT_FALSE(s.form.resultsAreValid());
