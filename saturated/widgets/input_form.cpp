@@ -30,6 +30,7 @@
 #include "shell/widgets/new_model_dialogs.h"
 #include "shell/widgets/qt_user_interface.h"
 #include "shell/widgets/report_printer.h"
+#include "shell/widgets/usual_shortcuts.h"
 #include "saturated/widgets/notes_dialog.h"
 #include "saturated/widgets/numeric_key_filter.h"
 #include "saturated/widgets/progress_picture.h"
@@ -85,6 +86,7 @@ InputForm::InputForm(DataSet& dataSet, AppState& state, UserInterface& ui, QWidg
     auto* bar = new QMenuBar(this);
     bar->setObjectName(QStringLiteral("mnuFile"));
     buildMenus(bar);
+    applyUsualShortcuts(this);
     outer->setMenuBar(bar);
 
     // The model's identity, the Monte Carlo panel and the notes.

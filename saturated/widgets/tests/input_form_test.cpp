@@ -475,6 +475,30 @@ TEST_F(InputFormScreen, BadInputGivesItsMessageAndTheScreenGoesOn) {
     EXPECT_TRUE(workingAgain());
 }
 
+// ================================================================ keys
+
+TEST_F(InputFormScreen, TheUsualShortcutsLeaveTheCaptionsAlone) {
+    open(testkit::oneDimScreenModel());
+    const struct {
+        const char* item;
+        QKeySequence keys;
+        const char* caption;
+    } expected[] = {{"menuFile(10)", QKeySequence::New, "&New"},   {"menuFile(20)", QKeySequence::Open, "&Open..."},
+                    {"menuFile(30)", QKeySequence::Save, "&Save"}, {"menuFile(50)", QKeySequence::Print, "&Print"},
+                    {"mnuFile(20)", QKeySequence(Qt::Key_F5), "&Calculate!"}};
+    for (const auto& e : expected) {
+        QAction* a = form->menuItem(QString::fromLatin1(e.item));
+        ASSERT_NE(a, nullptr) << e.item;
+        EXPECT_EQ(a->shortcut(), e.keys) << e.item;
+        EXPECT_EQ(a->text(), QString::fromLatin1(e.caption)) << e.item;
+    }
+    // F5 calculates.
+    ASSERT_TRUE(form->resultLabel(1)->text().isEmpty());
+    QTest::keyClick(form.get(), Qt::Key_F5);
+    settle();
+    EXPECT_FALSE(form->resultLabel(1)->text().isEmpty());
+}
+
 // ================================================================ the printed report as a PDF
 
 // A line of pdftotext's text with its ligatures spelled out and its runs of blanks made one.
