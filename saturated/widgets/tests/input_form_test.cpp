@@ -620,6 +620,34 @@ TEST_F(InputFormScreen, ValuesOfTheReportStandInTheirColumns) {
     EXPECT_GT(at50.front(), at20.front());
 }
 
+TEST_F(InputFormScreen, TheSourceValuesStandInOneColumn) {
+    // The source labels are padded to one length; their values form a column
+    // in the printed font too, with the properties' Tab(50) where they meet it.
+    const std::vector<std::pair<DataSet, std::vector<QString>>> models = {
+        {testkit::twoDimScreenModel("Infinite", "Continuous / Point"), {"Center", "Center", "Fluid"}},
+        {testkit::threeDimScreenModel(), {"Width", "Height"}},
+    };
+    for (const auto& [model, firsts] : models) {
+        testkit::TempDir dir;
+        open(model);
+        const QString pdf = QString::fromStdString(dir.file("source.pdf"));
+        form->setPdfOutput(pdf);
+        form->menuItem(QStringLiteral("menuFile(50)"))->trigger();
+        settle();
+        std::vector<double> edges;
+        bool properties = false;
+        for (const auto& line : pdfLines(pdf)) {
+            if (line.empty()) continue;
+            properties = properties || line.front().text == QStringLiteral("Field");
+            if (!properties && std::find(firsts.begin(), firsts.end(), line.front().text) != firsts.end())
+                edges.push_back(valueEdge(line));
+        }
+        ASSERT_EQ(edges.size(), firsts.size()) << model.modelType;
+        for (double x : edges) EXPECT_NEAR(x, edges.front(), 0.01) << model.modelType;
+        EXPECT_GT(edges.front(), 0);
+    }
+}
+
 // ================================================================ pictures of the screens
 
 // With BRENMOOR_SCREENSHOT_DIR set, pictures of every tab of each layout, of a
