@@ -1,24 +1,11 @@
 # The workbench at a scale factor of 1.5 on a 1600 x 1000 screen, started with
 # a data file on its command line: the file opens in its model screen, and
 # every window stands within the screen's available area.
-foreach(v PROGRAM CHECK MODEL OUT)
-  if(NOT DEFINED ${v})
-    message(FATAL_ERROR "scaled_smoke_test.cmake needs ${v}")
-  endif()
-endforeach()
-file(REMOVE ${OUT})
-execute_process(
-  COMMAND ${CMAKE_COMMAND} -E env QT_SCALE_FACTOR=1.5
-          xvfb-run -a -s "-screen 0 1600x1000x24" ${PROGRAM} ${MODEL} --smoke-screenshot=${OUT}
-  RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err TIMEOUT 60)
-message(STATUS "workbench said:\n${err}")
-if(NOT rc EQUAL 0)
-  message(FATAL_ERROR "the workbench ended with ${rc}")
-endif()
-execute_process(COMMAND ${CHECK} ${OUT} RESULT_VARIABLE rc OUTPUT_VARIABLE checked)
-if(NOT rc EQUAL 0)
-  message(FATAL_ERROR "the screenshot ${OUT} is blank or missing")
-endif()
+include(${CMAKE_CURRENT_LIST_DIR}/../../cmake/ScriptSupport.cmake)
+bm_require_variables(scaled_smoke_test.cmake PROGRAM CHECK MODEL OUT)
+set(ENV{QT_SCALE_FACTOR} 1.5)
+bm_smoke_workbench(err 1600x1000 ${PROGRAM} ${OUT} ${MODEL})
+bm_check_screenshot(${CHECK} ${OUT})
 string(FIND "${err}" "window inputForm " at)
 if(at EQUAL -1)
   message(FATAL_ERROR "the model named on the command line did not open its screen")

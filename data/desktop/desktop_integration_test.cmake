@@ -4,17 +4,9 @@
 # the nine data-file kinds and the plot file is known by its extension (and
 # by its content where another kind shares the extension), each kind opens
 # with the right program, and every Exec, icon and launcher exists.
-foreach(v BUILD PREFIX SAMPLES CHECK)
-  if(NOT DEFINED ${v})
-    message(FATAL_ERROR "desktop_integration_test.cmake needs ${v}")
-  endif()
-endforeach()
-file(REMOVE_RECURSE ${PREFIX})
-execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${PREFIX}
-  RESULT_VARIABLE rc OUTPUT_QUIET ERROR_VARIABLE err)
-if(NOT rc EQUAL 0)
-  message(FATAL_ERROR "cmake --install failed: ${err}")
-endif()
+include(${CMAKE_CURRENT_LIST_DIR}/../../cmake/ScriptSupport.cmake)
+bm_require_variables(desktop_integration_test.cmake BUILD PREFIX SAMPLES CHECK)
+bm_install_fresh(${BUILD} ${PREFIX})
 set(share ${PREFIX}/share)
 # The desktop as it would see the prefix.
 set(ENV{XDG_DATA_DIRS} "${share}:/usr/share")

@@ -2,11 +2,8 @@
 # OUT/share/applications (naming the programs by absolute paths, as orva.ini
 # does) and the launchers OUT/bin/NAME, links to the programs in the tree.
 # OUT is ROOT, or ROOT below a staging folder (DESTDIR).
-foreach(v ROOT SOURCE OUT)
-  if(NOT DEFINED ${v})
-    message(FATAL_ERROR "write_desktop_entries.cmake needs ${v}")
-  endif()
-endforeach()
+include(${CMAKE_CURRENT_LIST_DIR}/../../cmake/ScriptSupport.cmake)
+bm_require_variables(write_desktop_entries.cmake ROOT SOURCE OUT)
 set(SUITE_DIR ${ROOT})
 set(PROGRAM_DIR ${ROOT}/brenmoor)
 foreach(entry brenmoor brenmoor-trazel brenmoor-textviewer)

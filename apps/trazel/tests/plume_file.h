@@ -71,54 +71,52 @@ inline void writeHeader(std::ostream& out, const PlumeGrid& g) {
     out << "Data File Name: Input Data Not Saved" << crlf << crlf << crlf;
 }
 
+// A line of numbers: a label, then ", " and each number.
+template <class Each>
+void appendList(std::string& row, const char* label, std::size_t n, Each number) {
+    row += label;
+    for (std::size_t k = 0; k < n; ++k) {
+        row += ", ";
+        appendNumber(row, number(k));
+    }
+}
+
+// The rows over x and, within x, over y: the coordinates and n values each.
+template <class Value>
+void writeRows(std::ostream& out, const PlumeGrid& g, std::size_t n, Value value) {
+    std::string row;
+    for (double x : g.x)
+        for (double y : g.y) {
+            row.clear();
+            appendNumber(row, x);
+            row += ", ";
+            appendNumber(row, y);
+            for (std::size_t k = 0; k < n; ++k) {
+                row += ", ";
+                appendValue(row, value(x, y, k));
+            }
+            row += "\r\n";
+            out << row;
+        }
+}
+
 // The whole file, written row by row (a large one never stands whole in memory).
 inline void writePlume(std::ostream& out, const PlumeGrid& g) {
     writeHeader(out, g);
-    std::string row;
+    std::string line;
     if (!g.threeD()) {
-        row = "Time:";
-        for (double t : g.t) {
-            row += ", ";
-            appendNumber(row, t);
-        }
-        out << row << "\r\n";
-        for (double x : g.x)
-            for (double y : g.y) {
-                row.clear();
-                appendNumber(row, x);
-                row += ", ";
-                appendNumber(row, y);
-                for (std::size_t it = 0; it < g.t.size(); ++it) {
-                    row += ", ";
-                    appendValue(row, nodeValue(g, x, y, 0, it));
-                }
-                row += "\r\n";
-                out << row;
-            }
+        appendList(line, "Time:", g.t.size(), [&](std::size_t k) { return g.t[k]; });
+        out << line << "\r\n";
+        writeRows(out, g, g.t.size(), [&](double x, double y, std::size_t it) { return nodeValue(g, x, y, 0, it); });
         return;
     }
     for (std::size_t it = 0; it < g.t.size(); ++it) {
-        row = "Time is ";
-        appendNumber(row, g.t[it]);
-        row += " day\r\nZ Coordinate =>";
-        for (double z : g.z) {
-            row += ", ";
-            appendNumber(row, z);
-        }
-        out << row << "\r\n";
-        for (double x : g.x)
-            for (double y : g.y) {
-                row.clear();
-                appendNumber(row, x);
-                row += ", ";
-                appendNumber(row, y);
-                for (double z : g.z) {
-                    row += ", ";
-                    appendValue(row, nodeValue(g, x, y, z, it));
-                }
-                row += "\r\n";
-                out << row;
-            }
+        line = "Time is ";
+        appendNumber(line, g.t[it]);
+        line += " day\r\n";
+        appendList(line, "Z Coordinate =>", g.z.size(), [&](std::size_t k) { return g.z[k]; });
+        out << line << "\r\n";
+        writeRows(out, g, g.z.size(), [&](double x, double y, std::size_t iz) { return nodeValue(g, x, y, g.z[iz], it); });
         out << "\r\n\r\n";
     }
 }

@@ -209,16 +209,12 @@ void TrazelWindow::buildPanel() {
     sliceLayout->addRow(tr("Plane"), planeCombo_);
     sliceLayout->addRow(tr("Section x\u2013z at"), sectionYCombo_);
     sliceLayout->addRow(tr("Section y\u2013z at"), sectionXCombo_);
-    connect(sectionYCombo_, &QComboBox::currentIndexChanged, this, [this](int i) {
-        if (syncing_ || i < 0) return;
-        view_.sectionY = i;
-        refresh(true);
-    });
-    connect(sectionXCombo_, &QComboBox::currentIndexChanged, this, [this](int i) {
-        if (syncing_ || i < 0) return;
-        view_.sectionX = i;
-        refresh(true);
-    });
+    for (auto [combo, choice] : {std::pair{sectionYCombo_, &ViewState::sectionY}, std::pair{sectionXCombo_, &ViewState::sectionX}})
+        connect(combo, &QComboBox::currentIndexChanged, this, [this, choice](int i) {
+            if (syncing_ || i < 0) return;
+            view_.*choice = i;
+            refresh(true);
+        });
     connect(timeCombo_, &QComboBox::currentIndexChanged, this, [this](int i) {
         if (syncing_ || i < 0) return;
         view_.time = i;
@@ -555,6 +551,9 @@ void TrazelWindow::showAbout() {
     QMessageBox::about(this, tr("About Trazel"),
                        tr("<b>Trazel</b><p>The plotting utility of the ORVA suite: concentration profiles, "
                           "contour maps of C/Co and Monte Carlo histograms from the workbench's plot files.</p>"
+                          "<p>A contour plot opens at the last time and, in three dimensions, in the plane of the "
+                          "largest concentration, with the x\u2013z and y\u2013z sections beside it. The status line "
+                          "gives the coordinates and the value under the pointer.</p>"
                           "<p>Drag a rectangle to zoom; right-click or double-click to see the whole plot.</p>"));
 }
 

@@ -46,6 +46,20 @@ PlumeGrid volume() {
     return g;
 }
 
+// A window on the screen with the plume's file open.
+struct ShownPlume {
+    testkit::TempDir dir;
+    PlumeGrid g = volume();
+    TrazelWindow w;
+    ShownPlume() {
+        w.resize(1300, 800);
+        w.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&w));
+        QString error;
+        EXPECT_TRUE(w.openFile(written(dir, "plume.plt", g), &error)) << error.toStdString();
+    }
+};
+
 bool has(const std::string& text, const char* part) { return text.find(part) != std::string::npos; }
 
 // The value the status line gives over a node, painted as the user sees it.
@@ -65,14 +79,8 @@ double peakMegabytes() {
 }
 
 TEST(PlumeWindow, AThreeDimensionalPlotOpensAtTheLastTimeInThePlumesPlane) {
-    testkit::TempDir dir;
-    const PlumeGrid g = volume();
-    TrazelWindow w;
-    w.resize(1300, 800);
-    w.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
-    QString error;
-    ASSERT_TRUE(w.openFile(written(dir, "plume.plt", g), &error)) << error.toStdString();
+    ShownPlume shown;
+    TrazelWindow& w = shown.w;
     EXPECT_EQ(w.view().time, 2);
     EXPECT_EQ(w.view().plane, 2);  // z = 5, where the plume is centred; z = 0 holds far less
     EXPECT_EQ(w.findChild<QComboBox*>("timeSelector")->currentText(), "t = 12 day");
@@ -94,13 +102,9 @@ TEST(PlumeWindow, AThreeDimensionalPlotOpensAtTheLastTimeInThePlumesPlane) {
 }
 
 TEST(PlumeWindow, TheReadoutGivesTheValueAtANode) {
-    testkit::TempDir dir;
-    const PlumeGrid g = volume();
-    TrazelWindow w;
-    w.resize(1300, 800);
-    w.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
-    ASSERT_TRUE(w.openFile(written(dir, "plume.plt", g), nullptr));
+    ShownPlume shown;
+    TrazelWindow& w = shown.w;
+    const PlumeGrid& g = shown.g;
     // x = 30, y = 2.5 in the plane z = 5 at t = 12: the value as the file prints it.
     const double value = nodeValue(g, 30, 2.5, 5, 2);
     const QString text = readoutOver(w.plot(), 30, 2.5);
