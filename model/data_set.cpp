@@ -32,6 +32,7 @@ void clearDataSet(DataSet& d) {
                            &d.distributionCoefficient})
         s->clear();
     d.superpositionIndex = 0;
+    d.runStopped = false;
     d.mcPointChanged.fill(false);
     d.numXTerms = d.numYTerms = d.numZTerms = d.numTTerms = 0;
     d.terms.redim(1);

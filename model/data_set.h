@@ -134,6 +134,8 @@ struct DataSet {
 
     // The time-varying model's selected point as its result label shows it.
     std::string varResultText;
+    // Stop ended the last run early: the results it left are partial.
+    bool runStopped = false;
 
     DataSet();
 

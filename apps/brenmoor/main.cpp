@@ -1,18 +1,24 @@
 // brenmoor: the ground water workbench. Main reads the suite's settings,
 // checks its environment and offers the models.
 //
-// The hidden option --smoke-screenshot=FILE is for the build's smoke test:
-// messages go to standard error instead of boxes, and once Main is up the
-// program saves a picture of its window to FILE and ends.
+// A data file named on the command line opens as File > Open opens it.
+//
+// The hidden option --smoke-screenshot=FILE is for the build's smoke tests:
+// messages go to standard error instead of boxes, and once Main is up (and a
+// model screen, when a file was named) the program saves a picture of the
+// window in front to FILE, writes where each window stands on its screen to
+// standard error ("window NAME x,y WxH in x,y WxH"), and ends.
 
 #include <QApplication>
 #include <QCoreApplication>
 #include <QImage>
+#include <QScreen>
 #include <QTimer>
 #include <cstdio>
 #include <string>
 #include <vector>
 
+#include "apps/common/screen_fit.h"
 #include "model/app_state.h"
 #include "model/data_set.h"
 #include "shell/file_commands.h"
@@ -24,6 +30,8 @@
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("brenmoor"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("brenmoor"));
+    bm::ScreenFit::install(app);
 
     const std::string shotOption = "--smoke-screenshot=";
     QString screenshot;
@@ -51,9 +59,16 @@ int main(int argc, char** argv) {
 
     int status = 0;
     if (!screenshot.isEmpty()) {
-        QTimer::singleShot(1500, &main, [&] {
-            const QImage picture = main.grab().toImage();
+        QTimer::singleShot(2000, &main, [&] {
+            QWidget* front = QApplication::activeModalWidget();
+            const QImage picture = (front ? front : &main)->grab().toImage();
             if (picture.isNull() || !picture.save(screenshot)) status = 1;
+            for (QWidget* w : QApplication::topLevelWidgets()) {
+                if (!w->isVisible()) continue;
+                const QRect f = w->frameGeometry(), a = w->screen()->availableGeometry();
+                std::fprintf(stderr, "window %s %d,%d %dx%d in %d,%d %dx%d\n", qPrintable(w->objectName()), f.x(), f.y(),
+                             f.width(), f.height(), a.x(), a.y(), a.width(), a.height());
+            }
             QCoreApplication::exit(status);
         });
     }

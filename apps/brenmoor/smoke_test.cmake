@@ -1,24 +1,10 @@
 # The smoke test: starts the suite's workbench under a virtual X server, lets it
 # save a picture of its window, checks the picture, and checks that the start
 # reported exactly what is missing from the suite tree.
-foreach(v PROGRAM CHECK SUITE OUT)
-  if(NOT DEFINED ${v})
-    message(FATAL_ERROR "smoke_test.cmake needs ${v}")
-  endif()
-endforeach()
-file(REMOVE ${OUT})
-execute_process(
-  COMMAND xvfb-run -a -s "-screen 0 1280x900x24" ${PROGRAM} --smoke-screenshot=${OUT}
-  RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err TIMEOUT 60)
-message(STATUS "workbench said:\n${err}")
-if(NOT rc EQUAL 0)
-  message(FATAL_ERROR "the workbench ended with ${rc}")
-endif()
-execute_process(COMMAND ${CHECK} ${OUT} RESULT_VARIABLE rc OUTPUT_VARIABLE checked)
-message(STATUS "screenshot: ${checked}")
-if(NOT rc EQUAL 0)
-  message(FATAL_ERROR "the screenshot ${OUT} is blank or missing")
-endif()
+include(${CMAKE_CURRENT_LIST_DIR}/../../cmake/ScriptSupport.cmake)
+bm_require_variables(smoke_test.cmake PROGRAM CHECK SUITE OUT)
+bm_smoke_workbench(err 1280x900 ${PROGRAM} ${OUT})
+bm_check_screenshot(${CHECK} ${OUT})
 
 # A message may only stand for a file that is truly missing.
 set(checks

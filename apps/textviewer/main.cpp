@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QTextStream>
 
+#include "apps/common/screen_fit.h"
 #include "apps/textviewer/widgets/text_printing.h"
 #include "apps/textviewer/widgets/viewer_window.h"
 
@@ -32,6 +33,8 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Text Viewer"));
     QApplication::setApplicationVersion(QStringLiteral("9.1"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("brenmoor-textviewer"));
+    bm::ScreenFit::install(app);
 
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Shows a text file read-only."));

@@ -16,6 +16,8 @@ std::optional<double> cellNumber(std::string_view text);
 // The comma-separated cells of a line, each a number; nothing if any cell is
 // not. Empty cells (as after "Time:,") are skipped.
 std::optional<std::vector<double>> rowNumbers(std::string_view line);
+// The same into a vector that keeps its storage from row to row; false when a cell is not a number.
+bool rowNumbersInto(std::string_view line, std::vector<double>& values);
 
 // The shortest text that reads back as the same double, in plain decimals
 // from 1e-4 up ("0.6681", "100000"), with an exponent below ("5.3402e-05").

@@ -98,6 +98,10 @@ ContourMap contourMap(const std::vector<double>& xs, const std::vector<double>& 
         };
         for (std::size_t iy = 0; iy + 1 < ny; ++iy) {
             const Vertex a = vertex(ix, iy), b = vertex(ix + 1, iy), c = vertex(ix + 1, iy + 1), d = vertex(ix, iy + 1);
+            if (std::isnan(a.f) || std::isnan(b.f) || std::isnan(c.f) || std::isnan(d.f)) {
+                flush(iy);  // a cell without values stays empty
+                continue;
+            }
             const int band = bandOf(a.f, levels);
             if (bandOf(b.f, levels) == band && bandOf(c.f, levels) == band && bandOf(d.f, levels) == band) {
                 // Whole cell in one band: no level crosses it.

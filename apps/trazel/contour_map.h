@@ -34,6 +34,7 @@ struct ContourMap {
 
 // `values` holds the field at (xs[ix], ys[iy]) at index ix * ys.size() + iy.
 // Levels must be increasing; values outside them count to the outer bands.
+// A cell with a corner without a value (NaN) is left empty.
 ContourMap contourMap(const std::vector<double>& xs, const std::vector<double>& ys, const std::vector<double>& values,
                       const std::vector<double>& levels);
 

@@ -1,5 +1,6 @@
 #include "apps/trazel/csv_export.h"
 
+#include <cmath>
 #include <sstream>
 
 #include "apps/trazel/cell_number.h"
@@ -18,6 +19,9 @@ std::string field(const std::string& text) {
     return quoted + "\"";
 }
 
+// A value without a number (a node the file does not hold) is an empty cell.
+std::string cell(double v) { return std::isnan(v) ? std::string() : plainNumber(v); }
+
 std::string quantityName(const PlotFile& f) { return f.timeVarying ? "C" + unitSuffix(f.concentrationUnit) : "C/Co"; }
 
 void profile(std::ostringstream& out, const PlotFile& f, const ViewState& view) {
@@ -29,21 +33,21 @@ void profile(std::ostringstream& out, const PlotFile& f, const ViewState& view) 
     const std::size_t rows = overDistance ? g.nx() : g.nt(), columns = overDistance ? g.nt() : g.nx();
     for (std::size_t r = 0; r < rows; ++r) {
         out << plainNumber(overDistance ? g.x[r] : g.t[r]);
-        for (std::size_t c = 0; c < columns; ++c) out << ',' << plainNumber(overDistance ? g.at(r, 0, 0, c) : g.at(c, 0, 0, r));
+        for (std::size_t c = 0; c < columns; ++c) out << ',' << cell(overDistance ? g.at(r, 0, 0, c) : g.at(c, 0, 0, r));
         out << '\n';
     }
 }
 
 void slice(std::ostringstream& out, const PlotFile& f, const ViewState& view) {
-    const Grid& g = f.grid;
     const auto iz = static_cast<std::size_t>(view.plane), it = static_cast<std::size_t>(view.time);
-    std::string where = "t = " + plainNumber(g.t[it]) + (f.timeUnit.empty() ? "" : " " + f.timeUnit);
-    if (f.kind == PlotKind::Volume) where = "z = " + plainNumber(g.z[iz]) + (f.lengthUnit.empty() ? "" : " " + f.lengthUnit) + ", " + where;
+    std::string where = "t = " + plainNumber(f.axes.t[it]) + (f.timeUnit.empty() ? "" : " " + f.timeUnit);
+    if (f.kind == PlotKind::Volume) where = "z = " + plainNumber(f.axes.z[iz]) + (f.lengthUnit.empty() ? "" : " " + f.lengthUnit) + ", " + where;
     out << field("x" + unitSuffix(f.lengthUnit)) << ',' << field("y" + unitSuffix(f.lengthUnit)) << ','
         << field(quantityName(f) + " at " + where) << '\n';
-    for (std::size_t ix = 0; ix < g.nx(); ++ix)
-        for (std::size_t iy = 0; iy < g.ny(); ++iy)
-            out << plainNumber(g.x[ix]) << ',' << plainNumber(g.y[iy]) << ',' << plainNumber(g.at(ix, iy, iz, it)) << '\n';
+    const Field plane = shownPlane(f, view);
+    for (std::size_t ix = 0; ix < plane.x.size(); ++ix)
+        for (std::size_t iy = 0; iy < plane.y.size(); ++iy)
+            out << plainNumber(plane.x[ix]) << ',' << plainNumber(plane.y[iy]) << ',' << cell(plane.at(ix, iy)) << '\n';
 }
 
 void bins(std::ostringstream& out, const PlotFile& f, const ViewState& view) {

@@ -6,6 +6,7 @@
 #include <QTextStream>
 #include <cstdlib>
 
+#include "apps/common/screen_fit.h"
 #include "apps/trazel/widgets/command_line.h"
 #include "apps/trazel/widgets/trazel_window.h"
 
@@ -27,6 +28,8 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Trazel"));
     QApplication::setApplicationVersion(QStringLiteral("9.1"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("brenmoor-trazel"));
+    bm::ScreenFit::install(app);
 
     bm::trazel::CommandLine line;
     QString error;
@@ -42,10 +45,10 @@ int main(int argc, char** argv) {
     }
 
     bm::trazel::TrazelWindow window;
+    window.show();  // first, so that a long read shows its progress over the window
     if (!line.file.isEmpty()) {
-        if (!window.openFileOrSay(line.file)) return bm::trazel::ExitUnreadable;
-        window.setView(line.view);
+        if (window.openFileOrSay(line.file)) window.setView(line.view);
+        else if (!window.readCancelled()) return bm::trazel::ExitUnreadable;
     }
-    window.show();
     return QApplication::exec();
 }

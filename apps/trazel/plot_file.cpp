@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <fstream>
+#include <limits>
 #include <optional>
 #include <sstream>
+#include <unordered_set>
 
 #include "apps/trazel/cell_number.h"
+#include "apps/trazel/grid_collector.h"
+#include "files/stopped_run_note.h"
 #include "model/number_text.h"
 #include "model/ranges.h"
 #include "shell/base/runtime_error.h"
@@ -16,6 +19,10 @@ namespace bm::trazel {
 
 namespace {
 
+constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
+constexpr const char* kEndsEarly = "the file ends early";
+constexpr const char* kRunStopped = "the run was stopped";
+
 // Reading stops at the first structural fault with a message for the user.
 struct Unreadable {
     std::string message;
@@ -23,37 +30,14 @@ struct Unreadable {
 
 [[noreturn]] void fail(std::string message) { throw Unreadable{std::move(message)}; }
 
-struct Line {
-    int number = 0;    // from 1, as an editor counts
-    std::string text;  // trimmed, without the line end
-};
-
-using Lines = std::vector<Line>;
-
-Lines splitLines(std::string_view text) {
-    if (text.substr(0, 3) == "\xEF\xBB\xBF") text.remove_prefix(3);
-    Lines lines;
-    int number = 0;
-    std::size_t start = 0;
-    while (start < text.size()) {
-        std::size_t end = text.find('\n', start);
-        if (end == std::string_view::npos) end = text.size();
-        lines.push_back({++number, trim(text.substr(start, end - start))});
-        // trim() takes blanks and tabs; a carriage return of CR/LF files stays
-        std::string& t = lines.back().text;
-        while (!t.empty() && (t.back() == '\r' || t.back() == ' ' || t.back() == '\t')) t.pop_back();
-        start = end + 1;
-    }
-    return lines;
-}
-
 std::string shortened(std::string_view text) {
     constexpr std::size_t kMost = 60;
     if (text.size() <= kMost) return "\"" + std::string(text) + "\"";
     return "\"" + std::string(text.substr(0, kMost)) + "...\"";
 }
 
-std::string atLine(const Line& line) { return "Line " + std::to_string(line.number) + ": "; }
+std::string atLine(long long number) { return "Line " + std::to_string(number) + ": "; }
+std::string atLine(const Line& line) { return atLine(line.number); }
 
 bool startsWith(std::string_view text, std::string_view prefix) { return text.substr(0, prefix.size()) == prefix; }
 
@@ -83,166 +67,336 @@ std::optional<long long> announced(const PlotFile& f, std::string_view label) {
     return std::llround(*v);
 }
 
-// A regular table's size must agree with its header: a shorter table is a
-// file that was cut short, and plotting it would silently mislead.
-void checkAnnounced(const PlotFile& f, std::string_view label, std::size_t found, std::string_view what) {
+// A count of the header that can plan the grid: 0 when it is missing or absurd.
+std::size_t plannedCount(const PlotFile& f, std::string_view label) {
     const auto n = announced(f, label);
-    if (n && *n != static_cast<long long>(found))
-        fail("The header announces " + std::to_string(*n) + " " + std::string(what) + " (\"" + std::string(label) +
-             ": \") but the table holds " + std::to_string(found) + ". The file seems cut short or damaged.");
+    return n && *n >= 1 && *n <= 100'000'000 ? static_cast<std::size_t>(*n) : 0;
 }
 
-struct Row {
-    const Line* line;
+void markIncomplete(PlotFile& f, const std::string& why, const std::string& detail) {
+    if (f.incomplete.empty()) f.incomplete = why;
+    if (!detail.empty()) f.warnings.push_back(detail);
+}
+
+// A count of the table compared with its header: more than announced is a
+// damaged file; fewer is a file that ends early, plotted as far as it goes.
+void compareAnnounced(PlotFile& f, std::string_view label, std::size_t found, std::string_view what) {
+    const auto n = announced(f, label);
+    if (!n || *n == static_cast<long long>(found)) return;
+    const std::string words = "The header announces " + std::to_string(*n) + " " + std::string(what) + " (\"" +
+                              std::string(label) + ": \") but the table holds " + std::to_string(found);
+    if (*n < static_cast<long long>(found)) fail(words + ". The file seems damaged.");
+    markIncomplete(f, kEndsEarly, words + ".");
+}
+
+bool isTimeIs(std::string_view text) { return startsWith(text, "Time is"); }
+bool isTimeLabel(std::string_view text) { return startsWith(text, "Time:"); }
+
+// The next line that is not empty; false at the end.
+bool nextFilled(LineReader& in, Line& line) {
+    while (in.next(line))
+        if (!line.text.empty()) return true;
+    return false;
+}
+
+// True when nothing but empty lines follows; the reader is left where it was
+// otherwise (the line found is read again).
+bool nothingFollows(LineReader& in) {
+    Line line;
+    if (!nextFilled(in, line)) return true;
+    in.unread();
+    return false;
+}
+
+// One row of numbers of a table.
+enum class RowRead { Row, End, Stop, CutShort };
+
+struct RowReader {
+    LineReader& in;
     std::vector<double> values;
+    Line line;
+    std::string copy;  // the row's text for messages after the reader moved on
+
+    // The next row of `width` numbers. Stop: a line that `stop` recognises
+    // (read again next). CutShort: a last line that is not a whole row, as a
+    // file that was being written when it was copied ends.
+    RowRead next(std::size_t width, std::string_view layout, bool (*stop)(std::string_view)) {
+        if (!nextFilled(in, line)) return RowRead::End;
+        if (stop && stop(line.text)) {
+            in.unread();
+            return RowRead::Stop;
+        }
+        const bool numbers = rowNumbersInto(line.text, values);
+        if (numbers && values.size() == width) return RowRead::Row;
+        copy = std::string(line.text);
+        const long long number = line.number;
+        const std::size_t got = values.size();
+        if (nothingFollows(in)) return RowRead::CutShort;
+        if (!numbers) fail(atLine(number) + shortened(copy) + " is not a row of numbers.");
+        fail(atLine(number) + "a row holds " + std::string(layout) + ", that is " + std::to_string(width) +
+             " values, but this one holds " + std::to_string(got) + ".");
+    }
 };
 
-Row numberRow(const Line& line) {
-    auto values = rowNumbers(line.text);
-    if (!values) fail(atLine(line) + shortened(line.text) + " is not a row of numbers.");
-    return {&line, std::move(*values)};
-}
+// What the regular readers share.
+struct Regular {
+    PlotFile& f;
+    LineReader& in;
+    const ReadLimits& limits;
+    bool overview = true;  // false: only the close-look plane is wanted
+    int focusTime = -1, focusPlane = 0;
+    Axes axes;
+    std::optional<GridCollector> collector;
 
-void expectWidth(const Row& row, std::size_t width, std::string_view layout) {
-    if (row.values.size() != width)
-        fail(atLine(*row.line) + "a row holds " + std::string(layout) + ", that is " + std::to_string(width) +
-             " values, but this one holds " + std::to_string(row.values.size()) + ".");
-}
+    void start(Counts counts) { collector.emplace(limits, counts, overview, focusTime, focusPlane); }
+    void put(std::size_t it, std::size_t ix, std::size_t iy, std::size_t iz, double v) {
+        collector->put(it, ix, iy, iz, v);
+    }
+};
 
 std::vector<double> timesAfterLabel(const Line& line) {
-    auto times = rowNumbers(std::string_view(line.text).substr(std::string_view("Time:").size()));
+    auto times = rowNumbers(line.text.substr(std::string_view("Time:").size()));
     if (!times) fail(atLine(line) + "the times " + shortened(line.text) + " are not all numbers.");
     if (times->empty()) fail(atLine(line) + "the line \"Time:\" lists no times.");
     return *times;
 }
 
-// The x and y columns of rows that run over x and, within each x, over y.
-void xyGrid(const std::vector<Row>& rows, std::vector<double>& xs, std::vector<double>& ys) {
-    xs.clear();
-    ys.clear();
-    for (const Row& r : rows) {
-        if (r.values[0] != rows.front().values[0]) break;
-        ys.push_back(r.values[1]);
+// --- one dimension ---------------------------------------------------------
+
+void readProfile(Regular& r, const Line& timeLine) {
+    PlotFile& f = r.f;
+    r.axes.t = timesAfterLabel(timeLine);
+    r.axes.y = {0};
+    r.axes.z = {0};
+    const std::size_t nt = r.axes.t.size();
+    r.start({plannedCount(f, "Number of X Terms"), 1, 1, nt});
+    RowReader rows{r.in, {}, {}, {}};
+    for (;;) {
+        const RowRead got = rows.next(1 + nt, "x and one concentration per time", nullptr);
+        if (got == RowRead::CutShort) markIncomplete(f, kEndsEarly, "The last line is cut short: " + shortened(rows.copy) + ".");
+        if (got != RowRead::Row) break;
+        const std::size_t ix = r.axes.x.size();
+        r.axes.x.push_back(rows.values[0]);
+        for (std::size_t it = 0; it < nt; ++it) r.put(it, ix, 0, 0, rows.values[it + 1]);
     }
-    const std::size_t ny = ys.size();
-    for (std::size_t k = 0; k < rows.size(); k += ny) xs.push_back(rows[k].values[0]);
-    for (std::size_t k = 0; k < rows.size(); ++k) {
-        const double x = xs[k / ny], y = ys[k % ny];
-        const Row& r = rows[k];
-        if (r.values[0] != x || r.values[1] != y)
-            fail(atLine(*r.line) + "the rows do not form a complete x-y grid: x = " + plainNumber(x) +
-                 ", y = " + plainNumber(y) + " was expected here.");
+    if (r.axes.x.empty()) fail("The table under \"Time:\" has no rows of concentrations.");
+    compareAnnounced(f, "Number of X Terms", r.axes.x.size(), "x values");
+    compareAnnounced(f, "Number of Time Terms", nt, "times");
+}
+
+// --- x-y tables (two dimensions, and each time of three) ---------------------
+
+// Rows that run over x and, within each x, over y, each with `extra` values.
+// The first x block sets the y values; every later row must fall on the grid.
+class XyTable {
+public:
+    XyTable(Regular& r, std::size_t extra, std::string_view layout) : r_(r), extra_(extra), layout_(layout) {}
+
+    // Known axes (a later block of a three-dimensional file, or a second read).
+    void knowAxes(const std::vector<double>& xs, const std::vector<double>& ys) {
+        xs_ = xs;
+        ys_ = ys;
+        fixedX_ = true;
     }
-    if (rows.size() % ny != 0)
-        fail(atLine(*rows.back().line) + "the table ends inside the y values of x = " + plainNumber(xs.back()) + ".");
-    for (std::size_t i = 1; i < xs.size(); ++i)
-        if (std::find(xs.begin(), xs.begin() + static_cast<long>(i), xs[i]) != xs.begin() + static_cast<long>(i))
-            fail(atLine(*rows[i * ny].line) + "x = " + plainNumber(xs[i]) + " comes twice in the table.");
-}
+    const std::vector<double>& xs() const { return xs_; }
+    const std::vector<double>& ys() const { return ys_; }
+    std::size_t rows() const { return rows_; }
+    bool cutShort() const { return cut_; }
 
-std::vector<Row> rowsUntil(const Lines& lines, std::size_t& i, bool (*stop)(const std::string&)) {
-    std::vector<Row> rows;
-    for (; i < lines.size(); ++i) {
-        if (lines[i].text.empty()) continue;
-        if (stop && stop(lines[i].text)) break;
-        rows.push_back(numberRow(lines[i]));
-    }
-    return rows;
-}
-
-// --- regular results -------------------------------------------------------
-
-// The times of the line "Time:" and the rows under it: the coordinates and a
-// concentration per time.
-std::vector<Row> tableUnderTimes(Grid& g, const Lines& lines, std::size_t start, std::size_t coordinates, std::string_view layout) {
-    g.t = timesAfterLabel(lines[start]);
-    std::size_t i = start + 1;
-    std::vector<Row> rows = rowsUntil(lines, i, nullptr);
-    if (rows.empty()) fail("The table under \"Time:\" has no rows of concentrations.");
-    for (const Row& r : rows) expectWidth(r, coordinates + g.nt(), layout);
-    return rows;
-}
-
-void readProfile(PlotFile& f, const Lines& lines, std::size_t start) {
-    Grid& g = f.grid;
-    const std::vector<Row> rows = tableUnderTimes(g, lines, start, 1, "x and one concentration per time");
-    checkAnnounced(f, "Number of X Terms", rows.size(), "x values");
-    checkAnnounced(f, "Number of Time Terms", g.nt(), "times");
-    g.y = {0};
-    g.z = {0};
-    for (const Row& r : rows) g.x.push_back(r.values[0]);
-    g.c.assign(g.nt() * g.nx(), 0);
-    for (std::size_t ix = 0; ix < rows.size(); ++ix)
-        for (std::size_t it = 0; it < g.nt(); ++it) g.c[g.index(ix, 0, 0, it)] = rows[ix].values[it + 1];
-}
-
-void readPlane(PlotFile& f, const Lines& lines, std::size_t start) {
-    Grid& g = f.grid;
-    const std::vector<Row> rows = tableUnderTimes(g, lines, start, 2, "x, y and one concentration per time");
-    xyGrid(rows, g.x, g.y);
-    checkAnnounced(f, "Number of X Terms", g.nx(), "x values");
-    checkAnnounced(f, "Number of Y Terms", g.ny(), "y values");
-    checkAnnounced(f, "Number of Time Terms", g.nt(), "times");
-    g.z = {0};
-    g.c.assign(g.nt() * g.nx() * g.ny(), 0);
-    for (std::size_t k = 0; k < rows.size(); ++k)
-        for (std::size_t it = 0; it < g.nt(); ++it) g.c[g.index(k / g.ny(), k % g.ny(), 0, it)] = rows[k].values[it + 2];
-}
-
-bool isTimeIs(const std::string& text) { return startsWith(text, "Time is"); }
-
-void readVolume(PlotFile& f, const Lines& lines, std::size_t start) {
-    Grid& g = f.grid;
-    struct Block {
-        double t;
-        std::vector<Row> rows;
-    };
-    std::vector<Block> blocks;
-    std::size_t i = start;
-    while (i < lines.size()) {
-        const Line& head = lines[i];
-        if (head.text.empty()) { ++i; continue; }
-        if (!isTimeIs(head.text)) fail(atLine(head) + "a block of the table should begin with \"Time is\", not " + shortened(head.text) + ".");
-        std::istringstream words(head.text.substr(std::string_view("Time is").size()));
-        std::string word;
-        words >> word;
-        const auto t = cellNumber(word);
-        if (!t) fail(atLine(head) + "the time in " + shortened(head.text) + " is not a number.");
-        ++i;
-        while (i < lines.size() && lines[i].text.empty()) ++i;
-        if (i >= lines.size() || !startsWith(lines[i].text, "Z Coordinate"))
-            fail(atLine(i < lines.size() ? lines[i] : head) + "the block of time " + plainNumber(*t) + " lacks its line \"Z Coordinate =>\".");
-        const Line& zLine = lines[i];
-        const auto arrow = zLine.text.find("=>");
-        auto zs = rowNumbers(arrow == std::string::npos ? std::string_view() : std::string_view(zLine.text).substr(arrow + 2));
-        if (!zs || zs->empty()) fail(atLine(zLine) + "the z coordinates " + shortened(zLine.text) + " are not a list of numbers.");
-        if (blocks.empty()) g.z = *zs;
-        else if (*zs != g.z) fail(atLine(zLine) + "the z coordinates differ from those of the first block.");
-        ++i;
-        Block block{*t, rowsUntil(lines, i, isTimeIs)};
-        if (block.rows.empty()) fail(atLine(zLine) + "the block of time " + plainNumber(*t) + " has no rows of concentrations.");
-        for (const Row& r : block.rows) expectWidth(r, g.nz() + 2, "x, y and one concentration per z");
-        std::vector<double> xs, ys;
-        xyGrid(block.rows, xs, ys);
-        if (blocks.empty()) {
-            g.x = xs;
-            g.y = ys;
-        } else if (xs != g.x || ys != g.y) {
-            fail(atLine(head) + "the x-y grid of time " + plainNumber(*t) + " differs from that of the first block.");
+    // Reads the rows up to `stop` or the end. `onRow(ix, iy, values)` gets
+    // each row; `ready(ny, tableEnded)` is called once the y values are known,
+    // before the first row is handed on (`tableEnded`: the first x block was
+    // all there was).
+    template <class OnRow, class Ready>
+    void read(bool (*stop)(std::string_view), OnRow onRow, Ready ready) {
+        RowReader reader{r_.in, {}, {}, {}};
+        std::vector<std::vector<double>> first;  // the first x block while the y values are not known
+        std::vector<long long> firstLines;
+        bool settled = !ys_.empty();
+        if (settled) ready(ys_.size(), false);
+        for (;;) {
+            const RowRead got = reader.next(2 + extra_, layout_, stop);
+            if (got == RowRead::CutShort) {
+                cut_ = true;
+                cutText_ = reader.copy;
+            }
+            if (got != RowRead::Row) break;
+            if (!settled && (first.empty() || reader.values[0] == first.front()[0])) {
+                first.push_back(reader.values);
+                firstLines.push_back(reader.line.number);
+                continue;
+            }
+            if (!settled) {
+                settle(first, firstLines, onRow, ready, false);
+                settled = true;
+            }
+            place(reader.line.number, reader.values, onRow);
         }
-        blocks.push_back(std::move(block));
+        if (!settled && !first.empty()) settle(first, firstLines, onRow, ready, true);
     }
-    if (blocks.empty()) fail("The table has no blocks beginning with \"Time is\".");
-    checkAnnounced(f, "Number of X Terms", g.nx(), "x values");
-    checkAnnounced(f, "Number of Y Terms", g.ny(), "y values");
-    checkAnnounced(f, "Number of Z Terms", g.nz(), "z values");
-    checkAnnounced(f, "Number of Time Terms", blocks.size(), "times");
-    for (const Block& b : blocks) g.t.push_back(b.t);
-    g.c.assign(g.nt() * g.nx() * g.ny() * g.nz(), 0);
-    for (std::size_t it = 0; it < blocks.size(); ++it)
-        for (std::size_t k = 0; k < blocks[it].rows.size(); ++k)
-            for (std::size_t iz = 0; iz < g.nz(); ++iz)
-                g.c[g.index(k / g.ny(), k % g.ny(), iz, it)] = blocks[it].rows[k].values[iz + 2];
+
+    const std::string& cutText() const { return cutText_; }
+
+private:
+    template <class OnRow, class Ready>
+    void settle(std::vector<std::vector<double>>& first, const std::vector<long long>& lines, OnRow onRow, Ready ready,
+                bool tableEnded) {
+        for (const std::vector<double>& v : first) ys_.push_back(v[1]);
+        ready(ys_.size(), tableEnded);
+        for (std::size_t k = 0; k < first.size(); ++k) place(lines[k], first[k], onRow);
+        first.clear();
+    }
+
+    template <class OnRow>
+    void place(long long lineNumber, const std::vector<double>& v, OnRow onRow) {
+        const std::size_t ny = ys_.size();
+        const std::size_t ix = rows_ / ny, iy = rows_ % ny;
+        if (iy == 0 && !fixedX_) {
+            if (!seen_.insert(v[0]).second)
+                fail(atLine(lineNumber) + "x = " + plainNumber(v[0]) + " comes twice in the table.");
+            xs_.push_back(v[0]);
+        }
+        if (ix >= xs_.size()) fail(atLine(lineNumber) + "the table holds more x values than the grid it began.");
+        if (v[0] != xs_[ix] || v[1] != ys_[iy])
+            fail(atLine(lineNumber) + "the rows do not form a complete x-y grid: x = " + plainNumber(xs_[ix]) +
+                 ", y = " + plainNumber(ys_[iy]) + " was expected here.");
+        onRow(ix, iy, v);
+        ++rows_;
+    }
+
+    Regular& r_;
+    std::size_t extra_;
+    std::string_view layout_;
+    std::vector<double> xs_, ys_;
+    std::unordered_set<double> seen_;
+    bool fixedX_ = false;
+    bool cut_ = false;
+    std::string cutText_;
+    std::size_t rows_ = 0;
+};
+
+// A table that stopped inside the y values of an x, or at a cut line: the
+// nodes it does not hold stay missing.
+void noteEarlyEnd(PlotFile& f, const XyTable& table) {
+    if (table.cutShort()) markIncomplete(f, kEndsEarly, "The last line is cut short: " + shortened(table.cutText()) + ".");
+    const std::size_t ny = table.ys().size();
+    if (ny > 0 && table.rows() % ny != 0)
+        markIncomplete(f, kEndsEarly,
+                       "The table ends inside the y values of x = " + plainNumber(table.xs().back()) + ".");
+}
+
+void readPlane(Regular& r, const Line& timeLine) {
+    PlotFile& f = r.f;
+    r.axes.t = timesAfterLabel(timeLine);
+    r.axes.z = {0};
+    const std::size_t nt = r.axes.t.size();
+    XyTable table(r, nt, "x, y and one concentration per time");
+    if (!r.overview) table.knowAxes(r.f.axes.x, r.f.axes.y);
+    table.read(
+        nullptr,
+        [&](std::size_t ix, std::size_t iy, const std::vector<double>& v) {
+            for (std::size_t it = 0; it < nt; ++it) r.put(it, ix, iy, 0, v[it + 2]);
+        },
+        [&](std::size_t ny, bool tableEnded) {
+            const auto announcedY = announced(f, "Number of Y Terms");
+            if (r.overview && announcedY && *announcedY != static_cast<long long>(ny)) {
+                if (!tableEnded || *announcedY < static_cast<long long>(ny))
+                    fail("The header announces " + std::to_string(*announcedY) +
+                         " y values (\"Number of Y Terms: \") but the table holds " + std::to_string(ny) +
+                         ". The file seems damaged.");
+                compareAnnounced(f, "Number of Y Terms", ny, "y values");
+            }
+            r.start({plannedCount(f, "Number of X Terms"), ny, 1, nt});
+        });
+    if (table.rows() == 0) fail("The table under \"Time:\" has no rows of concentrations.");
+    r.axes.x = table.xs();
+    r.axes.y = table.ys();
+    noteEarlyEnd(f, table);
+    compareAnnounced(f, "Number of X Terms", r.axes.x.size(), "x values");
+    compareAnnounced(f, "Number of Time Terms", nt, "times");
+}
+
+// --- three dimensions: a block of rows for each time ---------------------------
+
+// The lines "Time is 50 day" and "Z Coordinate =>, 0, 2.5, 5" of a block.
+struct BlockHead {
+    double t = 0;
+    std::vector<double> z;
+};
+
+BlockHead readBlockHead(LineReader& in, const Line& head) {
+    BlockHead b;
+    std::istringstream words{std::string(head.text.substr(std::string_view("Time is").size()))};
+    std::string word;
+    words >> word;
+    const auto t = cellNumber(word);
+    if (!t) fail(atLine(head) + "the time in " + shortened(head.text) + " is not a number.");
+    b.t = *t;
+    const long long headNumber = head.number;
+    Line zLine;
+    if (!nextFilled(in, zLine) || !startsWith(zLine.text, "Z Coordinate"))
+        fail(atLine(zLine.number ? zLine.number : headNumber) + "the block of time " + plainNumber(b.t) +
+             " lacks its line \"Z Coordinate =>\".");
+    const auto arrow = zLine.text.find("=>");
+    auto zs = rowNumbers(arrow == std::string::npos ? std::string_view() : zLine.text.substr(arrow + 2));
+    if (!zs || zs->empty()) fail(atLine(zLine) + "the z coordinates " + shortened(zLine.text) + " are not a list of numbers.");
+    b.z = *zs;
+    return b;
+}
+
+// One block; `it` is its place among the times.
+void readVolumeBlock(Regular& r, const Line& head, std::size_t it, bool first) {
+    PlotFile& f = r.f;
+    const long long headNumber = head.number;
+    const BlockHead b = readBlockHead(r.in, head);
+    if (first && r.overview) r.axes.z = b.z;
+    else if (b.z != r.axes.z) fail(atLine(headNumber + 1) + "the z coordinates differ from those of the first block.");
+    const std::size_t nz = r.axes.z.size();
+    XyTable table(r, nz, "x, y and one concentration per z");
+    if (!first || !r.overview) table.knowAxes(r.axes.x, r.axes.y);
+    table.read(
+        isTimeIs,
+        [&](std::size_t ix, std::size_t iy, const std::vector<double>& v) {
+            for (std::size_t iz = 0; iz < nz; ++iz) r.put(it, ix, iy, iz, v[iz + 2]);
+        },
+        [&](std::size_t ny, bool) {
+            if (!r.collector) r.start({plannedCount(f, "Number of X Terms"), ny, nz, plannedCount(f, "Number of Time Terms")});
+        });
+    if (table.rows() == 0 && !table.cutShort())
+        fail(atLine(headNumber + 1) + "the block of time " + plainNumber(b.t) + " has no rows of concentrations.");
+    const bool atEnd = nothingFollows(r.in);
+    if (first && r.overview) {
+        r.axes.x = table.xs();
+        r.axes.y = table.ys();
+        if (!atEnd && table.rows() % std::max<std::size_t>(r.axes.y.size(), 1) != 0)
+            fail(atLine(headNumber) + "the table ends inside the y values of x = " + plainNumber(r.axes.x.back()) + ".");
+    } else if (table.rows() != r.axes.x.size() * r.axes.y.size() && !atEnd) {
+        fail(atLine(headNumber) + "the x-y grid of time " + plainNumber(b.t) + " differs from that of the first block.");
+    }
+    if (atEnd) {
+        noteEarlyEnd(f, table);
+        if (!first && table.rows() < r.axes.x.size() * r.axes.y.size() && table.rows() % r.axes.y.size() == 0)
+            markIncomplete(f, kEndsEarly, "The block of time " + plainNumber(b.t) + " ends early.");
+    }
+    r.axes.t.push_back(b.t);
+}
+
+void readVolume(Regular& r, const Line& firstHead) {
+    PlotFile& f = r.f;
+    Line head = firstHead;
+    std::size_t it = 0;
+    for (;;) {
+        if (!isTimeIs(head.text))
+            fail(atLine(head) + "a block of the table should begin with \"Time is\", not " + shortened(head.text) + ".");
+        f.blockStarts.push_back(head.offset);
+        readVolumeBlock(r, head, it, it == 0);
+        ++it;
+        if (!nextFilled(r.in, head)) break;
+    }
+    compareAnnounced(f, "Number of X Terms", r.axes.x.size(), "x values");
+    compareAnnounced(f, "Number of Y Terms", r.axes.y.size(), "y values");
+    compareAnnounced(f, "Number of Z Terms", r.axes.z.size(), "z values");
+    compareAnnounced(f, "Number of Time Terms", r.axes.t.size(), "times");
 }
 
 // --- time-varying dispersion ------------------------------------------------
@@ -253,9 +407,9 @@ std::vector<double> rangeAxis(PlotFile& f, std::string_view rangeLabel, std::str
     const std::string spec = f.value(rangeLabel);
     if (!spec.empty() && rangeFormatIsValid(spec)) {
         try {
-            const ParsedRange r = parseRange(spec);
+            const ParsedRange range = parseRange(spec);
             std::vector<double> axis;
-            for (int i = 1; i <= r.terms; ++i) axis.push_back(rangeValue(i, r.minimum, r.interval));
+            for (int i = 1; i <= range.terms; ++i) axis.push_back(rangeValue(i, range.minimum, range.interval));
             return axis;
         } catch (const RuntimeError&) {
         }
@@ -270,78 +424,126 @@ std::vector<double> rangeAxis(PlotFile& f, std::string_view rangeLabel, std::str
     return axis;
 }
 
-bool isTimeLabel(const std::string& text) { return startsWith(text, "Time:"); }
-
-void readTimeVarying(PlotFile& f, const Lines& lines, std::size_t start) {
-    Grid& g = f.grid;
+// One block "Time: t" and its values.
+void readTimeVaryingBlock(Regular& r, const Line& head, std::size_t it) {
+    PlotFile& f = r.f;
     const bool point = f.kind == PlotKind::Plane;
-    g.x = rangeAxis(f, "X Range", "Number of X Terms");
-    g.y = point ? rangeAxis(f, "Y Range", "Number of Y Terms") : std::vector<double>{0};
-    g.z = {0};
-    const std::size_t points = g.nx() * g.ny();
-    std::size_t i = start;
-    while (i < lines.size()) {
-        const Line& head = lines[i];
-        if (head.text.empty()) { ++i; continue; }
-        if (!isTimeLabel(head.text)) fail(atLine(head) + "a block should begin with \"Time:\", not " + shortened(head.text) + ".");
-        ++i;
-        auto t = rowNumbers(std::string_view(head.text).substr(5));
-        if (t && t->empty()) {  // the time may stand on the next line
-            while (i < lines.size() && lines[i].text.empty()) ++i;
-            if (i < lines.size()) t = rowNumbers(lines[i++].text);
-        }
-        if (!t || t->size() != 1) fail(atLine(head) + "a block should name one time after \"Time:\".");
-        const std::vector<Row> rows = rowsUntil(lines, i, isTimeLabel);
-        std::vector<double> flat;
-        for (const Row& r : rows) flat.insert(flat.end(), r.values.begin(), r.values.end());
-        const std::size_t coordinates = point ? 2 : 1;
-        const bool withCoordinates = rows.size() == points && !rows.empty() &&
-            std::all_of(rows.begin(), rows.end(), [&](const Row& r) { return r.values.size() == coordinates + 1; });
-        if (flat.size() == points) {
-            // concentrations alone, over x and within x over y
-        } else if (withCoordinates) {
-            flat.clear();
-            for (const Row& r : rows) flat.push_back(r.values.back());
-        } else {
-            fail(atLine(head) + "the block of time " + plainNumber(t->front()) + " holds " + std::to_string(flat.size()) +
-                 " values; the grid has " + std::to_string(points) + " points.");
-        }
-        g.t.push_back(t->front());
-        g.c.insert(g.c.end(), flat.begin(), flat.end());
+    const std::size_t ny = r.axes.y.size(), points = r.axes.x.size() * ny;
+    const long long headNumber = head.number;
+    if (!isTimeLabel(head.text)) fail(atLine(head) + "a block should begin with \"Time:\", not " + shortened(head.text) + ".");
+    auto t = rowNumbers(head.text.substr(5));
+    if (t && t->empty()) {  // the time may stand on the next line
+        Line next;
+        if (nextFilled(r.in, next)) t = rowNumbers(next.text);
     }
-    if (g.t.empty()) fail("The file has no blocks beginning with \"Time:\".");
-    checkAnnounced(f, "Number of Time Terms", g.nt(), "times");
+    if (!t || t->size() != 1) fail(atLine(headNumber) + "a block should name one time after \"Time:\".");
+    std::vector<double> flat, lastOfRows, row;
+    std::size_t rows = 0;
+    bool rowsWithCoordinates = true;
+    const std::size_t coordinates = point ? 2 : 1;
+    for (;;) {
+        Line line;
+        if (!nextFilled(r.in, line)) break;
+        if (isTimeLabel(line.text)) {
+            r.in.unread();
+            break;
+        }
+        if (!rowNumbersInto(line.text, row)) {
+            const std::string copy(line.text);
+            const long long number = line.number;
+            if (nothingFollows(r.in)) {
+                markIncomplete(f, kEndsEarly, "The last line is cut short: " + shortened(copy) + ".");
+                break;
+            }
+            fail(atLine(number) + shortened(copy) + " is not a row of numbers.");
+        }
+        ++rows;
+        rowsWithCoordinates = rowsWithCoordinates && row.size() == coordinates + 1;
+        if (rowsWithCoordinates) lastOfRows.push_back(row.back());
+        if (flat.size() <= points) flat.insert(flat.end(), row.begin(), row.end());
+    }
+    const bool last = nothingFollows(r.in);
+    std::vector<double> values;
+    if (flat.size() == points) values = std::move(flat);  // concentrations alone, over x and within x over y
+    else if (rowsWithCoordinates && rows == points && rows > 0) values = std::move(lastOfRows);
+    else if (last && flat.size() < points) {
+        values = std::move(flat);
+        markIncomplete(f, kEndsEarly, "The block of time " + plainNumber(t->front()) + " ends early.");
+    } else {
+        fail(atLine(headNumber) + "the block of time " + plainNumber(t->front()) + " holds " + std::to_string(flat.size()) +
+             " values; the grid has " + std::to_string(points) + " points.");
+    }
+    for (std::size_t k = 0; k < values.size(); ++k) r.put(it, k / ny, k % ny, 0, values[k]);
+    if (r.overview) r.axes.t.push_back(t->front());
 }
 
-void readRegular(PlotFile& f, const Lines& lines, std::size_t first) {
-    std::size_t start = first + 1;
-    for (; start < lines.size(); ++start) {
-        const std::string& t = lines[start].text;
-        if (isTimeLabel(t) || isTimeIs(t)) break;
-        if (!t.empty()) f.header.push_back(headerLine(t));
+void readTimeVarying(Regular& r, const Line& firstHead) {
+    PlotFile& f = r.f;
+    const bool point = f.kind == PlotKind::Plane;
+    r.axes.x = rangeAxis(f, "X Range", "Number of X Terms");
+    r.axes.y = point ? rangeAxis(f, "Y Range", "Number of Y Terms") : std::vector<double>{0};
+    r.axes.z = {0};
+    r.start({r.axes.x.size(), r.axes.y.size(), 1, plannedCount(f, "Number of Time Terms")});
+    Line head = firstHead;
+    std::size_t it = 0;
+    for (;;) {
+        f.blockStarts.push_back(head.offset);
+        readTimeVaryingBlock(r, head, it++);
+        if (!nextFilled(r.in, head)) break;
     }
+    compareAnnounced(f, "Number of Time Terms", r.axes.t.size(), "times");
+}
+
+// --- the header and the choice of layout -------------------------------------
+
+// The header up to the table; the line that begins the table is left in `first`.
+bool readRegularHeader(PlotFile& f, LineReader& in, Line& first) {
+    while (in.next(first)) {
+        if (isTimeLabel(first.text) || isTimeIs(first.text)) return true;
+        if (!first.text.empty()) f.header.push_back(headerLine(first.text));
+    }
+    return false;
+}
+
+void describeRegular(PlotFile& f, bool startsWithTimeIs) {
     f.model = f.value("Model");
     f.aquifer = f.value("Aquifer");
     f.contaminant = f.value("Contaminant");
     takeUnits(f);
     const std::string model = toLower(f.model);
     f.timeVarying = contains(model, "point source") || contains(model, "line source") || contains(model, "time varying");
-    if (f.timeVarying) f.aquifer = f.value("Dispersion Coefficient");
-    if (start >= lines.size())
-        fail("The file has no table of results: no line begins with \"Time:\" or \"Time is\".");
     if (f.timeVarying) {
+        f.aquifer = f.value("Dispersion Coefficient");
         f.kind = (contains(model, "point") || f.has("Number of Y Terms")) ? PlotKind::Plane : PlotKind::Profile;
-        readTimeVarying(f, lines, start);
-    } else if (isTimeIs(lines[start].text) || f.has("Number of Z Terms")) {
+    } else if (startsWithTimeIs || f.has("Number of Z Terms")) {
         f.kind = PlotKind::Volume;
-        readVolume(f, lines, start);
     } else if (f.has("Number of Y Terms")) {
         f.kind = PlotKind::Plane;
-        readPlane(f, lines, start);
     } else {
         f.kind = PlotKind::Profile;
-        readProfile(f, lines, start);
     }
+}
+
+void readRegularTable(Regular& r, const Line& first) {
+    PlotFile& f = r.f;
+    if (f.timeVarying) readTimeVarying(r, first);
+    else if (f.kind == PlotKind::Volume) readVolume(r, first);
+    else if (f.kind == PlotKind::Plane) readPlane(r, first);
+    else readProfile(r, first);
+}
+
+void readRegular(PlotFile& f, LineReader& in, const ReadLimits& limits) {
+    Line first;
+    const bool table = readRegularHeader(f, in, first);
+    describeRegular(f, table && isTimeIs(first.text));
+    if (!table) fail("The file has no table of results: no line begins with \"Time:\" or \"Time is\".");
+    Regular r{f, in, limits, true, -1, 0, {}, {}};
+    // The last time of a large two-dimensional table is kept in full as it
+    // passes: it is where a plot opens.
+    if (f.kind == PlotKind::Plane && !f.timeVarying) r.focusTime = static_cast<int>(timesAfterLabel(first).size()) - 1;
+    readRegularTable(r, first);
+    r.collector->finish(r.axes, f);
+    if (f.reduced) f.focus = r.collector->takeFocus(r.axes);
 }
 
 // --- Monte Carlo --------------------------------------------------------------
@@ -358,10 +560,10 @@ void splitPair(const std::string& text, std::string_view joint, std::string& fir
     second = trim(text.substr(p + joint.size()));
 }
 
-void readSimulation(PlotFile& f, const Lines& lines, std::size_t typeLine) {
+void readSimulation(PlotFile& f, LineReader& in) {
     f.kind = PlotKind::Simulation;
-    for (std::size_t i = typeLine + 1; i < lines.size(); ++i) {
-        const Line& line = lines[i];
+    Line line;
+    while (in.next(line)) {
         if (line.text.empty()) continue;
         if (const auto v = cellNumber(line.text)) {
             f.samples.push_back(*v);
@@ -390,15 +592,18 @@ void readSimulation(PlotFile& f, const Lines& lines, std::size_t typeLine) {
     }
 }
 
-void readGenerated(PlotFile& f, const Lines& lines, std::size_t typeLine) {
+void readGenerated(PlotFile& f, LineReader& in) {
     f.kind = PlotKind::Generated;
     enum class Section { Header, Inputs, Outputs, Samples } section = Section::Header;
     std::vector<Variant> all;
     bool ended = false;
-    for (std::size_t i = typeLine + 1; i < lines.size() && !ended; ++i) {
-        const Line& line = lines[i];
+    Line line;
+    while (!ended && in.next(line)) {
         if (line.text.empty()) continue;
-        if (line.text == "[End File]") { ended = true; continue; }
+        if (line.text == "[End File]") {
+            ended = true;
+            continue;
+        }
         const HeaderLine h = headerLine(line.text);
         if (sameWords(h.label, "Variant")) {
             all.push_back({h.value, {}, {}, {}});
@@ -442,17 +647,86 @@ void readGenerated(PlotFile& f, const Lines& lines, std::size_t typeLine) {
     f.model = "Monte Carlo";
 }
 
-void readMonteCarlo(PlotFile& f, const Lines& lines, std::size_t first) {
-    std::size_t i = first + 1;
-    while (i < lines.size() && lines[i].text.empty()) ++i;
-    if (i >= lines.size()) fail("The file ends after \"Monte Carlo\": the line \"Type: \" is missing.");
-    const HeaderLine type = headerLine(lines[i].text);
+void readMonteCarlo(PlotFile& f, LineReader& in) {
+    Line line;
+    if (!nextFilled(in, line)) fail("The file ends after \"Monte Carlo\": the line \"Type: \" is missing.");
+    const HeaderLine type = headerLine(line.text);
     if (!sameWords(type.label, "Type"))
-        fail(atLine(lines[i]) + "\"Type: Concentrations\" or \"Type: Generated\" was expected, not " + shortened(lines[i].text) + ".");
+        fail(atLine(line) + "\"Type: Concentrations\" or \"Type: Generated\" was expected, not " + shortened(line.text) + ".");
     const std::string word = toLower(type.value);
-    if (contains(word, "generated")) readGenerated(f, lines, i);
-    else if (contains(word, "concentration")) readSimulation(f, lines, i);
-    else fail(atLine(lines[i]) + "the Monte Carlo type " + shortened(type.value) + " is not one Trazel knows.");
+    if (contains(word, "generated")) readGenerated(f, in);
+    else if (contains(word, "concentration")) readSimulation(f, in);
+    else fail(atLine(line) + "the Monte Carlo type " + shortened(type.value) + " is not one Trazel knows.");
+}
+
+ReadResult parse(LineReader& in, const ReadLimits& limits) {
+    ReadResult result;
+    try {
+        Line first;
+        if (!nextFilled(in, first)) fail(in.failed() ? "The file could not be read to its end." : "The file is empty.");
+        const std::string opening(first.text);
+        if (sameWords(opening, "Ground Water")) readRegular(result.file, in, limits);
+        else if (sameWords(opening, "Monte Carlo")) readMonteCarlo(result.file, in);
+        else fail("This is not a plot file: its first line should read \"Ground Water\" or \"Monte Carlo\", not " + shortened(opening) + ".");
+        if (in.failed()) fail("The file could not be read to its end.");
+        result.ok = true;
+    } catch (const Unreadable& u) {
+        result.error = u.message;
+        result.file = PlotFile{};
+    } catch (const GridTooLarge&) {
+        result.error = "The file is too large to plot: its header does not announce the size of its grid.";
+        result.file = PlotFile{};
+    } catch (const ReadCancelled&) {
+        result.cancelled = true;
+        result.error = "Reading was cancelled.";
+        result.file = PlotFile{};
+    }
+    return result;
+}
+
+std::string unopenable(const std::string& path) {
+    std::error_code ignored;
+    if (std::filesystem::is_directory(path, ignored)) return "This is a folder, not a plot file.";
+    return "The file cannot be opened: it does not exist or may not be read.";
+}
+
+// The plane of a time read again: a block alone where the file has blocks,
+// the whole table otherwise.
+SliceResult sliceFrom(LineReader& in, const PlotFile& file, int time, int plane, const ReadLimits& limits) {
+    SliceResult result;
+    if (time < 0 || time >= static_cast<int>(file.axes.t.size()) || plane < 0 ||
+        plane >= static_cast<int>(std::max<std::size_t>(file.axes.z.size(), 1))) {
+        result.error = "There is no such time or plane in the file.";
+        return result;
+    }
+    PlotFile copy;
+    copy.kind = file.kind;
+    copy.timeVarying = file.timeVarying;
+    copy.axes = file.axes;
+    Regular r{copy, in, limits, false, time, plane, file.axes, {}};
+    try {
+        const bool blocks = static_cast<std::size_t>(time) < file.blockStarts.size();
+        if (blocks) {
+            Line head;
+            if (!nextFilled(in, head)) fail("The file ended before the block of the time.");
+            r.start({file.axes.x.size(), file.axes.y.size(), std::max<std::size_t>(file.axes.z.size(), 1), file.axes.t.size()});
+            if (file.timeVarying) readTimeVaryingBlock(r, head, static_cast<std::size_t>(time));
+            else readVolumeBlock(r, head, static_cast<std::size_t>(time), false);
+        } else {
+            Line first;
+            if (!nextFilled(in, first) || !readRegularHeader(copy, in, first)) fail("The file has no table any more.");
+            readRegularTable(r, first);
+        }
+        result.slice = r.collector->takeFocus(file.axes);
+        if (!result.slice) result.error = "The file holds no values for that plane.";
+    } catch (const Unreadable& u) {
+        result.error = u.message;
+    } catch (const GridTooLarge&) {
+        result.error = "The plane is too large.";
+    } catch (const ReadCancelled&) {
+        result.cancelled = true;
+    }
+    return result;
 }
 
 }  // namespace
@@ -467,46 +741,62 @@ bool PlotFile::has(std::string_view label) const {
     return std::any_of(header.begin(), header.end(), [&](const HeaderLine& h) { return sameWords(h.label, label); });
 }
 
-ReadResult parsePlotText(std::string_view text) {
-    ReadResult result;
-    try {
-        const Lines lines = splitLines(text);
-        std::size_t first = 0;
-        while (first < lines.size() && lines[first].text.empty()) ++first;
-        if (first >= lines.size()) fail("The file is empty.");
-        const std::string& opening = lines[first].text;
-        if (sameWords(opening, "Ground Water")) readRegular(result.file, lines, first);
-        else if (sameWords(opening, "Monte Carlo")) readMonteCarlo(result.file, lines, first);
-        else fail("This is not a plot file: its first line should read \"Ground Water\" or \"Monte Carlo\", not " + shortened(opening) + ".");
-        result.ok = true;
-    } catch (const Unreadable& u) {
-        result.error = u.message;
-        result.file = PlotFile{};
-    }
-    return result;
+ReadResult parsePlotText(std::string_view text, const ReadLimits& limits) {
+    LineReader in(text);
+    return parse(in, limits);
 }
 
-ReadResult readPlotFile(const std::string& path) {
+// The workbench leaves a note beside the plot file of a run that Stop ended
+// early; a note older than the file belongs to an earlier run.
+static bool stoppedRunNoted(const std::string& path) {
+    std::error_code error;
+    const auto note = std::filesystem::last_write_time(path + kStoppedRunNoteSuffix, error);
+    if (error) return false;
+    const auto file = std::filesystem::last_write_time(path, error);
+    return !error && note >= file;
+}
+
+ReadResult readPlotFile(const std::string& path, const ReadLimits& limits, const ReadProgress& progress) {
     std::error_code ignored;
     if (std::filesystem::is_directory(path, ignored)) {
         ReadResult r;
-        r.error = "This is a folder, not a plot file.";
+        r.error = unopenable(path);
         return r;
     }
-    std::ifstream in(path, std::ios::binary);
-    if (!in) {
+    LineReader in(path);
+    if (!in.isOpen()) {
         ReadResult r;
-        r.error = "The file cannot be opened: it does not exist or may not be read.";
+        r.error = unopenable(path);
         return r;
     }
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    if (in.bad()) {
-        ReadResult r;
-        r.error = "The file could not be read to its end.";
+    in.setProgress(progress);
+    ReadResult r = parse(in, limits);
+    if (r.ok && stoppedRunNoted(path)) {
+        if (r.file.kind == PlotKind::Simulation)
+            markIncomplete(r.file, kRunStopped, "The simulation that wrote this file was stopped: the iterations it did not reach are 0.");
+        else
+            markIncomplete(r.file, kRunStopped, "The run that wrote this file was stopped: the values it did not reach are 0.");
+    }
+    return r;
+}
+
+SliceResult readSlice(const std::string& path, const PlotFile& file, int time, int plane, const ReadLimits& limits,
+                      const ReadProgress& progress) {
+    const bool blocks = time >= 0 && static_cast<std::size_t>(time) < file.blockStarts.size();
+    LineReader in(path, blocks ? file.blockStarts[static_cast<std::size_t>(time)] : 0);
+    if (!in.isOpen()) {
+        SliceResult r;
+        r.error = unopenable(path);
         return r;
     }
-    return parsePlotText(bytes.str());
+    in.setProgress(progress);
+    return sliceFrom(in, file, time, plane, limits);
+}
+
+SliceResult sliceOfText(std::string_view text, const PlotFile& file, int time, int plane, const ReadLimits& limits) {
+    const bool blocks = time >= 0 && static_cast<std::size_t>(time) < file.blockStarts.size();
+    LineReader in(blocks ? text.substr(std::min<std::size_t>(file.blockStarts[static_cast<std::size_t>(time)], text.size())) : text);
+    return sliceFrom(in, file, time, plane, limits);
 }
 
 }  // namespace bm::trazel

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "apps/trazel/axis_ticks.h"
 #include "apps/trazel/cell_number.h"
@@ -13,6 +14,8 @@ namespace bm::trazel {
 namespace {
 
 constexpr int kContourBands = 10;
+// Nodes per axis that smooth contours are drawn on (a coarser grid is refined).
+constexpr std::size_t kSmoothNodes = 160;
 
 std::string joined(const std::vector<std::string>& parts) {
     std::string text;
@@ -51,9 +54,14 @@ std::string inflowConcentration(const PlotFile& f) {
     return {};
 }
 
+// A title says when the values behind it are incomplete.
+std::string flagged(const std::string& title, const PlotFile& f) {
+    if (f.incomplete.empty()) return title;
+    return title + " \u2014 incomplete: " + f.incomplete;
+}
+
 std::string headline(const PlotFile& f) {
-    if (f.timeVarying) return f.model + " (time-varying dispersion)";
-    return modelTitle(f.model);
+    return flagged(f.timeVarying ? f.model + " (time-varying dispersion)" : modelTitle(f.model), f);
 }
 
 std::vector<std::string> modelWords(const PlotFile& f) {
@@ -67,6 +75,7 @@ Extent curveExtent(const std::vector<Curve>& curves) {
     double xLow = std::numeric_limits<double>::infinity(), xHigh = -xLow, yLow = 0, yHigh = -xLow;
     for (const Curve& c : curves)
         for (const Point& p : c.points) {
+            if (std::isnan(p.y)) continue;
             xLow = std::min(xLow, p.x);
             xHigh = std::max(xHigh, p.x);
             yLow = std::min(yLow, p.y);
@@ -115,31 +124,73 @@ Scene profileScene(const PlotFile& f, const ViewState& view) {
     return s;
 }
 
-Scene contourScene(const PlotFile& f, const ViewState& view) {
-    const Grid& g = f.grid;
+// The index of the value nearest to v in an increasing list.
+std::size_t nearestIndex(const std::vector<double>& values, double v) {
+    if (values.empty()) return 0;
+    const auto above = std::lower_bound(values.begin(), values.end(), v);
+    if (above == values.begin()) return 0;
+    if (above == values.end()) return values.size() - 1;
+    const auto k = static_cast<std::size_t>(above - values.begin());
+    return v - values[k - 1] <= values[k] - v ? k - 1 : k;
+}
+
+std::size_t at(int index) { return static_cast<std::size_t>(std::max(index, 0)); }
+
+// One colour scale for every time and plane, so that views compare.
+std::vector<double> sharedLevels(const PlotFile& f) { return contourLevels(f.lowest, f.highest, kContourBands); }
+
+// Smooth contours of a field, its extent, and the field for the readout.
+void drawField(Scene& s, Field field, const std::vector<double>& levels) {
+    const std::size_t nx = field.x.size(), ny = field.y.size();
+    if (nx >= 2 && ny >= 2) {
+        const Field smooth = refinedField(field, refinementFor(nx, kSmoothNodes), refinementFor(ny, kSmoothNodes));
+        s.contours = contourMap(smooth.x, smooth.y, smooth.c, levels);
+    } else {
+        s.contours.levels = levels;
+    }
+    s.extent = {field.x.empty() ? 0 : field.x.front(), field.x.empty() ? 1 : field.x.back(),
+                field.y.empty() ? 0 : field.y.front(), field.y.empty() ? 1 : field.y.back()};
+    if (s.extent.xMax <= s.extent.xMin) s.extent.xMax = s.extent.xMin + 1;
+    if (s.extent.yMax <= s.extent.yMin) s.extent.yMax = s.extent.yMin + 1;
+    s.field = std::make_shared<const Field>(std::move(field));
+}
+
+Scene contourFrame(const PlotFile& f) {
     Scene s;
     s.kind = SceneKind::Contours;
     s.title = headline(f);
+    s.legendTitle = f.timeVarying ? "C" + unitSuffix(f.concentrationUnit) : "C/Co";
+    return s;
+}
+
+Scene contourScene(const PlotFile& f, const ViewState& view) {
+    Scene s = contourFrame(f);
     std::vector<std::string> words = modelWords(f);
-    if (f.kind == PlotKind::Volume) words.push_back(coordinateName("z", g.z[static_cast<std::size_t>(view.plane)], f.lengthUnit));
-    words.push_back(coordinateName("t", g.t[static_cast<std::size_t>(view.time)], f.timeUnit));
+    if (f.kind == PlotKind::Volume) words.push_back(coordinateName("z", f.axes.z[at(view.plane)], f.lengthUnit));
+    words.push_back(coordinateName("t", f.axes.t[at(view.time)], f.timeUnit));
     s.subtitle = joined(words);
     s.xLabel = "x" + unitSuffix(f.lengthUnit);
     s.yLabel = "y" + unitSuffix(f.lengthUnit);
-    s.legendTitle = f.timeVarying ? "C" + unitSuffix(f.concentrationUnit) : "C/Co";
-    // One colour scale for every time and plane, so that views compare.
-    const auto [low, high] = std::minmax_element(g.c.begin(), g.c.end());
-    const std::vector<double> levels = contourLevels(*low, *high, kContourBands);
-    std::vector<double> slice(g.nx() * g.ny());
-    for (std::size_t ix = 0; ix < g.nx(); ++ix)
-        for (std::size_t iy = 0; iy < g.ny(); ++iy)
-            slice[ix * g.ny() + iy] = g.at(ix, iy, static_cast<std::size_t>(view.plane), static_cast<std::size_t>(view.time));
-    s.contours = contourMap(g.x, g.y, slice, levels);
-    if (g.nx() < 2 || g.ny() < 2) s.note = "A contour plot needs at least two x and two y values.";
-    s.extent = {g.x.front(), g.x.back(), g.y.front(), g.y.back()};
-    if (s.extent.xMax <= s.extent.xMin) s.extent.xMax = s.extent.xMin + 1;
-    if (s.extent.yMax <= s.extent.yMin) s.extent.yMax = s.extent.yMin + 1;
+    drawField(s, shownPlane(f, view), sharedLevels(f));
+    if (f.axes.x.size() < 2 || f.axes.y.size() < 2) s.note = "A contour plot needs at least two x and two y values.";
+    if (f.kind == PlotKind::Volume) {
+        s.guides.push_back({true, f.axes.x[at(view.sectionX)]});
+        s.guides.push_back({false, f.axes.y[at(view.sectionY)]});
+    }
     return s;
+}
+
+// The node of the largest value of a field, as (x, y); the middle when it has none.
+std::pair<double, double> peakOf(const Field& field) {
+    std::pair<double, double> peak{field.x.empty() ? 0 : field.x[field.x.size() / 2], field.y.empty() ? 0 : field.y[field.y.size() / 2]};
+    double best = -std::numeric_limits<double>::infinity();
+    for (std::size_t i = 0; i < field.x.size(); ++i)
+        for (std::size_t j = 0; j < field.y.size(); ++j)
+            if (const double v = field.at(i, j); v > best) {
+                best = v;
+                peak = {field.x[i], field.y[j]};
+            }
+    return peak;
 }
 
 Scene histogramScene(const PlotFile& f, const ViewState& view) {
@@ -148,7 +199,7 @@ Scene histogramScene(const PlotFile& f, const ViewState& view) {
     const std::vector<double>& values = histogramValues(f, view);
     const std::string count = "n = " + std::to_string(values.size());
     if (f.kind == PlotKind::Simulation) {
-        s.title = "Monte Carlo Simulation" + (f.model.empty() ? "" : " \u2013 " + f.model);
+        s.title = flagged("Monte Carlo Simulation" + (f.model.empty() ? "" : " \u2013 " + f.model), f);
         std::vector<std::string> words = modelWords(f);
         if (const std::string chemical = f.value("Chemical"); !chemical.empty()) words.insert(words.begin(), "Chemical: " + chemical);
         words.push_back(count);
@@ -221,13 +272,13 @@ std::vector<int> automaticSelection(int count, int most) {
 
 std::vector<std::string> timeNames(const PlotFile& file) {
     std::vector<std::string> names;
-    for (double t : file.grid.t) names.push_back(coordinateName("t", t, file.timeUnit));
+    for (double t : file.axes.t) names.push_back(coordinateName("t", t, file.timeUnit));
     return names;
 }
 
 std::vector<std::string> planeNames(const PlotFile& file) {
     std::vector<std::string> names;
-    for (double z : file.grid.z) names.push_back(coordinateName("z", z, file.lengthUnit));
+    for (double z : file.axes.z) names.push_back(coordinateName("z", z, file.lengthUnit));
     return names;
 }
 
@@ -239,10 +290,68 @@ const std::vector<double>& histogramValues(const PlotFile& file, const ViewState
     return none;
 }
 
+int openingTime(const PlotFile& file) {
+    const std::size_t nt = file.axes.t.size();
+    if (nt == 0) return 0;
+    const std::size_t nz = file.planePeak.size() / nt;
+    for (std::size_t it = nt; it-- > 0;)
+        for (std::size_t iz = 0; iz < nz; ++iz)
+            if (file.planePeak[it * nz + iz] > 0) return static_cast<int>(it);
+    return static_cast<int>(nt) - 1;
+}
+
+int openingPlane(const PlotFile& file, int time) {
+    const std::size_t nt = file.axes.t.size();
+    if (nt == 0 || file.planePeak.size() < nt) return 0;
+    const std::size_t nz = file.planePeak.size() / nt;
+    int best = 0;
+    double largest = -std::numeric_limits<double>::infinity();
+    for (std::size_t iz = 0; iz < nz; ++iz)
+        if (const double v = file.planePeak[at(time) * nz + iz]; v > largest) {
+            largest = v;
+            best = static_cast<int>(iz);
+        }
+    return best;
+}
+
+bool planeInFull(const PlotFile& file, const ViewState& view) {
+    if (!file.reduced) return true;
+    return file.focus && file.focus->time == view.time && file.focus->plane == view.plane;
+}
+
+Field shownPlane(const PlotFile& f, const ViewState& view) {
+    Field field;
+    if (f.reduced && planeInFull(f, view)) {
+        field.x = f.focus->x;
+        field.y = f.focus->y;
+        field.c = f.focus->c;
+        return field;
+    }
+    const Grid& g = f.grid;
+    if (g.nt() == 0) return field;
+    const std::size_t iz = f.axes.z.empty() ? 0 : nearestIndex(g.z, f.axes.z[at(view.plane)]);
+    field.x = g.x;
+    field.y = g.y;
+    field.c.resize(g.nx() * g.ny());
+    for (std::size_t ix = 0; ix < g.nx(); ++ix)
+        for (std::size_t iy = 0; iy < g.ny(); ++iy) field.c[ix * g.ny() + iy] = g.at(ix, iy, iz, at(view.time));
+    return field;
+}
+
 ViewState clampedView(const PlotFile& file, ViewState view) {
     auto within = [](int v, std::size_t n) { return n == 0 ? 0 : std::clamp<int>(v, 0, static_cast<int>(n) - 1); };
-    view.time = within(view.time, file.grid.nt());
-    view.plane = within(view.plane, file.grid.nz());
+    const bool regular = file.kind == PlotKind::Profile || file.kind == PlotKind::Plane || file.kind == PlotKind::Volume;
+    if (regular && view.time < 0) view.time = openingTime(file);
+    view.time = within(view.time, file.axes.t.size());
+    if (regular && view.plane < 0) view.plane = openingPlane(file, view.time);
+    view.plane = within(view.plane, file.axes.z.size());
+    if (file.kind == PlotKind::Volume && (view.sectionX < 0 || view.sectionY < 0)) {
+        const auto [x, y] = peakOf(shownPlane(file, view));
+        if (view.sectionX < 0) view.sectionX = static_cast<int>(nearestIndex(file.axes.x, x));
+        if (view.sectionY < 0) view.sectionY = static_cast<int>(nearestIndex(file.axes.y, y));
+    }
+    view.sectionX = within(view.sectionX, file.axes.x.size());
+    view.sectionY = within(view.sectionY, file.axes.y.size());
     view.variant = within(view.variant, file.variants.size());
     view.bins = std::clamp(view.bins, 0, 500);
     const std::size_t curves = view.versus == Versus::Distance ? file.grid.nt() : file.grid.nx();
@@ -260,6 +369,38 @@ Scene buildScene(const PlotFile& file, const ViewState& requested) {
     case PlotKind::Generated: return histogramScene(file, view);
     }
     return {};
+}
+
+Scene buildSectionScene(const PlotFile& file, const ViewState& requested, Section section) {
+    const ViewState view = clampedView(file, requested);
+    Scene s = contourFrame(file);
+    if (file.kind != PlotKind::Volume || file.grid.nt() == 0) {
+        s.note = "Sections belong to three-dimensional results.";
+        return s;
+    }
+    const Grid& g = file.grid;
+    const bool xz = section == Section::XZ;
+    // Sections come from the overview: every z plane of the time at once.
+    const std::size_t cut = xz ? nearestIndex(g.y, file.axes.y[at(view.sectionY)]) : nearestIndex(g.x, file.axes.x[at(view.sectionX)]);
+    Field field;
+    field.x = xz ? g.x : g.y;
+    field.y = g.z;
+    field.c.resize(field.x.size() * field.y.size());
+    for (std::size_t i = 0; i < field.x.size(); ++i)
+        for (std::size_t iz = 0; iz < g.nz(); ++iz)
+            field.c[i * g.nz() + iz] = xz ? g.at(i, cut, iz, at(view.time)) : g.at(cut, i, iz, at(view.time));
+    std::vector<std::string> words;
+    words.push_back(xz ? coordinateName("y", g.y[cut], file.lengthUnit) : coordinateName("x", g.x[cut], file.lengthUnit));
+    words.push_back(coordinateName("t", file.axes.t[at(view.time)], file.timeUnit));
+    s.title = xz ? "Section x\u2013z" : "Section y\u2013z";
+    s.subtitle = joined(words);
+    s.xLabel = (xz ? "x" : "y") + unitSuffix(file.lengthUnit);
+    s.yLabel = "z" + unitSuffix(file.lengthUnit);
+    drawField(s, std::move(field), sharedLevels(file));
+    if (g.nz() < 2) s.note = "A section needs at least two z values.";
+    s.guides.push_back({false, file.axes.z[at(view.plane)]});
+    s.guides.push_back({true, xz ? file.axes.x[at(view.sectionX)] : file.axes.y[at(view.sectionY)]});
+    return s;
 }
 
 }  // namespace bm::trazel

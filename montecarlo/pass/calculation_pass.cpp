@@ -108,6 +108,7 @@ CalculationOutcome calculateRoutine(DataSet& data, UserInterface& ui, const Kind
     int errorNumber = 0;
     try {
         data.stopRequested = false;
+        data.runStopped = false;
         ui.processEvents();  // paints the run's controls; a Stop may come in here already
         const PassResult pass = runCalculationPass(data, kind, ui);
         data.mcPointChanged[static_cast<std::size_t>(kind.kind)] = false;
@@ -184,6 +185,7 @@ CalculationOutcome runCalculation(DataSet& data, UserInterface& ui) {
 void stopButtonClicked(DataSet& data, UserInterface& ui) {
     const MessageAnswer answer = ui.message(MessageIcon::Question, MessageButtons::YesNo, kStopTitle, kStopText, 1);
     data.stopRequested = answer == MessageAnswer::Yes;
+    if (data.stopRequested) data.runStopped = true;
     ui.setBusy(true);
 }
 

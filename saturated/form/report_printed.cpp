@@ -35,8 +35,11 @@ std::string unitOf(const InputFormModel& form, RowField field) {
     return {};
 }
 
+// The source labels are padded to one length so that their values stand in one
+// column: the value is set at the column behind the label (the same text, and
+// a column stop for a printer whose letters differ in width).
 PrintedLine labelled(const std::string& label, const std::string& v, const std::string& unit) {
-    return {{0, label + v + " " + unit}};
+    return {{0, label}, {static_cast<int>(label.size()) + 1, v + " " + unit}};
 }
 
 PrintedLine property(const std::string& label, const std::string& v, const std::string& unit) {

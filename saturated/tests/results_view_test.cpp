@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
+#include "files/stopped_run_note.h"
 #include "input_form_test_models.h"
 #include "model/number_text.h"
 #include "testing/test_paths.h"
@@ -32,6 +35,36 @@ struct Calculated : ::testing::Test {
 };
 
 TEST_F(Calculated, ResultsAreValidAfterARun) { EXPECT_TRUE(s.form.resultsAreValid()); }
+
+TEST_F(Calculated, ThePlotFileIsWrittenUnderTheBusyPointer) {
+    s.state.graphUtilityPath = program("trazel");
+    s.ui.busyCalls.clear();
+    s.form.menuResultsClick(resultsItem::Graph);
+    ASSERT_EQ(s.ui.programStarts.size(), 1u);
+    ASSERT_GE(s.ui.busyCalls.size(), 2u);
+    EXPECT_TRUE(s.ui.busyCalls.front());
+    EXPECT_FALSE(s.ui.busyCalls.back());
+    EXPECT_FALSE(s.ui.busy);
+}
+
+TEST_F(Calculated, TheFileOfAStoppedRunHasANoteBesideIt) {
+    s.state.graphUtilityPath = program("trazel");
+    s.ui.answers.push_back(MessageAnswer::Yes);
+    s.ui.onProgress = [&](const testkit::ScriptedUserInterface::Progress& p) {
+        if (p.done == 5) s.form.stopClicked();
+    };
+    s.form.calculate();
+    s.ui.onProgress = nullptr;
+    s.form.menuResultsClick(resultsItem::Graph);
+    const std::string stopped = testkit::readFileBytes(plotFile());
+    EXPECT_TRUE(std::filesystem::exists(plotFile() + kStoppedRunNoteSuffix));
+    // The next complete run removes the note; the file's layout is the same either way.
+    s.form.calculate();
+    s.form.menuResultsClick(resultsItem::Graph);
+    EXPECT_FALSE(std::filesystem::exists(plotFile() + kStoppedRunNoteSuffix));
+    const std::string complete = testkit::readFileBytes(plotFile());
+    EXPECT_EQ(stopped.substr(0, stopped.find("\r\n\r\n")), complete.substr(0, complete.find("\r\n\r\n")));
+}
 
 TEST_F(Calculated, ChangedCountOfARangeRowMakesThemInvalid) {
     s.form.row(3).text = "0:10:2";

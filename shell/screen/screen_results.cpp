@@ -2,6 +2,7 @@
 // stale-results question, the graph and the text view through the output
 // file, and the same for a Monte Carlo run.
 
+#include "files/stopped_run_note.h"
 #include "files/text_file.h"
 #include "model/number_text.h"
 #include "model/ranges.h"
@@ -118,12 +119,19 @@ void ScreenModel::writeAndShow(KindWriter writer, const std::string& kind, const
     const std::string path = plotFileName(state_);
     try {
         const KindCalculation* calculation = kindCalculation();
-        if (calculation && calculation->*writer) writeTextFile(path, (calculation->*writer)(data_));
+        if (calculation && calculation->*writer) {
+            // A large grid takes a while to write: the pointer says so.
+            ui_.setBusy(true);
+            writeTextFile(path, (calculation->*writer)(data_));
+            ui_.setBusy(false);
+        }
+        markStoppedRun(path, data_.runStopped);
         if (kind == "Trazelh")
             viewGraph(path, state_, ui_);
         else
             viewText(path, state_, ui_);
     } catch (const RuntimeError& e) {
+        ui_.setBusy(false);
         handleError(e, routine, path, ui_);
     }
 }

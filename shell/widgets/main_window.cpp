@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
+#include <QFileInfo>
 #include <QFrame>
 #include <QLabel>
 #include <QMenuBar>
@@ -11,7 +12,9 @@
 #include <QPrinter>
 #include <QShortcut>
 #include <QStatusBar>
+#include <QTimer>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "model/app_state.h"
 #include "model/data_set.h"
@@ -22,8 +25,40 @@
 #include "shell/widgets/new_model_dialogs.h"
 #include "shell/widgets/preferences_dialog.h"
 #include "shell/widgets/report_printer.h"
+#include "shell/widgets/usual_shortcuts.h"
 
 namespace bm {
+
+namespace {
+
+// The program's user interface, except that the next Open dialog is answered
+// with a file already chosen (on the command line).
+class ChosenFile : public UserInterface {
+public:
+    ChosenFile(UserInterface& inner, std::string path) : inner_(inner), path_(std::move(path)) {}
+    MessageAnswer showMessage(const MessageRequest& request) override { return inner_.showMessage(request); }
+    std::optional<std::string> askFile(const FileDialogRequest& request) override {
+        if (path_ && request.kind == FileDialogRequest::Kind::Open) return std::exchange(path_, std::nullopt);
+        return inner_.askFile(request);
+    }
+    void setBusy(bool busy) override { inner_.setBusy(busy); }
+    void reportProgress(ProgressOwner owner, double total, double done) override { inner_.reportProgress(owner, total, done); }
+    void processEvents() override { inner_.processEvents(); }
+    bool startProgram(const std::string& program, const std::vector<std::string>& arguments) override {
+        return inner_.startProgram(program, arguments);
+    }
+
+private:
+    UserInterface& inner_;
+    std::optional<std::string> path_;
+};
+
+bool hasModelExtension(const QString& path) {
+    static const QStringList extensions = {"one", "two", "tri", "mc1", "mc2", "mc3", "u1d", "mcu", "var"};
+    return extensions.contains(QFileInfo(path).suffix().toLower());
+}
+
+}  // namespace
 
 MainWindow::MainWindow(DataSet& dataSet, AppState& appState, FileCommands& files, QWidget* parent)
     : QMainWindow(parent), data_(dataSet), state_(appState) {
@@ -62,6 +97,7 @@ MainWindow::MainWindow(DataSet& dataSet, AppState& appState, FileCommands& files
     statusBar()->setSizeGripEnabled(false);
 
     buildMenus();
+    applyUsualShortcuts(this);
     auto* f1 = new QShortcut(QKeySequence(Qt::Key_F1), this);
     connect(f1, &QShortcut::activated, this, [this] { form_->helpKey(); });
     resize(900, 640);
@@ -184,7 +220,25 @@ void MainWindow::buildMenus() {
     connect(timeVarying_, &QAction::triggered, this, [f] { f->menuTimeVaryingClick(); });
 }
 
+std::string MainWindow::dataFileOnCommandLine(const std::vector<std::string>& arguments) {
+    const std::string words = commandLineText(arguments);
+    DataSet scratch;
+    if (words.empty() || applyCommandLine(words, scratch) != kCaptionConstant) return {};
+    const QFileInfo file(QString::fromStdString(words));
+    if (!file.isFile() && !hasModelExtension(file.filePath())) return {};
+    return file.absoluteFilePath().toStdString();
+}
+
+void MainWindow::openNamedFile(const std::string& path) {
+    UserInterface& previous = ui();
+    ChosenFile chosen(previous, path);
+    setUserInterface(&chosen);
+    form_->menuFileClick(fileMenu::Open);
+    setUserInterface(&previous);
+}
+
 void MainWindow::start(const std::vector<std::string>& arguments, const std::string& programDirectory) {
+    const std::string named = dataFileOnCommandLine(arguments);  // relative to where the program was started
     form_->load(arguments, programDirectory);
     setWindowTitle(QString::fromStdString(form_->caption()));
     title_->setText(QString::fromStdString(form_->caption()));
@@ -195,6 +249,7 @@ void MainWindow::start(const std::vector<std::string>& arguments, const std::str
         if (!picture.isNull()) image_->setPixmap(picture);
     }
     filenamePanelChanged(form_->filenamePanel());
+    if (!named.empty()) QTimer::singleShot(0, this, [this, named] { openNamedFile(named); });
 }
 
 QString MainWindow::filenamePanelText() const { return panel_->text(); }

@@ -21,8 +21,16 @@ public:
     MainWindow(DataSet& data, AppState& state, FileCommands& files, QWidget* parent = nullptr);
     ~MainWindow() override;
 
-    // The load of Main: the command line, the environment check, the splash picture.
+    // The load of Main: the command line, the environment check, the splash
+    // picture. A data file named on the command line is then opened as File >
+    // Open does (once the event loop runs).
     void start(const std::vector<std::string>& arguments, const std::string& programDirectory);
+    // The data file that command-line words name (joined by blanks, as the
+    // model words are), made absolute; empty for a model word or words that
+    // name no data file (an existing file, or a name with a model's extension).
+    static std::string dataFileOnCommandLine(const std::vector<std::string>& arguments);
+    // File > Open with its dialog answered by `path`.
+    void openNamedFile(const std::string& path);
     MainForm& form() { return *form_; }
     QString filenamePanelText() const;
     bool quitRequested() const { return quitRequested_; }

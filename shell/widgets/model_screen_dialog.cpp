@@ -26,6 +26,7 @@
 #include "shell/widgets/qt_user_interface.h"
 #include "shell/widgets/report_printer.h"
 #include "shell/widgets/term_grid_view.h"
+#include "shell/widgets/usual_shortcuts.h"
 
 namespace bm {
 
@@ -84,6 +85,7 @@ QVBoxLayout* ModelScreenDialog::attach(ScreenModel& model, ProgressOwner owner) 
     auto* bar = new QMenuBar(this);
     bar->setObjectName(QStringLiteral("mnuFile"));
     buildMenus(bar);
+    applyUsualShortcuts(this);
     outer->setMenuBar(bar);
     qtUserInterface().setProgressSink(owner, [this](double total, double done) { showProgress(total, done); });
     return outer;

@@ -8,6 +8,8 @@
 #include <QPageSize>
 #include <QPrinter>
 
+#include "shell/widgets/page_margins.h"
+
 namespace bm {
 
 QPrinter& sharedPrinter() {
@@ -30,8 +32,28 @@ QList<int> tabStopPixels(const PrintedReport& report, double dotsPerMm, int cell
     return stops;
 }
 
+QList<int> alignedStops(const PrintedReport& report, const QList<int>& stops, int gap,
+                        const std::function<int(const QString&)>& width) {
+    QList<int> aligned = stops;
+    for (int k = 1; k < aligned.size(); ++k) {
+        aligned[k] = std::max(aligned[k], aligned[k - 1]);
+        for (const QString& line : report.lines) {
+            const QStringList cells = line.split(u'\t');
+            if (k >= cells.size() || cells.at(k).isEmpty()) continue;
+            // The cell that stands before this one on the line.
+            for (int j = k - 1; j >= 0; --j)
+                if (!cells.at(j).isEmpty()) {
+                    aligned[k] = std::max(aligned[k], aligned[j] + width(cells.at(j)) + gap);
+                    break;
+                }
+        }
+    }
+    return aligned;
+}
+
 bool printLines(const PrintedReport& report, QPrinter& printer) {
     printer.setDocName(report.title);
+    keepLeastMargins(printer);
     QPainter painter;
     if (!painter.begin(&printer)) return false;
     QFont font(QStringLiteral("DejaVu Sans"));
@@ -46,6 +68,10 @@ bool printLines(const PrintedReport& report, QPrinter& printer) {
     const int usable = page.height() - headHeight - footHeight;
     const int linesPerPage = usable > lineHeight ? usable / lineHeight : 1;
     const int pageCount = static_cast<int>((report.lines.size() + linesPerPage - 1) / linesPerPage);
+    int cells = 1;
+    for (const QString& line : report.lines) cells = std::max(cells, static_cast<int>(line.count(u'\t')) + 1);
+    const QList<int> stops = alignedStops(report, tabStopPixels(report, dotsPerMm, cells), metrics.horizontalAdvance(QStringLiteral("  ")),
+                                          [&](const QString& cell) { return metrics.horizontalAdvance(cell); });
 
     for (int p = 0; p < std::max(pageCount, 1); ++p) {
         if (p > 0 && !printer.newPage()) break;
@@ -55,15 +81,8 @@ bool printLines(const PrintedReport& report, QPrinter& printer) {
             y += headHeight;
         }
         for (int i = p * linesPerPage; i < std::min<int>(report.lines.size(), (p + 1) * linesPerPage); ++i) {
-            const QStringList cells = report.lines.at(i).split(u'\t');
-            const QList<int> stops = tabStopPixels(report, dotsPerMm, static_cast<int>(cells.size()));
-            int right = 0;
-            for (int c = 0; c < cells.size(); ++c) {
-                // A cell never overprints the one before it.
-                const int x = std::max(stops.at(c), c ? right + metrics.horizontalAdvance(u' ') : 0);
-                painter.drawText(x, y, cells.at(c));
-                right = x + metrics.horizontalAdvance(cells.at(c));
-            }
+            const QStringList lineCells = report.lines.at(i).split(u'\t');
+            for (int c = 0; c < lineCells.size(); ++c) painter.drawText(stops.at(c), y, lineCells.at(c));
             y += lineHeight;
         }
         const QString foot = QStringLiteral("Page %1 of %2").arg(p + 1).arg(std::max(pageCount, 1));
@@ -85,8 +104,7 @@ bool printReportToPdf(const PrintedReport& report, const QString& pdfPath) {
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(pdfPath);
-    printer.setPageSize(QPageSize(QPageSize::A4));
-    printer.setPageMargins(QMarginsF(20, 15, 15, 15), QPageLayout::Millimeter);
+    printer.setPageSize(QPageSize(report.paper == PrintedReport::Paper::Letter ? QPageSize::Letter : QPageSize::A4));
     return printLines(report, printer);
 }
 

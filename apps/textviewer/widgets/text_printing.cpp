@@ -7,6 +7,8 @@
 #include <QTextDocument>
 #include <filesystem>
 
+#include "shell/widgets/page_margins.h"
+
 namespace bm::textviewer {
 
 QFont printFont() {
@@ -16,6 +18,7 @@ QFont printFont() {
 }
 
 void printText(const QString& text, QPrinter& printer) {
+    keepLeastMargins(printer);
     QTextDocument document;
     document.setDefaultFont(printFont());
     document.setPlainText(text);

@@ -51,6 +51,7 @@ TEST(CsvExport, PlaneAtTheChosenTime) {
 TEST(CsvExport, VolumeAtTheChosenPlaneAndTime) {
     ViewState view;
     view.plane = 1;
+    view.time = 0;
     const auto lines = csvLines("volume_3d.plt", view);
     ASSERT_EQ(lines.size(), 1u + 30u);
     EXPECT_EQ(lines[0], "x (m),y (m),\"C/Co at z = 2.5 m, t = 50 day\"");
@@ -82,7 +83,9 @@ TEST(CsvExport, GeneratedVariantBins) {
 }
 
 TEST(CsvExport, TimeVaryingPointInConcentrationUnits) {
-    const auto lines = csvLines("time_varying_point.plt", {});
+    ViewState view;
+    view.time = 0;
+    const auto lines = csvLines("time_varying_point.plt", view);
     ASSERT_EQ(lines.size(), 13u);
     EXPECT_EQ(lines[0], "x (m),y (m),C (mg/L) at t = 10 day");
     EXPECT_EQ(lines[5], "10,0,4.4");

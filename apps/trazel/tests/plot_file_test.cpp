@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <cmath>
+#include <filesystem>
+
+#include "files/stopped_run_note.h"
 #include "testing/test_paths.h"
 
 namespace bm::trazel {
@@ -156,20 +161,77 @@ TEST(PlotFile, RefusesMalformedFiles) {
     expectRefused("header_only.plt", "no table of results");
     expectRefused("bad_number_1d.plt", "Line 24: \"40, abc, 0.11158, 0.59441, 0.8593\" is not a row of numbers.");
     expectRefused("ragged_row_1d.plt", "Line 27: a row holds x and one concentration per time, that is 5 values, but this one holds 3.");
-    expectRefused("truncated_2d.plt", "the table ends inside the y values of x = 40");
     expectRefused("bad_value_mc.plt", "Line 33: \"zero point four\" is not a number");
     expectRefused("generated_no_samples.plt", "No variant of the file lists any samples.");
     expectRefused("bad_block_3d.plt", "lacks its line \"Z Coordinate =>\"");
     expectRefused("no_such_file.plt", "cannot be opened");
 }
 
-TEST(PlotFile, RefusesATableShorterThanItsHeader) {
+TEST(PlotFile, ATableShorterThanItsHeaderIsPlottedAsIncomplete) {
     // Whole rows of x missing: the grid is complete but smaller than announced.
     std::string text = testkit::readFileBytes(testkit::fixturePath("apps/trazel", "profile_1d.plt"));
     text = text.substr(0, text.find("\n90, "));
     const ReadResult r = parsePlotText(text);
+    ASSERT_TRUE(r.ok) << r.error;
+    EXPECT_EQ(r.file.incomplete, "the file ends early");
+    EXPECT_EQ(r.file.grid.x.size(), 9u);
+    ASSERT_FALSE(r.file.warnings.empty());
+    EXPECT_NE(r.file.warnings[0].find("announces 11 x values (\"Number of X Terms: \") but the table holds 9"), std::string::npos)
+        << r.file.warnings[0];
+}
+
+TEST(PlotFile, ATableLongerThanItsHeaderIsRefused) {
+    std::string text = testkit::readFileBytes(testkit::fixturePath("apps/trazel", "profile_1d.plt"));
+    text.replace(text.find("Number of X Terms:  11"), 22, "Number of X Terms:  10");
+    const ReadResult r = parsePlotText(text);
     EXPECT_FALSE(r.ok);
-    EXPECT_NE(r.error.find("announces 11 x values (\"Number of X Terms: \") but the table holds 9"), std::string::npos) << r.error;
+    EXPECT_NE(r.error.find("announces 10 x values"), std::string::npos) << r.error;
+}
+
+TEST(PlotFile, ATableThatStopsInsideAnXIsPlottedWithTheRestMissing) {
+    // truncated_2d.plt: x = 40 has four of its seven y values, and x = 50 to 100 are absent.
+    const PlotFile f = good("truncated_2d.plt");
+    EXPECT_EQ(f.incomplete, "the file ends early");
+    EXPECT_EQ(f.grid.x, (std::vector<double>{0, 10, 20, 30, 40}));
+    EXPECT_EQ(f.grid.at(4, 3, 0, 2), 0.47373);  // "40, 0, 0.26025, 0.38332, 0.47373"
+    EXPECT_TRUE(std::isnan(f.grid.at(4, 4, 0, 0)));
+    bool said = false;
+    for (const std::string& w : f.warnings) said = said || w.find("ends inside the y values of x = 40") != std::string::npos;
+    EXPECT_TRUE(said);
+}
+
+TEST(PlotFile, ALastLineCutInTheMiddleOfANumber) {
+    std::string text = testkit::readFileBytes(testkit::fixturePath("apps/trazel", "volume_3d.plt"));
+    text = text.substr(0, text.rfind("0.009039")) + "0.00";  // "50, 20, 0.01046, 0.00": a row of four values
+    const ReadResult r = parsePlotText(text);
+    ASSERT_TRUE(r.ok) << r.error;
+    EXPECT_EQ(r.file.incomplete, "the file ends early");
+    EXPECT_EQ(r.file.grid.at(1, 2, 0, 1), 0.451);
+    EXPECT_TRUE(std::isnan(r.file.grid.at(5, 4, 2, 1)));
+}
+
+TEST(PlotFile, AFileWithTheNoteOfAStoppedRunSaysSo) {
+    testkit::TempDir dir;
+    const std::string path = dir.file("brenmoor.plt");
+    std::filesystem::copy_file(testkit::fixturePath("apps/trazel", "plane_2d.plt"), path);
+    EXPECT_EQ(readPlotFile(path).file.incomplete, "");
+    markStoppedRun(path, true);
+    const ReadResult r = readPlotFile(path);
+    ASSERT_TRUE(r.ok) << r.error;
+    EXPECT_EQ(r.file.incomplete, "the run was stopped");
+    markStoppedRun(path, false);
+    EXPECT_FALSE(std::filesystem::exists(path + kStoppedRunNoteSuffix));
+    EXPECT_EQ(readPlotFile(path).file.incomplete, "");
+}
+
+TEST(PlotFile, ANoteOlderThanTheFileBelongsToAnEarlierRun) {
+    testkit::TempDir dir;
+    const std::string path = dir.file("brenmoor.plt");
+    std::filesystem::copy_file(testkit::fixturePath("apps/trazel", "plane_2d.plt"), path);
+    markStoppedRun(path, true);
+    std::filesystem::last_write_time(path + kStoppedRunNoteSuffix,
+                                     std::filesystem::last_write_time(path) - std::chrono::seconds(5));
+    EXPECT_EQ(readPlotFile(path).file.incomplete, "");
 }
 
 TEST(PlotFile, RefusesAnUnknownMonteCarloType) {

@@ -96,12 +96,18 @@ bool parseCommandLine(const QStringList& arguments, CommandLine& line, QString* 
 }
 
 int runBatch(const CommandLine& line, QString* message) {
-    const ReadResult r = readPlotFile(QFile::encodeName(line.file).toStdString());
+    const std::string path = QFile::encodeName(line.file).toStdString();
+    ReadResult r = readPlotFile(path);
     if (!r.ok) {
         if (message) *message = QStringLiteral("cannot plot %1: %2").arg(line.file, QString::fromStdString(r.error));
         return ExitUnreadable;
     }
     const ViewState view = clampedView(r.file, line.view);
+    if (!planeInFull(r.file, view)) {
+        // A large grid: the plane exported is read in full.
+        const SliceResult plane = readSlice(path, r.file, view.time, view.plane);
+        if (plane.slice) r.file.focus = plane.slice;
+    }
     const Scene scene = buildScene(r.file, view);
     const Window window = fullWindow(scene);
     QString error;

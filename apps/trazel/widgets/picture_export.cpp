@@ -6,6 +6,8 @@
 #include <QSaveFile>
 #include <QSvgGenerator>
 
+#include "shell/widgets/page_margins.h"
+
 namespace bm::trazel {
 
 namespace {
@@ -68,6 +70,7 @@ bool writeText(const std::string& text, const QString& path, QString* error) {
 }
 
 void printScene(QPrinter& printer, const Scene& scene, const Window& window) {
+    keepLeastMargins(printer);
     QPainter painter;
     if (!painter.begin(&printer)) return;
     // Lay the page out in screen-sized units so that fonts and lines keep

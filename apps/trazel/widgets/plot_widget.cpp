@@ -63,15 +63,23 @@ void PlotWidget::mouseMoveEvent(QMouseEvent* event) {
         end.setY(std::clamp(end.y(), area.top(), area.bottom()));
         band_->setGeometry(QRect(origin_, end).normalized());
     }
-    if (frame_.area.contains(event->position())) {
-        const QPointF d = frame_.toData(event->position());
-        const double xStep = (frame_.window.x1 - frame_.window.x0) / 1000, yStep = (frame_.window.y1 - frame_.window.y0) / 1000;
-        emit pointerAt(QStringLiteral("%1 = %2    %3 = %4")
-                           .arg(QString::fromStdString(scene_.xLabel), QString::fromStdString(tickText(d.x(), xStep)),
-                                QString::fromStdString(scene_.yLabel), QString::fromStdString(tickText(d.y(), yStep))));
-    } else {
-        emit pointerAt(QString());
+    emit pointerAt(readoutAt(event->position()));
+}
+
+QString PlotWidget::readoutAt(const QPointF& pixel) const {
+    if (!frame_.area.contains(pixel)) return {};
+    const QPointF d = frame_.toData(pixel);
+    const double xStep = (frame_.window.x1 - frame_.window.x0) / 1000, yStep = (frame_.window.y1 - frame_.window.y0) / 1000;
+    QString text = QStringLiteral("%1 = %2    %3 = %4")
+                       .arg(QString::fromStdString(scene_.xLabel), QString::fromStdString(tickText(d.x(), xStep)),
+                            QString::fromStdString(scene_.yLabel), QString::fromStdString(tickText(d.y(), yStep)));
+    if (scene_.field) {
+        const QString name = QString::fromStdString(scene_.legendTitle);
+        const auto value = fieldValue(*scene_.field, d.x(), d.y());
+        text += value ? QStringLiteral("    %1 = %2").arg(name, QString::number(*value, 'g', 5))
+                      : QStringLiteral("    %1: no value here").arg(name);
     }
+    return text;
 }
 
 void PlotWidget::mouseReleaseEvent(QMouseEvent* event) {

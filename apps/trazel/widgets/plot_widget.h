@@ -1,7 +1,9 @@
 #pragma once
 // The plot on screen: paints the scene, zooms to a rectangle dragged with the
 // left button, and goes back to the whole picture on a right click, a double
-// click or Reset Zoom. Reports the data coordinates under the pointer.
+// click or Reset Zoom. Reports the data coordinates under the pointer and, on
+// a contour plot, the value there, read from the smooth field between the
+// grid's nodes.
 
 #include <QWidget>
 
@@ -25,6 +27,8 @@ public:
     void resetZoom();
     // The data shown at a point of the widget, as the last paint laid it out.
     const PlotFrame& frame() const { return frame_; }
+    // What the status line says for the pointer at a point of the widget; empty outside the plot.
+    QString readoutAt(const QPointF& pixel) const;
 
     QSize sizeHint() const override { return {900, 620}; }
 

@@ -110,11 +110,21 @@ QPen curvePen(const Curve& c, double width) {
 
 void drawCurve(QPainter& p, const PlotFrame& f, const Curve& c, double width, double markerRadius) {
     if (c.points.empty()) return;
+    // A point without a value (a file that ends early) breaks the line.
     QPainterPath path;
-    path.moveTo(f.toPixel(c.points[0].x, c.points[0].y));
-    for (std::size_t i = 1; i < c.points.size(); ++i) {
-        if (c.stepped) path.lineTo(f.toPixel(c.points[i].x, c.points[i - 1].y));
-        path.lineTo(f.toPixel(c.points[i].x, c.points[i].y));
+    bool drawing = false;
+    for (std::size_t i = 0; i < c.points.size(); ++i) {
+        const Point& pt = c.points[i];
+        if (std::isnan(pt.y)) {
+            drawing = false;
+            continue;
+        }
+        if (!drawing) path.moveTo(f.toPixel(pt.x, pt.y));
+        else {
+            if (c.stepped) path.lineTo(f.toPixel(pt.x, c.points[i - 1].y));
+            path.lineTo(f.toPixel(pt.x, pt.y));
+        }
+        drawing = true;
     }
     p.setPen(curvePen(c, width));
     p.setBrush(Qt::NoBrush);
@@ -122,7 +132,8 @@ void drawCurve(QPainter& p, const PlotFrame& f, const Curve& c, double width, do
     if (c.markers) {
         p.setBrush(curveColour(c.colour));
         p.setPen(QPen(Qt::white, width * 0.4));
-        for (const Point& pt : c.points) p.drawEllipse(f.toPixel(pt.x, pt.y), markerRadius, markerRadius);
+        for (const Point& pt : c.points)
+            if (!std::isnan(pt.y)) p.drawEllipse(f.toPixel(pt.x, pt.y), markerRadius, markerRadius);
     }
 }
 
@@ -149,6 +160,17 @@ void drawContours(QPainter& p, const PlotFrame& f, const ContourMap& map) {
     QPen line(QColor(40, 40, 40, 170), 0.9);
     p.setPen(line);
     for (const IsoSegment& s : map.lines) p.drawLine(f.toPixel(s.a.x, s.a.y), f.toPixel(s.b.x, s.b.y));
+}
+
+// Where the other views cut this one.
+void drawGuides(QPainter& p, const PlotFrame& f, const std::vector<Guide>& guides, double width) {
+    QPen pen(QColor(30, 60, 160), width, Qt::DashLine);
+    p.setPen(pen);
+    const Window& w = f.window;
+    for (const Guide& g : guides) {
+        if (g.vertical) p.drawLine(f.toPixel(g.at, w.y0), f.toPixel(g.at, w.y1));
+        else p.drawLine(f.toPixel(w.x0, g.at), f.toPixel(w.x1, g.at));
+    }
 }
 
 void drawBars(QPainter& p, const PlotFrame& f, const std::vector<Bar>& bars) {
@@ -284,7 +306,10 @@ PlotFrame paintScene(QPainter& p, const QRectF& target, const Scene& s, const Wi
     p.save();
     p.setClipRect(area);
     const double lineWidth = std::max(1.5, m.base / 7.0);
-    if (s.kind == SceneKind::Contours) drawContours(p, frame, s.contours);
+    if (s.kind == SceneKind::Contours) {
+        drawContours(p, frame, s.contours);
+        drawGuides(p, frame, s.guides, std::max(1.2, m.base / 9.0));
+    }
     if (histogram) drawBars(p, frame, s.bars);
     for (const Curve& c : s.curves) drawCurve(p, frame, c, lineWidth, lineWidth * 1.6);
     p.restore();

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QComboBox>
 #include <QDockWidget>
+#include <QEventLoop>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFormLayout>
@@ -18,10 +19,14 @@
 #include <QPlainTextEdit>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QProgressBar>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
+#include <QSplitter>
 #include <QStatusBar>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "apps/trazel/cell_number.h"
@@ -29,6 +34,7 @@
 #include "apps/trazel/histogram.h"
 #include "apps/trazel/widgets/picture_export.h"
 #include "apps/trazel/widgets/plot_widget.h"
+#include "apps/trazel/widgets/read_task.h"
 
 namespace bm::trazel {
 
@@ -54,15 +60,42 @@ QString headerText(const std::vector<HeaderLine>& lines) {
 
 TrazelWindow::TrazelWindow(QWidget* parent) : QMainWindow(parent) {
     setWindowTitle(tr("Trazel"));
-    plot_ = new PlotWidget(this);
+    auto* views = new QSplitter(Qt::Horizontal, this);
+    plot_ = new PlotWidget(views);
     plot_->setObjectName("plot");
-    setCentralWidget(plot_);
+    sections_ = new QSplitter(Qt::Vertical, views);
+    sections_->setObjectName("sections");
+    sectionXZ_ = new PlotWidget(sections_);
+    sectionXZ_->setObjectName("sectionXZ");
+    sectionYZ_ = new PlotWidget(sections_);
+    sectionYZ_->setObjectName("sectionYZ");
+    for (PlotWidget* w : {sectionXZ_, sectionYZ_}) w->setMinimumSize(260, 180);
+    views->addWidget(plot_);
+    views->addWidget(sections_);
+    views->setStretchFactor(0, 3);
+    views->setStretchFactor(1, 2);
+    setCentralWidget(views);
     buildPanel();
     buildMenus();
-    connect(plot_, &PlotWidget::pointerAt, this, [this](const QString& where) {
-        if (where.isEmpty()) statusBar()->clearMessage();
-        else statusBar()->showMessage(where);
+    for (PlotWidget* w : {plot_, sectionXZ_, sectionYZ_})
+        connect(w, &PlotWidget::pointerAt, this, [this](const QString& where) {
+            if (where.isEmpty()) statusBar()->clearMessage();
+            else statusBar()->showMessage(where);
+        });
+    sliceTask_ = new ReadTask(this);
+    connect(sliceTask_, &ReadTask::done, this, &TrazelWindow::planeFetched);
+    fetchProgress_ = new QProgressBar(this);
+    fetchProgress_->setObjectName("planeProgress");
+    fetchProgress_->setRange(0, 100);
+    fetchProgress_->setMaximumWidth(180);
+    fetchProgress_->setFormat(tr("Full plane %p%"));
+    fetchProgress_->hide();
+    statusBar()->addPermanentWidget(fetchProgress_);
+    auto* ticker = new QTimer(this);
+    connect(ticker, &QTimer::timeout, this, [this] {
+        if (sliceTask_->running()) fetchProgress_->setValue(static_cast<int>(sliceTask_->fraction() * 100));
     });
+    ticker->start(200);
     fillControls();
     resize(1180, 720);
 }
@@ -168,8 +201,20 @@ void TrazelWindow::buildPanel() {
     timeCombo_->setObjectName("timeSelector");
     planeCombo_ = new QComboBox;
     planeCombo_->setObjectName("planeSelector");
+    sectionYCombo_ = new QComboBox;
+    sectionYCombo_->setObjectName("sectionYSelector");
+    sectionXCombo_ = new QComboBox;
+    sectionXCombo_->setObjectName("sectionXSelector");
     sliceLayout->addRow(tr("Time"), timeCombo_);
     sliceLayout->addRow(tr("Plane"), planeCombo_);
+    sliceLayout->addRow(tr("Section x\u2013z at"), sectionYCombo_);
+    sliceLayout->addRow(tr("Section y\u2013z at"), sectionXCombo_);
+    for (auto [combo, choice] : {std::pair{sectionYCombo_, &ViewState::sectionY}, std::pair{sectionXCombo_, &ViewState::sectionX}})
+        connect(combo, &QComboBox::currentIndexChanged, this, [this, choice](int i) {
+            if (syncing_ || i < 0) return;
+            view_.*choice = i;
+            refresh(true);
+        });
     connect(timeCombo_, &QComboBox::currentIndexChanged, this, [this](int i) {
         if (syncing_ || i < 0) return;
         view_.time = i;
@@ -227,18 +272,47 @@ void TrazelWindow::buildPanel() {
 }
 
 bool TrazelWindow::openFile(const QString& path, QString* error) {
-    ReadResult r = readPlotFile(QFile::encodeName(path).toStdString());
-    if (!r.ok) {
-        if (error) *error = qs(r.error);
+    // The read runs on its own thread; this loop keeps the window painting,
+    // and the progress dialog (shown when a read takes a while) can cancel it.
+    auto result = std::make_shared<ReadResult>();
+    const std::string name = QFile::encodeName(path).toStdString();
+    ReadTask task;
+    QEventLoop loop;
+    connect(&task, &ReadTask::done, &loop, &QEventLoop::quit);
+    QProgressDialog progress(tr("Reading %1 ...").arg(QFileInfo(path).fileName()), tr("Cancel"), 0, 1000, this);
+    progress.setObjectName("readProgress");
+    progress.setWindowTitle(tr("Trazel"));
+    progress.setWindowModality(Qt::WindowModal);
+    progress.setMinimumDuration(400);
+    progress.setAutoReset(false);
+    progress.setAutoClose(false);
+    connect(&progress, &QProgressDialog::canceled, &task, &ReadTask::cancel);
+    QTimer ticker;
+    connect(&ticker, &QTimer::timeout, &progress, [&] {
+        if (progress.wasCanceled()) task.cancel();
+        else progress.setValue(static_cast<int>(task.fraction() * 1000));
+    });
+    ticker.start(100);
+    progress.setValue(0);
+    task.start([result, name, limits = limits_](const ReadProgress& report) { *result = readPlotFile(name, limits, report); });
+    loop.exec();
+    ticker.stop();
+    progress.hide();
+    readCancelled_ = result->cancelled;
+    if (!result->ok) {
+        if (error) *error = qs(result->error);
         return false;
     }
+    ReadResult& r = *result;
     const bool sameFile = loaded_ && QFileInfo(path) == QFileInfo(path_) && r.file.kind == file_.kind;
+    sliceTask_->cancel();
+    fetchTime_ = fetchPlane_ = -1;
     file_ = std::move(r.file);
     path_ = path;
     loaded_ = true;
     if (!sameFile) view_ = ViewState{};  // a reload keeps the choices that still fit
     view_ = clampedView(file_, view_);
-    setWindowTitle(tr("%1 \u2013 Trazel").arg(QFileInfo(path).fileName()));
+    updateTitle();
     fillControls();
     refresh(sameFile);
     updateDetails();
@@ -246,11 +320,58 @@ bool TrazelWindow::openFile(const QString& path, QString* error) {
     return true;
 }
 
+void TrazelWindow::updateTitle() {
+    const QString name = QFileInfo(path_).fileName();
+    setWindowTitle(file_.incomplete.empty() ? tr("%1 \u2013 Trazel").arg(name)
+                                            : tr("%1 (incomplete: %2) \u2013 Trazel").arg(name, qs(file_.incomplete)));
+}
+
+bool TrazelWindow::fetchingPlane() const { return sliceTask_->running(); }
+
+void TrazelWindow::fetchShownPlane() {
+    if (!loaded_ || planeInFull(file_, view_)) return;
+    if (sliceTask_->running() && fetchTime_ == view_.time && fetchPlane_ == view_.plane) return;
+    // What a second read needs of the file: its layout, not its values.
+    PlotFile basis;
+    basis.kind = file_.kind;
+    basis.timeVarying = file_.timeVarying;
+    basis.axes = file_.axes;
+    basis.blockStarts = file_.blockStarts;
+    fetchTime_ = view_.time;
+    fetchPlane_ = view_.plane;
+    auto result = std::make_shared<SliceResult>();
+    fetched_ = result;
+    fetchProgress_->setValue(0);
+    fetchProgress_->show();
+    sliceTask_->start([result, basis = std::move(basis), name = QFile::encodeName(path_).toStdString(), time = fetchTime_,
+                       plane = fetchPlane_, limits = limits_](const ReadProgress& report) {
+        *result = readSlice(name, basis, time, plane, limits, report);
+    });
+}
+
+void TrazelWindow::planeFetched() {
+    fetchProgress_->hide();
+    const std::shared_ptr<SliceResult> result = std::move(fetched_);
+    if (!result || !result->slice) {
+        if (result && !result->cancelled && !result->error.empty())
+            statusBar()->showMessage(tr("The plane could not be read in full: %1").arg(qs(result->error)), 10000);
+        return;
+    }
+    if (result->slice->time != view_.time || result->slice->plane != view_.plane) {
+        fetchShownPlane();  // the view moved on meanwhile
+        return;
+    }
+    file_.focus = result->slice;
+    refresh(true);
+}
+
 bool TrazelWindow::openFileOrSay(const QString& path) {
     QString error;
     if (openFile(path, &error)) return true;
+    if (readCancelled_) return false;  // the user knows why
     QMessageBox box(QMessageBox::Warning, tr("Trazel"), tr("Trazel cannot plot the file\n%1").arg(QDir::toNativeSeparators(path)),
                     QMessageBox::Ok, this);
+    box.setObjectName("cannotPlotBox");
     box.setInformativeText(error);
     box.exec();
     return false;
@@ -279,15 +400,26 @@ void TrazelWindow::fillControls() {
     nextAction_->setEnabled(contours);
     for (QAction* a : fileActions_) a->setEnabled(loaded_);
 
+    const bool volume = loaded_ && file_.kind == PlotKind::Volume;
+    sections_->setVisible(volume);
     timeCombo_->clear();
     planeCombo_->clear();
+    sectionYCombo_->clear();
+    sectionXCombo_->clear();
     variantCombo_->clear();
     if (contours) {
         for (const std::string& n : timeNames(file_)) timeCombo_->addItem(qs(n));
         for (const std::string& n : planeNames(file_)) planeCombo_->addItem(qs(n));
     }
+    if (volume) {
+        const std::string unit = file_.lengthUnit.empty() ? "" : " " + file_.lengthUnit;
+        for (double y : file_.axes.y) sectionYCombo_->addItem(qs("y = " + plainNumber(y) + unit));
+        for (double x : file_.axes.x) sectionXCombo_->addItem(qs("x = " + plainNumber(x) + unit));
+    }
     auto* form = static_cast<QFormLayout*>(sliceBox_->layout());
-    form->setRowVisible(planeCombo_, loaded_ && file_.kind == PlotKind::Volume);
+    form->setRowVisible(planeCombo_, volume);
+    form->setRowVisible(sectionYCombo_, volume);
+    form->setRowVisible(sectionXCombo_, volume);
     if (loaded_)
         for (const Variant& v : file_.variants) variantCombo_->addItem(qs(v.name));
     syncing_ = false;
@@ -313,6 +445,8 @@ void TrazelWindow::syncControls() {
     }
     timeCombo_->setCurrentIndex(view_.time);
     planeCombo_->setCurrentIndex(view_.plane);
+    sectionYCombo_->setCurrentIndex(view_.sectionY);
+    sectionXCombo_->setCurrentIndex(view_.sectionX);
     variantCombo_->setCurrentIndex(view_.variant);
     binsSpin_->setValue(view_.bins);
     syncing_ = false;
@@ -325,7 +459,13 @@ void TrazelWindow::refresh(bool keepZoom) {
         plot_->setScene(empty, false);
         return;
     }
+    view_ = clampedView(file_, view_);
     plot_->setScene(buildScene(file_, view_), keepZoom);
+    if (file_.kind == PlotKind::Volume) {
+        sectionXZ_->setScene(buildSectionScene(file_, view_, Section::XZ), keepZoom);
+        sectionYZ_->setScene(buildSectionScene(file_, view_, Section::YZ), keepZoom);
+    }
+    fetchShownPlane();
 }
 
 void TrazelWindow::updateDetails() {
@@ -334,7 +474,14 @@ void TrazelWindow::updateDetails() {
         return;
     }
     QString text;
+    if (!file_.incomplete.empty()) text += tr("Incomplete: %1.\n").arg(qs(file_.incomplete));
     for (const std::string& w : file_.warnings) text += tr("Note: %1\n").arg(qs(w));
+    if (file_.reduced)
+        text += tr("Note: a large grid; the overview keeps %1 \u00d7 %2 of its %3 \u00d7 %4 nodes, the plane shown has all.\n")
+                    .arg(file_.grid.nx())
+                    .arg(file_.grid.ny())
+                    .arg(file_.axes.x.size())
+                    .arg(file_.axes.y.size());
     if (!text.isEmpty()) text += "\n";
     if (file_.kind == PlotKind::Simulation) {
         text += statistics(file_.samples) + "\n" + headerText(file_.header);
@@ -404,6 +551,9 @@ void TrazelWindow::showAbout() {
     QMessageBox::about(this, tr("About Trazel"),
                        tr("<b>Trazel</b><p>The plotting utility of the ORVA suite: concentration profiles, "
                           "contour maps of C/Co and Monte Carlo histograms from the workbench's plot files.</p>"
+                          "<p>A contour plot opens at the last time and, in three dimensions, in the plane of the "
+                          "largest concentration, with the x\u2013z and y\u2013z sections beside it. The status line "
+                          "gives the coordinates and the value under the pointer.</p>"
                           "<p>Drag a rectangle to zoom; right-click or double-click to see the whole plot.</p>"));
 }
 

@@ -475,6 +475,30 @@ TEST_F(InputFormScreen, BadInputGivesItsMessageAndTheScreenGoesOn) {
     EXPECT_TRUE(workingAgain());
 }
 
+// ================================================================ keys
+
+TEST_F(InputFormScreen, TheUsualShortcutsLeaveTheCaptionsAlone) {
+    open(testkit::oneDimScreenModel());
+    const struct {
+        const char* item;
+        QKeySequence keys;
+        const char* caption;
+    } expected[] = {{"menuFile(10)", QKeySequence::New, "&New"},   {"menuFile(20)", QKeySequence::Open, "&Open..."},
+                    {"menuFile(30)", QKeySequence::Save, "&Save"}, {"menuFile(50)", QKeySequence::Print, "&Print"},
+                    {"mnuFile(20)", QKeySequence(Qt::Key_F5), "&Calculate!"}};
+    for (const auto& e : expected) {
+        QAction* a = form->menuItem(QString::fromLatin1(e.item));
+        ASSERT_NE(a, nullptr) << e.item;
+        EXPECT_EQ(a->shortcut(), e.keys) << e.item;
+        EXPECT_EQ(a->text(), QString::fromLatin1(e.caption)) << e.item;
+    }
+    // F5 calculates.
+    ASSERT_TRUE(form->resultLabel(1)->text().isEmpty());
+    QTest::keyClick(form.get(), Qt::Key_F5);
+    settle();
+    EXPECT_FALSE(form->resultLabel(1)->text().isEmpty());
+}
+
 // ================================================================ the printed report as a PDF
 
 // A line of pdftotext's text with its ligatures spelled out and its runs of blanks made one.
@@ -594,6 +618,34 @@ TEST_F(InputFormScreen, ValuesOfTheReportStandInTheirColumns) {
     for (double x : at20) EXPECT_NEAR(x, at20.front(), 0.01);
     for (double x : at50) EXPECT_NEAR(x, at50.front(), 0.01);
     EXPECT_GT(at50.front(), at20.front());
+}
+
+TEST_F(InputFormScreen, TheSourceValuesStandInOneColumn) {
+    // The source labels are padded to one length; their values form a column
+    // in the printed font too, with the properties' Tab(50) where they meet it.
+    const std::vector<std::pair<DataSet, std::vector<QString>>> models = {
+        {testkit::twoDimScreenModel("Infinite", "Continuous / Point"), {"Center", "Center", "Fluid"}},
+        {testkit::threeDimScreenModel(), {"Width", "Height"}},
+    };
+    for (const auto& [model, firsts] : models) {
+        testkit::TempDir dir;
+        open(model);
+        const QString pdf = QString::fromStdString(dir.file("source.pdf"));
+        form->setPdfOutput(pdf);
+        form->menuItem(QStringLiteral("menuFile(50)"))->trigger();
+        settle();
+        std::vector<double> edges;
+        bool properties = false;
+        for (const auto& line : pdfLines(pdf)) {
+            if (line.empty()) continue;
+            properties = properties || line.front().text == QStringLiteral("Field");
+            if (!properties && std::find(firsts.begin(), firsts.end(), line.front().text) != firsts.end())
+                edges.push_back(valueEdge(line));
+        }
+        ASSERT_EQ(edges.size(), firsts.size()) << model.modelType;
+        for (double x : edges) EXPECT_NEAR(x, edges.front(), 0.01) << model.modelType;
+        EXPECT_GT(edges.front(), 0);
+    }
 }
 
 // ================================================================ pictures of the screens

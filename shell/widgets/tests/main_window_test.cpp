@@ -2,6 +2,8 @@
 
 #include <QAction>
 #include <QDialog>
+#include <QDir>
+#include <QKeySequence>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -40,9 +42,10 @@ struct MainFixture {
     AppState& state = theAppState();
     std::unique_ptr<MainWindow> main;
 
-    explicit MainFixture(bool complete = true, std::vector<std::string> words = {}) {
+    // `realFiles`: File > Open goes through the real dialog and reader.
+    explicit MainFixture(bool complete = true, std::vector<std::string> words = {}, bool realFiles = false) {
         setUserInterface(&ui);
-        setFileCommands(&files);
+        setFileCommands(realFiles ? nullptr : &files);
         closeModel(data, "Complete");
         data.modelType.clear();
         state = AppState{};
@@ -59,7 +62,7 @@ struct MainFixture {
             s.textEditorPath = (program / "textviewer").string();
             testkit::writeFileBytes(root / "orva.ini", settingsFileText(s));
         }
-        main = std::make_unique<MainWindow>(data, state, files);
+        main = std::make_unique<MainWindow>(data, state, fileCommands());
         main->start(words, program.string());
         main->show();
     }
@@ -330,4 +333,64 @@ TEST(MainWindow, PrintOpensThePlatformPrintDialog) {
             f.item(item)->trigger();
         EXPECT_TRUE(shown) << item;
     }
+}
+
+// ================================================================ desktop conventions
+
+TEST(MainWindow, CommandLineWordsThatNameADataFile) {
+    testkit::TempDir dir;
+    const fs::path model = dir.path() / "gas works.two";
+    testkit::writeFileBytes(model, "Version 9.1\r\n");
+    EXPECT_EQ(MainWindow::dataFileOnCommandLine({}), "");
+    EXPECT_EQ(MainWindow::dataFileOnCommandLine({"Time", "Varying"}), "");
+    EXPECT_EQ(MainWindow::dataFileOnCommandLine({"Unsaturated One Dimensional"}), "");
+    EXPECT_EQ(MainWindow::dataFileOnCommandLine({"unsaturated"}), "");
+    EXPECT_EQ(MainWindow::dataFileOnCommandLine({"Constant"}), "");  // a stray word starts the workbench as before
+    // A path with a blank may arrive as two words.
+    EXPECT_EQ(MainWindow::dataFileOnCommandLine({(dir.path() / "gas").string(), "works.two"}), model.string());
+    EXPECT_EQ(MainWindow::dataFileOnCommandLine({model.string()}), model.string());
+    // A model's extension is enough: File > Open then says the file is not there.
+    EXPECT_EQ(MainWindow::dataFileOnCommandLine({"/no/such/model.TRI"}), "/no/such/model.TRI");
+    const QString wasCurrent = QDir::currentPath();
+    QDir::setCurrent(QString::fromStdString(dir.path().string()));
+    EXPECT_EQ(MainWindow::dataFileOnCommandLine({"plume.one"}), (dir.path() / "plume.one").string());
+    QDir::setCurrent(wasCurrent);
+}
+
+TEST(MainWindow, ADataFileOnTheCommandLineIsOpenedAsFileOpenDoes) {
+    Watchdog dog;
+    testkit::TempDir dir;
+    const fs::path model = dir.path() / "sample1.two";
+    fs::copy_file(testkit::sourceDir() / "data" / "sampldat" / "sample1.two", model);
+    MainFixture f(true, {model.string()}, true);
+    QString described, panel;
+    onModal("inputForm", [&](QWidget* screen) {
+        described = screen->findChild<QLabel*>("modelKindL")->text();
+        panel = f.main->filenamePanelText();
+        screen->close();
+    });
+    ASSERT_TRUE(waitFor([&] { return !described.isEmpty(); }, 5000));
+    EXPECT_EQ(f.main->windowTitle(), "Ground Water Contaminant Transport Model with Constant Dispersion Coefficients");
+    EXPECT_TRUE(described.contains("Model: Two Dimensional")) << described.toStdString();
+    EXPECT_TRUE(described.contains(QString::fromStdString("File: " + model.string()))) << described.toStdString();
+    EXPECT_EQ(panel.toStdString(), "Filename: " + model.string());
+    EXPECT_TRUE(f.ui.fileDialogs.empty());  // no dialog was shown
+    EXPECT_TRUE(f.ui.messages.empty());
+}
+
+TEST(MainWindow, AMissingFileOnTheCommandLineGetsFileOpensMessage) {
+    Watchdog dog;
+    MainFixture f(true, {"/no/such/plume.two"}, true);
+    ASSERT_TRUE(waitFor([&] { return !f.ui.messages.empty(); }, 5000));
+    EXPECT_EQ(f.ui.messages[0].title, "/no/such/plume.two not found!");
+    EXPECT_EQ(f.main->filenamePanelText(), " Filename:");
+}
+
+TEST(MainWindow, TheUsualShortcutsLeaveTheCaptionsAlone) {
+    MainFixture f;
+    EXPECT_EQ(f.item("menuFile(10)")->shortcut(), QKeySequence(QKeySequence::New));
+    EXPECT_EQ(f.item("menuFile(20)")->shortcut(), QKeySequence(QKeySequence::Open));
+    EXPECT_EQ(f.item("menuFile(10)")->text(), "&New");
+    EXPECT_EQ(f.item("menuFile(20)")->text(), "&Open...");
+    EXPECT_TRUE(f.item("menuFile(40)")->shortcut().isEmpty());
 }

@@ -7,6 +7,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTest>
 #include <QTextBlock>
@@ -134,6 +135,32 @@ TEST(Viewer, PrintsToPdf) {
     EXPECT_TRUE(text.contains("Retardation Coefficient: 1"));
     EXPECT_TRUE(text.contains("0.45512"));
     EXPECT_EQ(QDir(QString::fromStdString(dir.path().string())).entryList(QDir::Files | QDir::Hidden).size(), 1);  // no leftovers
+}
+
+TEST(Viewer, APrintedPageKeepsItsMargins) {
+    ViewerWindow w;
+    ASSERT_TRUE(w.openFile(fixture("report.out"), nullptr));
+    testkit::TempDir dir;
+    const QString pdf = QString::fromStdString(dir.file("margins.pdf"));
+    ASSERT_TRUE(w.printToPdf(pdf, nullptr));
+    QProcess p;
+    p.start(QStandardPaths::findExecutable("pdftotext"), {"-bbox", pdf, "-"});
+    p.waitForFinished(20000);
+    const QString xml = QString::fromUtf8(p.readAllStandardOutput());
+    const auto page = QRegularExpression(R"re(<page width="([0-9.]+)" height="([0-9.]+)")re").match(xml);
+    const double width = page.captured(1).toDouble(), height = page.captured(2).toDouble(), mm = 72 / 25.4;
+    ASSERT_GT(width, 500);
+    int words = 0;
+    auto it = QRegularExpression(R"re(xMin="([0-9.]+)" yMin="([0-9.]+)" xMax="([0-9.]+)" yMax="([0-9.]+)")re").globalMatch(xml);
+    while (it.hasNext()) {
+        const auto m = it.next();
+        ++words;
+        EXPECT_GE(m.captured(1).toDouble(), 20 * mm - 0.5);
+        EXPECT_GE(m.captured(2).toDouble(), 15 * mm - 0.5);
+        EXPECT_LE(m.captured(3).toDouble(), width - 15 * mm + 0.5);
+        EXPECT_LE(m.captured(4).toDouble(), height - 15 * mm + 0.5);
+    }
+    EXPECT_GT(words, 20);
 }
 
 TEST(Viewer, SaysWhyAFileCannotBeShown) {

@@ -13,6 +13,7 @@
 
 #include "apps/trazel/widgets/plot_widget.h"
 #include "apps/trazel/widgets/trazel_window.h"
+#include "testing/qt_test_support.h"
 #include "testing/test_paths.h"
 
 namespace bm::trazel {
@@ -118,16 +119,15 @@ TEST(Window, AFileThatCannotBePlottedKeepsTheOldPlot) {
 TEST(Window, SaysWhyAFileCannotBePlotted) {
     TrazelWindow w;
     QString shown, detail;
-    QTimer::singleShot(0, [&] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box) return;
+    qtest::onModal("cannotPlotBox", [&](QWidget* modal) {
+        auto* box = qobject_cast<QMessageBox*>(modal);
         shown = box->text();
         detail = box->informativeText();
         box->accept();
     });
-    EXPECT_FALSE(w.openFileOrSay(fixture("truncated_2d.plt")));
-    EXPECT_TRUE(shown.contains("truncated_2d.plt")) << shown.toStdString();
-    EXPECT_TRUE(detail.contains("the table ends inside the y values of x = 40")) << detail.toStdString();
+    EXPECT_FALSE(w.openFileOrSay(fixture("bad_block_3d.plt")));
+    EXPECT_TRUE(shown.contains("bad_block_3d.plt")) << shown.toStdString();
+    EXPECT_TRUE(detail.contains("lacks its line \"Z Coordinate =>\"")) << detail.toStdString();
 }
 
 TEST(Window, ExportsTheViewAsCsv) {
