@@ -1,0 +1,60 @@
+#include "kernels/interval_masses.h"
+
+#include "kernels/vector_math.h"
+
+namespace bm {
+
+namespace {
+
+constexpr int kChunk = 256;
+
+// Arguments gathered for one vector pass of a function, and where each
+// result goes: out[at] = offset + factor * f(argument).
+struct Pass {
+    int count = 0;
+    int at[2 * kChunk];
+    double argument[2 * kChunk], factor[2 * kChunk];
+
+    void add(int i, double x, double f) {
+        at[count] = i;
+        argument[count] = x;
+        factor[count++] = f;
+    }
+    void addTo(double* out, void (*function)(const double*, double*, int)) {
+        function(argument, argument, count);
+        for (int j = 0; j < count; ++j) out[at[j]] += factor[j] * argument[j];
+        count = 0;
+    }
+};
+
+}  // namespace
+
+void intervalMasses(const double* p, const double* q, double* out, int n) {
+    // Pairs on one side of 0: the near tail less the far one,
+    // (erfc(near) - erfc(far)) / 2. Pairs about 0: (erf(p) + erf(-q)) / 2.
+    // A tail or an erf beyond the reach is 0 or 1 without a call.
+    Pass tails, erfs;
+    for (int from = 0; from < n; from += kChunk) {
+        const int to = from + kChunk < n ? from + kChunk : n;
+        for (int i = from; i < to; ++i) {
+            const double pi = p[i], qi = q[i];
+            if (qi >= 0.0 || pi <= 0.0) {
+                const double near = qi >= 0.0 ? qi : -pi, far = qi >= 0.0 ? pi : -qi;
+                out[i] = 0.0;
+                if (near >= kMassReach) continue;
+                tails.add(i, near, 0.5);
+                if (far < kMassReach) tails.add(i, far, -0.5);
+            } else {
+                out[i] = 0.0;
+                if (pi < kMassReach) erfs.add(i, pi, 0.5);
+                else out[i] += 0.5;
+                if (-qi < kMassReach) erfs.add(i, -qi, 0.5);
+                else out[i] += 0.5;
+            }
+        }
+        tails.addTo(out, vmath::erfc);
+        erfs.addTo(out, vmath::erf);
+    }
+}
+
+}  // namespace bm

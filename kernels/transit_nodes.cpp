@@ -1,0 +1,71 @@
+#include "kernels/transit_nodes.h"
+
+#include <cstring>
+
+#include "kernels/recent_cache.h"
+#include "kernels/vector_math.h"
+
+namespace bm::green {
+
+namespace {
+
+struct Key {
+    double wLo, wHi, e;
+    int panels, firstPanel;
+    const double* nodes;
+    const double* weights;
+    bool operator==(const Key&) const = default;
+};
+
+struct Entry {
+    // The rule the entry was made with: the same arrays may be refilled.
+    double ruleNodes[kRulePoints], ruleWeights[kRulePoints];
+    TransitNodes nodes;
+};
+
+bool sameRule(const Entry& entry, const double* nodes, const double* weights) {
+    return std::memcmp(entry.ruleNodes, nodes, sizeof entry.ruleNodes) == 0 &&
+           std::memcmp(entry.ruleWeights, weights, sizeof entry.ruleWeights) == 0;
+}
+
+void fill(Entry& entry, const TransitRange& r, int firstPanel, const double* nodes, const double* weights) {
+    std::memcpy(entry.ruleNodes, nodes, sizeof entry.ruleNodes);
+    std::memcpy(entry.ruleWeights, weights, sizeof entry.ruleWeights);
+    TransitNodes& out = entry.nodes;
+    out.count = 0;
+    const double h = (r.wHi - r.wLo) / r.panels;
+    const double half = 0.5 * h;
+    double s[kRulePoints];
+    double gauss[kMostGroupNodes];
+    for (int p = firstPanel; p < r.panels && p < firstPanel + kGroupPanels; ++p) {
+        const double mid = r.wLo + (p + 0.5) * h;
+        for (int i = 0; i < kRulePoints; ++i) s[i] = mid + half * nodes[i];
+        vmath::exp(s, s, kRulePoints);
+        for (int i = 0; i < kRulePoints; ++i) {
+            const double z = s[i] - r.e / s[i];
+            if (z * z > kNegligibleGauss) continue;
+            out.s[out.count] = s[i];
+            out.weight[out.count] = half * weights[i] * s[i];
+            gauss[out.count] = -z * z;
+            ++out.count;
+        }
+    }
+    vmath::exp(gauss, gauss, out.count);
+    for (int j = 0; j < out.count; ++j) out.weight[j] *= gauss[j];
+}
+
+thread_local RecentCache<Key, Entry, 4> theCache;
+
+}  // namespace
+
+const TransitNodes& transitNodes(const TransitRange& r, int firstPanel, const double* nodes, const double* weights) {
+    const Key key{r.wLo, r.wHi, r.e, r.panels, firstPanel, nodes, weights};
+    Entry* entry = theCache.find(key);
+    if (entry == nullptr || !sameRule(*entry, nodes, weights)) {
+        entry = entry != nullptr ? entry : &theCache.claim(key);
+        fill(*entry, r, firstPanel, nodes, weights);
+    }
+    return entry->nodes;
+}
+
+}  // namespace bm::green
