@@ -1,8 +1,9 @@
 #pragma once
 // The two primitive conversions under every number text: a double rounded to
 // a number of significant decimal digits, and a decimal text read back into
-// the nearest double. Both on std::to_chars / std::from_chars (shortest-digits
-// and correctly rounded), without printf, strtod or the heap.
+// the nearest double. Both correctly rounded, as printf and strtod are: a
+// fast path in long double arithmetic with a proven error bound, and
+// std::to_chars / std::from_chars for the rare values too close to call.
 
 #include <cstdint>
 #include <string_view>
@@ -31,9 +32,11 @@ inline constexpr int kGeneralTextRoom = 40;
 // keep to `significant` digits, "d.dddE+XX" beyond. Returns the length.
 int writeGeneral(char* out, const Decimal& d, bool negative, int significant);
 
-// The double nearest to a decimal text of the strict grammar
-// [sign] digits [. digits] [e|E|d|D [sign] digits], at least one digit in
-// the mantissa; too large gives an infinity, too small 0, like strtod.
-double read(std::string_view text);
+// The strict grammar of a number: [sign] digits [. digits] [e|E|d|D [sign]
+// digits], at least one digit in the mantissa.
+bool isStrict(std::string_view text);
+// The double nearest to a text of the strict grammar (too large gives an
+// infinity, too small 0, like strtod); false, and no value, for any other text.
+bool readStrict(std::string_view text, double& value);
 
 }  // namespace bm::digits

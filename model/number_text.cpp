@@ -190,36 +190,6 @@ std::string applyPattern(const digits::Decimal& d, bool negative, const Pattern&
     return pat.scientific ? applyScientific(d, negative, pat) : applyFixed(d, negative, pat);
 }
 
-// Strict grammar: [sign] digits [. digits] [exp [sign] digits], at least one mantissa digit.
-bool strictNumber(std::string_view t) {
-    std::size_t i = 0, n = t.size();
-    if (i < n && (t[i] == '+' || t[i] == '-')) ++i;
-    int mantissaDigits = 0;
-    while (i < n && isDigit(t[i])) {
-        ++i;
-        ++mantissaDigits;
-    }
-    if (i < n && t[i] == '.') {
-        ++i;
-        while (i < n && isDigit(t[i])) {
-            ++i;
-            ++mantissaDigits;
-        }
-    }
-    if (mantissaDigits == 0) return false;
-    if (i < n && (t[i] == 'e' || t[i] == 'E' || t[i] == 'd' || t[i] == 'D')) {
-        ++i;
-        if (i < n && (t[i] == '+' || t[i] == '-')) ++i;
-        int expDigits = 0;
-        while (i < n && isDigit(t[i])) {
-            ++i;
-            ++expDigits;
-        }
-        if (expDigits == 0) return false;
-    }
-    return i == n;
-}
-
 // The general text of any double (or float, with `significant` 7) into `out`,
 // kGeneralTextRoom long at least; returns the length.
 int writeGeneralText(char* out, double value, int significant) {
@@ -360,8 +330,8 @@ std::string formatPattern(double value, std::string_view pattern) {
 
 std::string formatNumber(std::string_view valueText) {
     const std::string_view t = trimmedView(valueText);
-    if (t.empty() || !strictNumber(t)) return std::string(valueText);
-    const double value = digits::read(t);
+    double value = 0.0;
+    if (!digits::readStrict(t, value)) return std::string(valueText);
     if (!std::isfinite(value)) return std::string(valueText);
     const double v = std::fabs(value);
     const digits::Decimal d = digits::rounded(v, 15);
@@ -455,18 +425,20 @@ double textValue(std::string_view text) {
         }
         if (expDigits == 0) num.shrink(mantissaEnd);  // "1e": the exponent is no part of it
     }
-    return digits::read(num.view());
+    double value = 0.0;
+    digits::readStrict(num.view(), value);
+    return value;
 }
 
 bool isNumeric(std::string_view text) {
     const std::string_view t = trimmedView(text);
-    return !t.empty() && strictNumber(t);
+    return digits::isStrict(t);
 }
 
 double numericValue(std::string_view text) {
     const std::string_view t = trimmedView(text);
-    if (t.empty() || !strictNumber(t)) raiseError(err::TypeMismatch);
-    const double v = digits::read(t);
+    double v = 0.0;
+    if (!digits::readStrict(t, v)) raiseError(err::TypeMismatch);
     if (std::isinf(v)) raiseError(err::Overflow);
     return v;
 }
