@@ -11,19 +11,38 @@ extern const Functions kAvx2Functions;  // kernels/avx2/vector_math_avx2.cpp
 
 namespace {
 
-__m128d load(const double* p) { return _mm_loadu_pd(p); }
-void store(double* p, __m128d v) { _mm_storeu_pd(p, v); }
-__m128d expLanes(__m128d v) { return Sleef_expd2_u10sse2(v); }
-__m128d erfLanes(__m128d v) { return Sleef_erfd2_u10sse2(v); }
-__m128d erfcLanes(__m128d v) { return Sleef_erfcd2_u15sse2(v); }
-__m128d sinhLanes(__m128d v) { return Sleef_sinhd2_u10sse2(v); }
-__m128d expm1Lanes(__m128d v) { return Sleef_expm1d2_u10sse2(v); }
+struct Sse2 {
+    using Vector = __m128d;
+    static constexpr int kLanes = 2;
+    static Vector load(const double* p) { return _mm_loadu_pd(p); }
+    static void store(double* p, Vector v) { _mm_storeu_pd(p, v); }
+    static Vector set(double v) { return _mm_set1_pd(v); }
+    static Vector add(Vector a, Vector b) { return _mm_add_pd(a, b); }
+    static Vector sub(Vector a, Vector b) { return _mm_sub_pd(a, b); }
+    static Vector mul(Vector a, Vector b) { return _mm_mul_pd(a, b); }
+    static Vector div(Vector a, Vector b) { return _mm_div_pd(a, b); }
+    static Vector fma(Vector a, Vector b, Vector c) { return _mm_add_pd(_mm_mul_pd(a, b), c); }
+    // x * x - square exactly, by Veltkamp's split of x into two 26-bit halves.
+    static Vector squareError(Vector x, Vector square) {
+        const Vector scaled = _mm_mul_pd(x, _mm_set1_pd(134217729.0));  // 2^27 + 1
+        const Vector high = _mm_sub_pd(scaled, _mm_sub_pd(scaled, x));
+        const Vector low = _mm_sub_pd(x, high);
+        const Vector cross = _mm_mul_pd(high, low);
+        return _mm_add_pd(_mm_add_pd(_mm_sub_pd(_mm_mul_pd(high, high), square), _mm_add_pd(cross, cross)),
+                          _mm_mul_pd(low, low));
+    }
+    static Vector exp(Vector v) { return Sleef_expd2_u10sse2(v); }
+};
 
-const Functions kSse2Functions = {"SSE2", overArray<__m128d, 2, load, store, expLanes>,
-                                  overArray<__m128d, 2, load, store, erfLanes>,
-                                  overArray<__m128d, 2, load, store, erfcLanes>,
-                                  overArray<__m128d, 2, load, store, sinhLanes>,
-                                  overArray<__m128d, 2, load, store, expm1Lanes>};
+Sse2::Vector sinhLanes(Sse2::Vector v) { return Sleef_sinhd2_u10sse2(v); }
+Sse2::Vector expm1Lanes(Sse2::Vector v) { return Sleef_expm1d2_u10sse2(v); }
+
+const Functions kSse2Functions = {"SSE2",
+                                  overArray<Sse2, eachOf<Sse2, Sse2::exp>>,
+                                  overArray<Sse2, eachOf<Sse2, sinhLanes>>,
+                                  overArray<Sse2, eachOf<Sse2, expm1Lanes>>,
+                                  overArray<Sse2, erfcTail<Sse2>>,
+                                  overArray<Sse2, erfSmall<Sse2>>};
 
 bool hasAvx2() {
     __builtin_cpu_init();

@@ -9,20 +9,34 @@
 namespace bm::vmath {
 
 namespace {
-__m256d load(const double* p) { return _mm256_loadu_pd(p); }
-void store(double* p, __m256d v) { _mm256_storeu_pd(p, v); }
-__m256d expLanes(__m256d v) { return Sleef_expd4_u10avx2(v); }
-__m256d erfLanes(__m256d v) { return Sleef_erfd4_u10avx2(v); }
-__m256d erfcLanes(__m256d v) { return Sleef_erfcd4_u15avx2(v); }
-__m256d sinhLanes(__m256d v) { return Sleef_sinhd4_u10avx2(v); }
-__m256d expm1Lanes(__m256d v) { return Sleef_expm1d4_u10avx2(v); }
+
+struct Avx2 {
+    using Vector = __m256d;
+    static constexpr int kLanes = 4;
+    static Vector load(const double* p) { return _mm256_loadu_pd(p); }
+    static void store(double* p, Vector v) { _mm256_storeu_pd(p, v); }
+    static Vector set(double v) { return _mm256_set1_pd(v); }
+    static Vector add(Vector a, Vector b) { return _mm256_add_pd(a, b); }
+    static Vector sub(Vector a, Vector b) { return _mm256_sub_pd(a, b); }
+    static Vector mul(Vector a, Vector b) { return _mm256_mul_pd(a, b); }
+    static Vector div(Vector a, Vector b) { return _mm256_div_pd(a, b); }
+    static Vector fma(Vector a, Vector b, Vector c) { return _mm256_fmadd_pd(a, b, c); }
+    // x * x - square exactly.
+    static Vector squareError(Vector x, Vector square) { return _mm256_fmsub_pd(x, x, square); }
+    static Vector exp(Vector v) { return Sleef_expd4_u10avx2(v); }
+};
+
+Avx2::Vector sinhLanes(Avx2::Vector v) { return Sleef_sinhd4_u10avx2(v); }
+Avx2::Vector expm1Lanes(Avx2::Vector v) { return Sleef_expm1d4_u10avx2(v); }
+
 }  // namespace
 
 extern const Functions kAvx2Functions;
-const Functions kAvx2Functions = {"AVX2", overArray<__m256d, 4, load, store, expLanes>,
-                                  overArray<__m256d, 4, load, store, erfLanes>,
-                                  overArray<__m256d, 4, load, store, erfcLanes>,
-                                  overArray<__m256d, 4, load, store, sinhLanes>,
-                                  overArray<__m256d, 4, load, store, expm1Lanes>};
+const Functions kAvx2Functions = {"AVX2",
+                                  overArray<Avx2, eachOf<Avx2, Avx2::exp>>,
+                                  overArray<Avx2, eachOf<Avx2, sinhLanes>>,
+                                  overArray<Avx2, eachOf<Avx2, expm1Lanes>>,
+                                  overArray<Avx2, erfcTail<Avx2>>,
+                                  overArray<Avx2, erfSmall<Avx2>>};
 
 }  // namespace bm::vmath
