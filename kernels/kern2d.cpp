@@ -4,13 +4,15 @@
 #include <cmath>
 
 #include "kernels/green_integrals.h"
-#include "kernels/interval_masses.h"
+#include "kernels/edge_tails.h"
 #include "kernels/recent_cache.h"
 #include "kernels/transit_nodes.h"
 #include "kernels/vector_math.h"
 #include "shell/checked_math.h"
 
 namespace bm {
+
+static_assert(green::kMostGroupNodes <= kMostEdgeNodes);
 
 TwoDimParameters::TwoDimParameters() {
     std::memset(static_cast<void*>(this), 0, sizeof *this);
@@ -168,9 +170,9 @@ std::int16_t cnrml_FL(const TwoDimParameters& parameters, double t, double x, do
     const green::WalledStripFactor strip(aq, local);
     const double zeta = x * c.sqrtDy / (2.0 * c.sqrtDx) * inverseWidth;
     const double value = green::vectorTransitIntegral(range, green::builtinNodes(), green::builtinWeights(),
-                                                      [&](const double* s, int n, double* g) {
-                                                          for (int j = 0; j < n; ++j) g[j] = zeta / s[j];
-                                                          strip.many(g, n, g);
+                                                      [&](const green::TransitNodes& tn, double* g) {
+                                                          for (int j = 0; j < tn.count; ++j) g[j] = zeta / tn.s[j];
+                                                          strip.many(g, tn.count, g);
                                                       });
     result = fp::checked(value);
     return kKernelOk;
@@ -198,13 +200,12 @@ std::int16_t cnrml_IL(const TwoDimParameters& parameters, double t, double x, do
     // longest spread): below 1e-19 there, nothing reaches the point.
     const double gap = std::max({p2, -p1, 0.0});  // scaled distance to the strip
     if (range.panels == 0 || gap * std::exp(range.wLo) > kLateralReach) return kKernelOk;
-    const double value = green::vectorTransitIntegral(range, nodes, weights, [&](const double* s, int n, double* g) {
-        double q[green::kMostGroupNodes];
-        for (int j = 0; j < n; ++j) {
-            g[j] = p1 * s[j];
-            q[j] = p2 * s[j];
-        }
-        intervalMasses(g, q, g, n);
+    // The strip's edges at scaled distances |p1| and |p2|, the point inside
+    // when it lies strictly between them.
+    const bool inside = p1 > 0.0 && p2 < 0.0;
+    const double nearEdge = std::min(std::fabs(p1), std::fabs(p2)), farEdge = std::max(std::fabs(p1), std::fabs(p2));
+    const double value = green::vectorTransitIntegral(range, nodes, weights, [&](const green::TransitNodes& tn, double* g) {
+        stripShares(tn.generation, 1.0, tn.s, tn.count, nearEdge, farEdge, inside, g);
     });
     result = fp::checked(value);
     return kKernelOk;
@@ -232,7 +233,9 @@ std::int16_t cnrml_IG(const TwoDimParameters& parameters, double t, double x, do
     // The lateral factor is largest at the smallest s (the longest spread).
     const double spreadAtLongest = rho / std::exp(range.wLo);
     if (range.panels == 0 || gamma / (1.0 + spreadAtLongest * spreadAtLongest) > kLateralExponent) return kKernelOk;
-    const double value = green::vectorTransitIntegral(range, nodes, weights, [&](const double* s, int n, double* g) {
+    const double value = green::vectorTransitIntegral(range, nodes, weights, [&](const green::TransitNodes& tn, double* g) {
+        const double* s = tn.s;
+        const int n = tn.count;
         double root[green::kMostGroupNodes];
         for (int j = 0; j < n; ++j) {
             const double q = rho / s[j];

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "kernels/interval_masses.h"
+#include "kernels/edge_tails.h"
 #include "kernels/kern3d_effective.h"
 #include "kernels/kern3d_finite.h"
 #include "kernels/kern3d_nodes.h"
@@ -13,6 +13,8 @@
 #include "shell/checked_math.h"
 
 namespace bm {
+
+static_assert(k3::kMostGroupNodes <= kMostEdgeNodes);
 
 ThreeDimParameters::ThreeDimParameters() {
     setFixedText(reservedText216, "");
@@ -43,13 +45,9 @@ Patch patchOf(const ThreeDimParameters& p) {
 // a point at distances d1 and d2 from its ends, after each node's travel time
 // (c = 1 / (2 sqrt(D))): (erf(d1 c / sqrt(tau)) + erf(d2 c / sqrt(tau))) / 2.
 void patchShares(const k3::ColumnNodes& nodes, double d1, double d2, double c, double* out) {
-    double q[k3::kMostGroupNodes];
-    for (int j = 0; j < nodes.count; ++j) {
-        const double r = c / nodes.sqrtTau[j];
-        out[j] = d1 * r;
-        q[j] = -d2 * r;
-    }
-    intervalMasses(out, q, out, nodes.count);
+    const bool inside = d1 > 0.0 && d2 > 0.0;
+    const double nearEdge = std::min(std::fabs(d1), std::fabs(d2)), farEdge = std::max(std::fabs(d1), std::fabs(d2));
+    stripShares(nodes.generation, c, nodes.inverseRoot, nodes.count, nearEdge, farEdge, inside, out);
 }
 
 // The shares of the two directions, each kept while its numbers stay the same.

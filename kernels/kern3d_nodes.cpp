@@ -57,6 +57,7 @@ void fill(Entry& entry, const Column& c, const Panels& plan, int firstPanel, con
             const double p = c.psi(u[i], root[i] * root[i]);
             if (p < skipBelow) continue;
             out.sqrtTau[out.count] = root[i];
+            out.inverseRoot[out.count] = 1.0 / root[i];
             out.weight[out.count] = half * weights[i];
             exponent[out.count] = p;
             ++out.count;

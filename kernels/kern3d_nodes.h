@@ -14,13 +14,14 @@
 namespace bm::k3 {
 
 // Plans of more panels than this are evaluated in groups of this many.
-inline constexpr int kGroupPanels = 4;
+inline constexpr int kGroupPanels = 2;
 inline constexpr int kMostGroupNodes = kGroupPanels * kRulePoints;
 
 struct ColumnNodes {
     unsigned long long generation = 0;  // differs for every filling on a thread
     int count = 0;
     double sqrtTau[kMostGroupNodes];
+    double inverseRoot[kMostGroupNodes];  // 1 / sqrt(tau)
     double weight[kMostGroupNodes];
 };
 

@@ -15,8 +15,10 @@ public:
             if (used_[i] && keys_[i] == key) return &values_[i];
         return nullptr;
     }
-    // An entry for `key`, replacing the oldest; the caller fills it.
-    Value& claim(const Key& key) {
+    // An entry for `key`, replacing the oldest but `keep` (an entry the
+    // caller still holds); the caller fills it.
+    Value& claim(const Key& key, const Value* keep = nullptr) {
+        if (&values_[next_] == keep) next_ = (next_ + 1) % Entries;
         const int i = next_;
         next_ = (next_ + 1) % Entries;
         keys_[i] = key;

@@ -23,6 +23,8 @@ struct Entry {
     TransitNodes nodes;
 };
 
+thread_local unsigned long long theGeneration = 0;
+
 bool sameRule(const Entry& entry, const double* nodes, const double* weights) {
     return std::memcmp(entry.ruleNodes, nodes, sizeof entry.ruleNodes) == 0 &&
            std::memcmp(entry.ruleWeights, weights, sizeof entry.ruleWeights) == 0;
@@ -32,6 +34,7 @@ void fill(Entry& entry, const TransitRange& r, int firstPanel, const double* nod
     std::memcpy(entry.ruleNodes, nodes, sizeof entry.ruleNodes);
     std::memcpy(entry.ruleWeights, weights, sizeof entry.ruleWeights);
     TransitNodes& out = entry.nodes;
+    out.generation = ++theGeneration;
     out.count = 0;
     const double h = (r.wHi - r.wLo) / r.panels;
     const double half = 0.5 * h;

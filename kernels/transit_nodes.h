@@ -20,6 +20,7 @@ inline constexpr int kGroupPanels = 2;
 inline constexpr int kMostGroupNodes = kGroupPanels * kRulePoints;
 
 struct TransitNodes {
+    unsigned long long generation = 0;  // differs for every filling on a thread
     int count = 0;
     double s[kMostGroupNodes];
     double weight[kMostGroupNodes];
@@ -31,7 +32,7 @@ struct TransitNodes {
 const TransitNodes& transitNodes(const TransitRange& range, int firstPanel, const double* nodes, const double* weights);
 
 // The transit integral with lateral factors computed per group of nodes:
-// `lateral(s, count, out)` writes G(s[j]) for j < count.
+// `lateral(nodes, out)` writes G(nodes.s[j]) for j < nodes.count.
 template <class Lateral>
 double vectorTransitIntegral(const TransitRange& r, const double* nodes, const double* weights, Lateral&& lateral) {
     if (r.panels <= 0 || r.logPrefactor < -745.0) return 0.0;
@@ -39,7 +40,7 @@ double vectorTransitIntegral(const TransitRange& r, const double* nodes, const d
     double g[kMostGroupNodes];
     for (int first = 0; first < r.panels; first += kGroupPanels) {
         const TransitNodes& tn = transitNodes(r, first, nodes, weights);
-        lateral(tn.s, tn.count, g);
+        lateral(tn, g);
         double sum = 0.0;
         for (int j = 0; j < tn.count; ++j) sum += tn.weight[j] * g[j];
         total += sum;
