@@ -133,6 +133,30 @@ double finiteSeries(const green::WalledAquifer& aq, double y, double x, double t
     return sum;
 }
 
+// The Gaussian source's spread at each transit node: f = sigma^2 / (sigma^2
+// + 2 Dy tau) = 1 / (1 + (rho / s)^2) and sqrt(f), which depend on x and t
+// but not on y, kept for the last nodes and rho on each thread.
+struct GaussianSpread {
+    unsigned long long generation = 0;
+    double rho = 0.0;
+    double f[green::kMostGroupNodes], root[green::kMostGroupNodes];
+};
+
+thread_local GaussianSpread theGaussianSpread;
+
+const GaussianSpread& gaussianSpread(const green::TransitNodes& tn, double rho) {
+    GaussianSpread& kept = theGaussianSpread;
+    if (kept.generation == tn.generation && kept.rho == rho) return kept;
+    for (int j = 0; j < tn.count; ++j) {
+        const double q = rho / tn.s[j];
+        kept.f[j] = 1.0 / (1.0 + q * q);
+        kept.root[j] = std::sqrt(kept.f[j]);
+    }
+    kept.generation = tn.generation;
+    kept.rho = rho;
+    return kept;
+}
+
 }  // namespace
 
 std::int16_t cnrml_FL(const TwoDimParameters& parameters, double t, double x, double y, double& result) {
@@ -234,17 +258,10 @@ std::int16_t cnrml_IG(const TwoDimParameters& parameters, double t, double x, do
     const double spreadAtLongest = rho / std::exp(range.wLo);
     if (range.panels == 0 || gamma / (1.0 + spreadAtLongest * spreadAtLongest) > kLateralExponent) return kKernelOk;
     const double value = green::vectorTransitIntegral(range, nodes, weights, [&](const green::TransitNodes& tn, double* g) {
-        const double* s = tn.s;
-        const int n = tn.count;
-        double root[green::kMostGroupNodes];
-        for (int j = 0; j < n; ++j) {
-            const double q = rho / s[j];
-            const double f = 1.0 / (1.0 + q * q);
-            root[j] = std::sqrt(f);
-            g[j] = -gamma * f;
-        }
-        vmath::exp(g, g, n);
-        for (int j = 0; j < n; ++j) g[j] *= root[j];
+        const GaussianSpread& spread = gaussianSpread(tn, rho);
+        for (int j = 0; j < tn.count; ++j) g[j] = -gamma * spread.f[j];
+        vmath::exp(g, g, tn.count);
+        for (int j = 0; j < tn.count; ++j) g[j] *= spread.root[j];
     });
     result = fp::checked(value);
     return kKernelOk;
@@ -311,6 +328,8 @@ std::int16_t cnrml_IC(const TwoDimParameters& parameters, double t, double x, do
     const int panels = std::max(1, static_cast<int>(std::ceil((wHi - wLo) / kPointPanelLength)));
     const double h = (wHi - wLo) / panels, halfH = 0.5 * h;
     constexpr int n = green::kRulePoints;
+    // a / t, when it and exp(w - ln t) at every node are normal numbers.
+    const double aOverT = logT - wLo < 700.0 && std::fabs(logA - logT) < 700.0 ? std::exp(logA - logT) : HUGE_VAL;
     double integral = 0.0;
     double phi[n], other[n];
     for (int p = 0; p < panels; ++p) {
@@ -319,6 +338,11 @@ std::int16_t cnrml_IC(const TwoDimParameters& parameters, double t, double x, do
             for (int i = 0; i < n; ++i) phi[i] = 0.5 * halfH * nodes[i] + 0.5 * (mid - centre);
             vmath::sinh(phi, phi, n);
             for (int i = 0; i < n; ++i) phi[i] = -4.0 * q * phi[i] * phi[i];
+        } else if (std::isfinite(aOverT)) {
+            // exp(logA - w) = (a / t) / exp(w - ln t), exp(w - ln t) = 1 + expm1(w - ln t).
+            for (int i = 0; i < n; ++i) phi[i] = halfH * nodes[i] + (mid - logT);
+            vmath::expm1(phi, phi, n);
+            for (int i = 0; i < n; ++i) phi[i] *= aOverT / (1.0 + phi[i]) - bT;
         } else {
             for (int i = 0; i < n; ++i) {
                 const double w = mid + halfH * nodes[i];
