@@ -2,8 +2,11 @@
 // calculated by the batch calculator's own path (runBatch, as brenmoor-calc
 // calls it) and its output file written to /dev/null, on eight grids: the
 // 2-D infinite strip, finite-width strip, Gaussian and point sources on
-// 101 x 51 x 11 points, the 3-D infinite and finite patch and point source on
-// 21 x 21 x 11 x 5 points, and the 1-D finite Cauchy column on 101 x 101.
+// x 10:1010:10, y 0:1000:20, t 0:1100:100 (101 x 51 x 12 points), the 3-D
+// infinite and finite patch and point source on x 10:1010:50, y 0:1000:50,
+// z 0:100:10, t 0:1000:200 (21 x 21 x 11 x 6), and the 1-D finite Cauchy
+// column on x 0:100:1, t 0:100:1 (101 x 101). Time ranges start at 0, as
+// the models' validation asks.
 // Seepage velocity 1 (Darcy velocity 0.25, porosity 0.25), dispersions 10, 2
 // and 0.2, no decay, the source at y = 500 (z = 50), 200 wide, 20 high,
 // standard deviation 50; the column: Darcy velocity 0.125, porosity 0.25,
@@ -168,7 +171,7 @@ const Grid kPoint2d{"sample1.two", "Infinite", "Continuous / Point", "10:1010:10
 const Grid kPatch{"sample1.tri", "Infinite", "Finite / Patch", "10:1010:50", "0:1000:50", "0:100:10", "0:1000:200"};
 const Grid kFinitePatch{"sample1.tri", "Finite", "Finite / Patch", "10:1010:50", "0:1000:50", "0:100:10", "0:1000:200"};
 const Grid kPoint3d{"sample1.tri", "Infinite", "Continuous / Point", "10:1010:50", "0:1000:50", "0:100:10", "0:1000:200"};
-const Grid kColumn{"sample1.one", "Finite", "Cauchy", "0:100:1", "", "", "0:101:1"};
+const Grid kColumn{"sample1.one", "Finite", "Cauchy", "0:100:1", "", "", "0:100:1"};
 
 void BM_WholeRun2dInfiniteStrip(benchmark::State& s) { wholeRun(s, kStrip, "strip.two"); }
 void BM_WholeRun2dFiniteStrip(benchmark::State& s) { wholeRun(s, kFiniteStrip, "finite_strip.two"); }
