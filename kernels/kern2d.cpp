@@ -328,21 +328,22 @@ std::int16_t cnrml_IC(const TwoDimParameters& parameters, double t, double x, do
     const int panels = std::max(1, static_cast<int>(std::ceil((wHi - wLo) / kPointPanelLength)));
     const double h = (wHi - wLo) / panels, halfH = 0.5 * h;
     constexpr int n = green::kRulePoints;
-    // a / t, when it and exp(w - ln t) at every node are normal numbers.
+    // a / t, when it is a normal number and exp(w - ln t) is one at every node.
     const double aOverT = logT - wLo < 700.0 && std::fabs(logA - logT) < 700.0 ? std::exp(logA - logT) : HUGE_VAL;
     double integral = 0.0;
     double phi[n], other[n];
     for (int p = 0; p < panels; ++p) {
         const double mid = wLo + (p + 0.5) * h;
         if (peakInside) {
-            for (int i = 0; i < n; ++i) phi[i] = 0.5 * halfH * nodes[i] + 0.5 * (mid - centre);
-            vmath::sinh(phi, phi, n);
-            for (int i = 0; i < n; ++i) phi[i] = -4.0 * q * phi[i] * phi[i];
-        } else if (std::isfinite(aOverT)) {
-            // exp(logA - w) = (a / t) / exp(w - ln t), exp(w - ln t) = 1 + expm1(w - ln t).
-            for (int i = 0; i < n; ++i) phi[i] = halfH * nodes[i] + (mid - logT);
+            // 4 sinh^2(d / 2) = u^2 / (1 + u), u = expm1(|d|), d = w - centre.
+            for (int i = 0; i < n; ++i) phi[i] = std::fabs(halfH * nodes[i] + (mid - centre));
             vmath::expm1(phi, phi, n);
-            for (int i = 0; i < n; ++i) phi[i] *= aOverT / (1.0 + phi[i]) - bT;
+            for (int i = 0; i < n; ++i) phi[i] = -q * phi[i] * (phi[i] / (1.0 + phi[i]));
+        } else if (std::isfinite(aOverT)) {
+            // exp(logA - w) = (a / t) / exp(w - ln t).
+            for (int i = 0; i < n; ++i) phi[i] = halfH * nodes[i] + (mid - logT);
+            vmath::expAndExpm1(phi, other, phi, n);
+            for (int i = 0; i < n; ++i) phi[i] *= aOverT / other[i] - bT;
         } else {
             for (int i = 0; i < n; ++i) {
                 const double w = mid + halfH * nodes[i];

@@ -32,17 +32,20 @@ struct Sse2 {
                           _mm_mul_pd(low, low));
     }
     static Vector exp(Vector v) { return Sleef_expd2_u10sse2(v); }
+    // small where |x| < limit, large elsewhere.
+    static Vector selectSmall(Vector x, double limit, Vector small, Vector large) {
+        const Vector magnitude = _mm_andnot_pd(_mm_set1_pd(-0.0), x);
+        const Vector mask = _mm_cmplt_pd(magnitude, _mm_set1_pd(limit));
+        return _mm_or_pd(_mm_and_pd(mask, small), _mm_andnot_pd(mask, large));
+    }
 };
-
-Sse2::Vector sinhLanes(Sse2::Vector v) { return Sleef_sinhd2_u10sse2(v); }
-Sse2::Vector expm1Lanes(Sse2::Vector v) { return Sleef_expm1d2_u10sse2(v); }
 
 const Functions kSse2Functions = {"SSE2",
                                   overArray<Sse2, eachOf<Sse2, Sse2::exp>>,
-                                  overArray<Sse2, eachOf<Sse2, sinhLanes>>,
-                                  overArray<Sse2, eachOf<Sse2, expm1Lanes>>,
+                                  overArray<Sse2, expm1<Sse2>>,
                                   overArray<Sse2, erfcTail<Sse2>>,
-                                  overArray<Sse2, erfSmall<Sse2>>};
+                                  overArray<Sse2, erfSmall<Sse2>>,
+                                  expAndExpm1OverArray<Sse2>};
 
 bool hasAvx2() {
     __builtin_cpu_init();

@@ -24,19 +24,21 @@ struct Avx2 {
     // x * x - square exactly.
     static Vector squareError(Vector x, Vector square) { return _mm256_fmsub_pd(x, x, square); }
     static Vector exp(Vector v) { return Sleef_expd4_u10avx2(v); }
+    // small where |x| < limit, large elsewhere.
+    static Vector selectSmall(Vector x, double limit, Vector small, Vector large) {
+        const Vector magnitude = _mm256_andnot_pd(_mm256_set1_pd(-0.0), x);
+        return _mm256_blendv_pd(large, small, _mm256_cmp_pd(magnitude, _mm256_set1_pd(limit), _CMP_LT_OQ));
+    }
 };
-
-Avx2::Vector sinhLanes(Avx2::Vector v) { return Sleef_sinhd4_u10avx2(v); }
-Avx2::Vector expm1Lanes(Avx2::Vector v) { return Sleef_expm1d4_u10avx2(v); }
 
 }  // namespace
 
 extern const Functions kAvx2Functions;
 const Functions kAvx2Functions = {"AVX2",
                                   overArray<Avx2, eachOf<Avx2, Avx2::exp>>,
-                                  overArray<Avx2, eachOf<Avx2, sinhLanes>>,
-                                  overArray<Avx2, eachOf<Avx2, expm1Lanes>>,
+                                  overArray<Avx2, expm1<Avx2>>,
                                   overArray<Avx2, erfcTail<Avx2>>,
-                                  overArray<Avx2, erfSmall<Avx2>>};
+                                  overArray<Avx2, erfSmall<Avx2>>,
+                                  expAndExpm1OverArray<Avx2>};
 
 }  // namespace bm::vmath
