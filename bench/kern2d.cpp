@@ -96,6 +96,46 @@ void BM_cnrml_IC(benchmark::State& state) {
 }
 BENCHMARK(BM_cnrml_IC);
 
+// Every call at a new x and t (a quasi-random sequence over the plume at
+// t = 20 .. 80): nothing a kernel keeps from one call helps the next. The
+// cost of a lone call; per node, a 256th of it.
+std::vector<Point> freshPoints(double xFrom, double xTo) {
+    std::vector<Point> out;
+    for (int i = 1; i <= 997; ++i) {
+        const double a = std::fmod(i * 0.6180339887498949, 1.0), b = std::fmod(i * 0.7548776662466927, 1.0);
+        out.push_back({20.0 + 60.0 * b, xFrom + (xTo - xFrom) * a, -20.0 + 40.0 * std::fmod(i * 0.5698402909980532, 1.0)});
+    }
+    return out;
+}
+
+void BM_cnrml_IL_everyCallNew(benchmark::State& state) {
+    runPoints(state, freshPoints(0.5, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
+        cnrml_IL(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
+    });
+}
+BENCHMARK(BM_cnrml_IL_everyCallNew);
+
+void BM_cnrml_IG_everyCallNew(benchmark::State& state) {
+    runPoints(state, freshPoints(0.5, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
+        cnrml_IG(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
+    });
+}
+BENCHMARK(BM_cnrml_IG_everyCallNew);
+
+void BM_cnrml_IC_everyCallNew(benchmark::State& state) {
+    runPoints(state, freshPoints(-10, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
+        cnrml_IC(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
+    });
+}
+BENCHMARK(BM_cnrml_IC_everyCallNew);
+
+void BM_cnrml_FL_everyCallNew(benchmark::State& state) {
+    runPoints(state, freshPoints(0.01, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
+        cnrml_FL(p, t, x, y, c);
+    });
+}
+BENCHMARK(BM_cnrml_FL_everyCallNew);
+
 // The floor of a strip call: 256 nodes with two error functions each.
 void BM_ErrorFunctionsOfOneStripCall(benchmark::State& state) {
     std::vector<double> args(512);

@@ -149,8 +149,8 @@ void wholeRun(benchmark::State& state, const Grid& g, const std::string& name) {
     benchsupport::providePointsFile();
     benchsupport::SilentInterface ui;
     bm::setUserInterface(&ui);
-    const std::string grid = writeModel(g, false, name), single = writeModel(g, true, name + "_1");
-    if (runOnce(grid, ui) != bm::kExitDone) {
+    const std::string grid = writeModel(g, false, name), single = writeModel(g, true, "one_point_" + name);
+    if (runOnce(grid, ui) != bm::kExitDone || runOnce(single, ui) != bm::kExitDone) {
         state.SkipWithError("the run did not finish");
         return;
     }

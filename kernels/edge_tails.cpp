@@ -21,12 +21,12 @@ struct EdgeTails {
 
 struct Key {
     unsigned long long nodeSet;
-    double scale, distance;
+    double scale, distance, reach;
     int count;
     bool operator==(const Key&) const = default;
 };
 
-void fill(EdgeTails& out, double scale, const double* spread, int n, double d) {
+void fill(EdgeTails& out, double scale, const double* spread, int n, double d, double reach) {
     // Only the nodes within the reach take the functions.
     int index[kMostEdgeNodes], small[kMostEdgeNodes];
     double argument[kMostEdgeNodes], series[kMostEdgeNodes];
@@ -37,7 +37,7 @@ void fill(EdgeTails& out, double scale, const double* spread, int n, double d) {
         out.inner[j] = 1.0;
         index[within] = j;
         argument[within] = x;
-        within += x < kMassReach;
+        within += x < reach;
         small[smalls] = j;
         series[smalls] = x;
         smalls += x < kSmallErf;
@@ -56,17 +56,17 @@ thread_local RecentCache<Key, EdgeTails, kKeptDistances> theTails;
 }  // namespace
 
 void stripShares(unsigned long long nodeSet, double scale, const double* spread, int n, double nearEdge,
-                 double farEdge, bool inside, double* out) {
-    const Key nearKey{nodeSet, scale, nearEdge, n}, farKey{nodeSet, scale, farEdge, n};
+                 double farEdge, bool inside, double reach, double* out) {
+    const Key nearKey{nodeSet, scale, nearEdge, reach, n}, farKey{nodeSet, scale, farEdge, reach, n};
     EdgeTails* a = theTails.find(nearKey);
     if (a == nullptr) {
         a = &theTails.claim(nearKey);
-        fill(*a, scale, spread, n, nearEdge);
+        fill(*a, scale, spread, n, nearEdge, reach);
     }
     EdgeTails* b = theTails.find(farKey);
     if (b == nullptr) {
         b = &theTails.claim(farKey, a);
-        fill(*b, scale, spread, n, farEdge);
+        fill(*b, scale, spread, n, farEdge, reach);
     }
     if (inside) {
         for (int j = 0; j < n; ++j) out[j] = 0.5 * (a->inner[j] + b->inner[j]);

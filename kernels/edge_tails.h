@@ -15,9 +15,10 @@
 // result never depends on what was computed before it.
 //
 // Accuracy: erfc through vmath::erfcTail (6 ulp), erf its series below 0.5
-// and 1 - erfc above (2 ulp), tails beyond d sigma = 6.5 taken as 0 (below
-// 2e-20): each share within 4e-16 + 2e-20 of the exact one, and small shares
-// keep their relative accuracy but where two nearly equal tails cancel.
+// and 1 - erfc above (2 ulp), tails at or beyond d sigma = reach taken as 0
+// (interval_masses.h): each share within 4e-16 + erfc(reach) / 2 of the exact
+// one, and small shares keep their relative accuracy but where two nearly
+// equal tails cancel.
 
 namespace bm {
 
@@ -26,8 +27,9 @@ inline constexpr int kMostEdgeNodes = 512;
 // The shares at the n <= kMostEdgeNodes nodes of set `nodeSet` (a number
 // that differs for every set of nodes a thread makes), sigma_j = scale *
 // spread[j], of a strip whose edges lie at distances nearEdge <= farEdge
-// from the point, inside it (between its edges) or beside it.
+// from the point, inside it (between its edges) or beside it; tails cut at
+// `reach` (at most kSpatialReach).
 void stripShares(unsigned long long nodeSet, double scale, const double* spread, int n, double nearEdge,
-                 double farEdge, bool inside, double* out);
+                 double farEdge, bool inside, double reach, double* out);
 
 }  // namespace bm

@@ -167,7 +167,7 @@ void WalledStripFactor::many(const double* spreadRatio, int n, double* out) cons
                 owner[pairs++] = i;
             }
         }
-        intervalMasses(p, q, p, pairs);
+        intervalMasses(p, q, p, pairs, kPlanarReach);
         for (int j = 0; j < pairs; ++j) out[owner[j]] += p[j];
         vmath::exp(r, r, modes);
         for (int j = 0; j < modes; ++j) out[modal[j]] = modeSum(r[j]);

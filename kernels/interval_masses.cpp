@@ -33,7 +33,7 @@ struct Pass {
 
 }  // namespace
 
-void intervalMasses(const double* p, const double* q, double* out, int n) {
+void intervalMasses(const double* p, const double* q, double* out, int n, double reach) {
     // Pairs on one side of 0: the near tail less the far one,
     // (erfc(near) - erfc(far)) / 2. Pairs about 0: (erf(p) + erf(-q)) / 2,
     // each erf its series when small, 1 - erfc otherwise. A tail beyond the
@@ -46,9 +46,9 @@ void intervalMasses(const double* p, const double* q, double* out, int n) {
             out[i] = 0.0;
             if (qi >= 0.0 || pi <= 0.0) {
                 const double near = qi >= 0.0 ? qi : -pi, far = qi >= 0.0 ? pi : -qi;
-                if (near >= kMassReach) continue;
+                if (near >= reach) continue;
                 tails.add(i, near, 0.5);
-                if (far < kMassReach) tails.add(i, far, -0.5);
+                if (far < reach) tails.add(i, far, -0.5);
                 continue;
             }
             for (const double a : {pi, -qi}) {
@@ -56,7 +56,7 @@ void intervalMasses(const double* p, const double* q, double* out, int n) {
                     smalls.add(i, a, 0.5);
                 } else {
                     out[i] += 0.5;
-                    if (a < kMassReach) tails.add(i, a, -0.5);
+                    if (a < reach) tails.add(i, a, -0.5);
                 }
             }
         }

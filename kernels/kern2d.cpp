@@ -5,6 +5,7 @@
 
 #include "kernels/green_integrals.h"
 #include "kernels/edge_tails.h"
+#include "kernels/interval_masses.h"
 #include "kernels/recent_cache.h"
 #include "kernels/transit_nodes.h"
 #include "kernels/vector_math.h"
@@ -229,7 +230,7 @@ std::int16_t cnrml_IL(const TwoDimParameters& parameters, double t, double x, do
     const bool inside = p1 > 0.0 && p2 < 0.0;
     const double nearEdge = std::min(std::fabs(p1), std::fabs(p2)), farEdge = std::max(std::fabs(p1), std::fabs(p2));
     const double value = green::vectorTransitIntegral(range, nodes, weights, [&](const green::TransitNodes& tn, double* g) {
-        stripShares(tn.generation, 1.0, tn.s, tn.count, nearEdge, farEdge, inside, g);
+        stripShares(tn.generation, 1.0, tn.s, tn.count, nearEdge, farEdge, inside, kPlanarReach, g);
     });
     result = fp::checked(value);
     return kKernelOk;

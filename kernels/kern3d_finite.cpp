@@ -310,7 +310,7 @@ struct FiniteShare {
                     q[pairs++] = (y - image[1]) * r;
                 }
             }
-            intervalMasses(p, q, p, pairs);
+            intervalMasses(p, q, p, pairs, kSpatialReach);
             for (int j = from, k = 0; j < to; ++j)
                 if (imaged[j - from])
                     for (int i = 0; i < kImages; ++i) out[j] += p[k++];
