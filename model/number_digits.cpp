@@ -30,37 +30,12 @@ void takeScientific(const char* first, const char* last, Decimal& d) {
     while (d.count > 1 && d.digit[d.count - 1] == '0') --d.count;
 }
 
-// 10^k for |k| <= 350 in long double (64-bit significands), each within
-// half a unit of its last place: built in __float128 and rounded once.
+// 10^k for |k| <= 350 as F * 2^B with a 64-bit F (top bit set), F within
+// half a unit of its last place: 2^-64 relative. Built in __float128.
 class PowersOfTen {
 public:
     static constexpr int kMost = 350;
     PowersOfTen() {
-        __float128 up = 1, down = 1;
-        for (int k = 0; k <= kMost; ++k) {
-            power_[kMost + k] = static_cast<long double>(up);
-            power_[kMost - k] = static_cast<long double>(down);
-            up *= 10;
-            down /= 10;
-        }
-    }
-    long double operator()(int k) const { return power_[kMost + k]; }
-
-private:
-    long double power_[2 * kMost + 1];
-};
-
-const PowersOfTen& powersOfTen() {
-    static const PowersOfTen powers;
-    return powers;
-}
-
-// 10^k for |k| <= 350 as F * 2^B with a 64-bit F (top bit set), F within
-// half a unit of its last place: 2^-64 relative. Built in __float128.
-class BinaryPowersOfTen {
-public:
-    static constexpr int kMost = 350;
-    BinaryPowersOfTen() {
         __float128 up = 1, down = 1;
         for (int k = 0; k <= kMost; ++k) {
             set(k, up);
@@ -88,8 +63,8 @@ private:
     int exponent_[2 * kMost + 1];
 };
 
-const BinaryPowersOfTen& binaryPowersOfTen() {
-    static const BinaryPowersOfTen powers;
+const PowersOfTen& powersOfTen() {
+    static const PowersOfTen powers;
     return powers;
 }
 
@@ -176,7 +151,7 @@ Decimal rounded(double magnitude, int significant) {
     // exact tie among them): those, about one in 250, take the correctly
     // rounded digits of to_chars instead. A product that lands on the wrong
     // side of a power of ten by that error rounds to the power of ten either way.
-    const BinaryPowersOfTen& power = binaryPowersOfTen();
+    const PowersOfTen& power = powersOfTen();
     const auto bits = std::bit_cast<std::uint64_t>(magnitude);
     const int biased = static_cast<int>(bits >> 52);
     const std::uint64_t m = biased == 0 ? (bits & 0xfffffffffffffull) : (bits & 0xfffffffffffffull) | (1ull << 52);
@@ -270,25 +245,34 @@ double readSlowly(std::string_view text) {
     return std::strtod(copy.c_str(), nullptr);
 }
 
-// m * 10^scale correctly rounded, m < 2^64 exact, or false. Clinger's fast
-// path where both factors are exact doubles (one rounding); otherwise the
-// product in long double, within two units of its last place of the exact
-// value, which rounds to the right double unless it lies within three units
-// of a halfway point between two doubles (false then), or outside the
-// normal doubles (false).
+// m * 10^scale correctly rounded, m < 2^64, or false. Clinger's fast path
+// where both factors are exact doubles (one rounding). Otherwise m, its top
+// bit moved to bit 63, times the 64-bit F of 10^scale = F 2^B: a 128-bit
+// product within 2^-64 of the exact one relative, so its top 53 bits
+// rounded are the double unless the bits below lie within twice that error
+// of a halfway point (false then, as outside the normal doubles).
 bool readQuickly(std::uint64_t m, int scale, double& value) {
     if (m <= (1ull << 53) && scale >= -22 && scale <= 22) {
         value = scale >= 0 ? static_cast<double>(m) * kExactPowers[scale] : static_cast<double>(m) / kExactPowers[-scale];
         return true;
     }
+    const PowersOfTen& power = powersOfTen();
     if (scale < -PowersOfTen::kMost || scale > PowersOfTen::kMost) return false;
-    const long double product = static_cast<long double>(m) * powersOfTen()(scale);
-    if (!(product > 0x1p-1020L && product < 0x1p1020L)) return false;
-    std::uint64_t significand = 0;
-    std::memcpy(&significand, &product, sizeof significand);
-    const auto below = static_cast<int>(significand & 0x7ff);  // the 11 bits a double drops
-    if (below >= 0x400 - 3 && below <= 0x400 + 3) return false;
-    value = static_cast<double>(product);
+    const int shift = std::countl_zero(m);
+    const Wide product = static_cast<Wide>(m << shift) * power.significand(scale);
+    const int top = (product >> 127) != 0 ? 127 : 126;  // the leading bit
+    const int dropped = top - 52;
+    const Wide one = 1;
+    const Wide rest = product & ((one << dropped) - 1), half = one << (dropped - 1), margin = one << (top - 62);
+    if (rest + margin > half && rest < half + margin) return false;
+    std::uint64_t mantissa = static_cast<std::uint64_t>(product >> dropped) + (rest > half ? 1 : 0);
+    int exponent = power.exponent(scale) - shift + dropped + 52;  // of the leading bit
+    if (mantissa == (1ull << 53)) {
+        mantissa >>= 1;
+        ++exponent;
+    }
+    if (exponent < -1022 || exponent > 1023) return false;
+    value = std::bit_cast<double>((static_cast<std::uint64_t>(exponent + 1023) << 52) | (mantissa & ((1ull << 52) - 1)));
     return true;
 }
 

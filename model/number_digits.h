@@ -2,7 +2,7 @@
 // The two primitive conversions under every number text: a double rounded to
 // a number of significant decimal digits, and a decimal text read back into
 // the nearest double. Both correctly rounded, as printf and strtod are: a
-// fast path in long double arithmetic with a proven error bound, and
+// fast path in 128-bit integer arithmetic with a proven error bound, and
 // std::to_chars / std::from_chars for the rare values too close to call.
 
 #include <cstdint>

@@ -390,6 +390,38 @@ double textValue(std::string_view text) {
         }
         return 0.0;  // "&" and anything else: no number
     }
+    // Most texts hold the number without a blank inside it: read it where it
+    // stands. A blank where the number could go on sends it the long way.
+    {
+        const std::size_t start = i;
+        std::size_t j = i;
+        auto blank = [&](std::size_t k) { return k < n && (text[k] == ' ' || text[k] == '\t' || text[k] == '\n'); };
+        if (j < n && (text[j] == '+' || text[j] == '-')) ++j;
+        const std::size_t digits = j;
+        while (j < n && isDigit(text[j])) ++j;
+        std::size_t mantissaDigits = j - digits;
+        if (j < n && text[j] == '.') {
+            const std::size_t fraction = ++j;
+            while (j < n && isDigit(text[j])) ++j;
+            mantissaDigits += j - fraction;
+        }
+        bool whole = !blank(j);
+        std::size_t end = j;
+        if (whole && j < n && (text[j] == 'e' || text[j] == 'E' || text[j] == 'd' || text[j] == 'D')) {
+            ++j;
+            if (j < n && (text[j] == '+' || text[j] == '-')) ++j;
+            const std::size_t exponentDigits = j;
+            while (j < n && isDigit(text[j])) ++j;
+            whole = !blank(j);
+            if (j > exponentDigits) end = j;
+        }
+        if (whole) {
+            if (mantissaDigits == 0) return 0.0;
+            double value = 0.0;
+            digits::readStrict(text.substr(start, end - start), value);
+            return value;
+        }
+    }
     NumberText num;
     if (c == '+' || c == '-') {
         num.push(c);
