@@ -61,39 +61,26 @@ void runPoints(benchmark::State& state, const std::vector<Point>& pts, Kernel ke
     }
 }
 
-void BM_cnrml_FL_downstream(benchmark::State& state) {
-    runPoints(state, points(5, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
-        cnrml_FL(p, t, x, y, c);
-    });
+void finiteWidth(const TwoDimParameters& p, double t, double x, double y, double& c) { cnrml_FL(p, t, x, y, c); }
+void strip(const TwoDimParameters& p, double t, double x, double y, double& c) {
+    cnrml_IL(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
 }
+void gaussian(const TwoDimParameters& p, double t, double x, double y, double& c) {
+    cnrml_IG(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
+}
+void point(const TwoDimParameters& p, double t, double x, double y, double& c) {
+    cnrml_IC(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
+}
+
+void BM_cnrml_FL_downstream(benchmark::State& state) { runPoints(state, points(5, 80), finiteWidth); }
+void BM_cnrml_FL_nearSourcePlane(benchmark::State& state) { runPoints(state, points(0.01, 0.5), finiteWidth); }
+void BM_cnrml_IL(benchmark::State& state) { runPoints(state, points(0.5, 80), strip); }
+void BM_cnrml_IG(benchmark::State& state) { runPoints(state, points(0.5, 80), gaussian); }
+void BM_cnrml_IC(benchmark::State& state) { runPoints(state, points(-10, 80), point); }
 BENCHMARK(BM_cnrml_FL_downstream);
-
-void BM_cnrml_FL_nearSourcePlane(benchmark::State& state) {
-    runPoints(state, points(0.01, 0.5), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
-        cnrml_FL(p, t, x, y, c);
-    });
-}
 BENCHMARK(BM_cnrml_FL_nearSourcePlane);
-
-void BM_cnrml_IL(benchmark::State& state) {
-    runPoints(state, points(0.5, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
-        cnrml_IL(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
-    });
-}
 BENCHMARK(BM_cnrml_IL);
-
-void BM_cnrml_IG(benchmark::State& state) {
-    runPoints(state, points(0.5, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
-        cnrml_IG(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
-    });
-}
 BENCHMARK(BM_cnrml_IG);
-
-void BM_cnrml_IC(benchmark::State& state) {
-    runPoints(state, points(-10, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
-        cnrml_IC(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
-    });
-}
 BENCHMARK(BM_cnrml_IC);
 
 // Every call at a new x and t (a quasi-random sequence over the plume at
@@ -108,33 +95,14 @@ std::vector<Point> freshPoints(double xFrom, double xTo) {
     return out;
 }
 
-void BM_cnrml_IL_everyCallNew(benchmark::State& state) {
-    runPoints(state, freshPoints(0.5, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
-        cnrml_IL(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
-    });
-}
-BENCHMARK(BM_cnrml_IL_everyCallNew);
-
-void BM_cnrml_IG_everyCallNew(benchmark::State& state) {
-    runPoints(state, freshPoints(0.5, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
-        cnrml_IG(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
-    });
-}
-BENCHMARK(BM_cnrml_IG_everyCallNew);
-
-void BM_cnrml_IC_everyCallNew(benchmark::State& state) {
-    runPoints(state, freshPoints(-10, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
-        cnrml_IC(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
-    });
-}
-BENCHMARK(BM_cnrml_IC_everyCallNew);
-
-void BM_cnrml_FL_everyCallNew(benchmark::State& state) {
-    runPoints(state, freshPoints(0.01, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
-        cnrml_FL(p, t, x, y, c);
-    });
-}
+void BM_cnrml_FL_everyCallNew(benchmark::State& state) { runPoints(state, freshPoints(0.01, 80), finiteWidth); }
+void BM_cnrml_IL_everyCallNew(benchmark::State& state) { runPoints(state, freshPoints(0.5, 80), strip); }
+void BM_cnrml_IG_everyCallNew(benchmark::State& state) { runPoints(state, freshPoints(0.5, 80), gaussian); }
+void BM_cnrml_IC_everyCallNew(benchmark::State& state) { runPoints(state, freshPoints(-10, 80), point); }
 BENCHMARK(BM_cnrml_FL_everyCallNew);
+BENCHMARK(BM_cnrml_IL_everyCallNew);
+BENCHMARK(BM_cnrml_IG_everyCallNew);
+BENCHMARK(BM_cnrml_IC_everyCallNew);
 
 // The floor of a strip call: 256 nodes with two error functions each.
 void BM_ErrorFunctionsOfOneStripCall(benchmark::State& state) {

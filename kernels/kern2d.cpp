@@ -138,7 +138,7 @@ double finiteSeries(const green::WalledAquifer& aq, double y, double x, double t
 // + 2 Dy tau) = 1 / (1 + (rho / s)^2) and sqrt(f), which depend on x and t
 // but not on y, kept for the last nodes and rho on each thread.
 struct GaussianSpread {
-    unsigned long long generation = 0;
+    unsigned long long nodeSet = 0;
     double rho = 0.0;
     double f[green::kMostGroupNodes], root[green::kMostGroupNodes];
 };
@@ -147,13 +147,13 @@ thread_local GaussianSpread theGaussianSpread;
 
 const GaussianSpread& gaussianSpread(const green::TransitNodes& tn, double rho) {
     GaussianSpread& kept = theGaussianSpread;
-    if (kept.generation == tn.generation && kept.rho == rho) return kept;
+    if (kept.nodeSet == tn.nodeSet && kept.rho == rho) return kept;
     for (int j = 0; j < tn.count; ++j) {
         const double q = rho / tn.s[j];
         kept.f[j] = 1.0 / (1.0 + q * q);
         kept.root[j] = std::sqrt(kept.f[j]);
     }
-    kept.generation = tn.generation;
+    kept.nodeSet = tn.nodeSet;
     kept.rho = rho;
     return kept;
 }
@@ -230,7 +230,7 @@ std::int16_t cnrml_IL(const TwoDimParameters& parameters, double t, double x, do
     const bool inside = p1 > 0.0 && p2 < 0.0;
     const double nearEdge = std::min(std::fabs(p1), std::fabs(p2)), farEdge = std::max(std::fabs(p1), std::fabs(p2));
     const double value = green::vectorTransitIntegral(range, nodes, weights, [&](const green::TransitNodes& tn, double* g) {
-        stripShares(tn.generation, 1.0, tn.s, tn.count, nearEdge, farEdge, inside, kPlanarReach, g);
+        stripShares(tn.nodeSet, 1.0, tn.s, tn.count, nearEdge, farEdge, inside, kPlanarReach, g);
     });
     result = fp::checked(value);
     return kKernelOk;

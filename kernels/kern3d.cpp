@@ -48,7 +48,7 @@ Patch patchOf(const ThreeDimParameters& p) {
 void patchShares(const k3::ColumnNodes& nodes, double d1, double d2, double c, double* out) {
     const bool inside = d1 > 0.0 && d2 > 0.0;
     const double nearEdge = std::min(std::fabs(d1), std::fabs(d2)), farEdge = std::max(std::fabs(d1), std::fabs(d2));
-    stripShares(nodes.generation, c, nodes.inverseRoot, nodes.count, nearEdge, farEdge, inside, kSpatialReach, out);
+    stripShares(nodes.nodeSet, c, nodes.inverseRoot, nodes.count, nearEdge, farEdge, inside, kSpatialReach, out);
 }
 
 // The shares of the two directions, each kept while its numbers stay the same.

@@ -1,8 +1,6 @@
 #include "kernels/kern3d_nodes.h"
 
-#include <cstring>
-
-#include "kernels/recent_cache.h"
+#include "kernels/kept_nodes.h"
 #include "kernels/vector_math.h"
 
 namespace bm::k3 {
@@ -22,24 +20,15 @@ struct Key {
 };
 
 struct Entry {
-    // The rule the entry was made with: the same arrays may be refilled.
-    double ruleNodes[kRulePoints], ruleWeights[kRulePoints];
+    KeptRule<kRulePoints> rule;
     ColumnNodes nodes;
 };
 
-thread_local unsigned long long theGeneration = 0;
 thread_local RecentCache<Key, Entry, 4> theCache;
 
-bool sameRule(const Entry& entry, const double* nodes, const double* weights) {
-    return std::memcmp(entry.ruleNodes, nodes, sizeof entry.ruleNodes) == 0 &&
-           std::memcmp(entry.ruleWeights, weights, sizeof entry.ruleWeights) == 0;
-}
-
 void fill(Entry& entry, const Column& c, const Panels& plan, int firstPanel, const double* nodes, const double* weights) {
-    std::memcpy(entry.ruleNodes, nodes, sizeof entry.ruleNodes);
-    std::memcpy(entry.ruleWeights, weights, sizeof entry.ruleWeights);
     ColumnNodes& out = entry.nodes;
-    out.generation = ++theGeneration;
+    out.nodeSet = nextNodeSet();
     out.count = 0;
     const double skipBelow = plan.psiMax - kSkipBelowPeak;
     const double h = (plan.uB - plan.uA) / plan.count;
@@ -72,12 +61,8 @@ void fill(Entry& entry, const Column& c, const Panels& plan, int firstPanel, con
 const ColumnNodes& columnNodes(const Column& c, const Panels& plan, int firstPanel, const double* nodes,
                                const double* weights) {
     const Key key{c.x, c.v, c.dx, c.decay, plan.uA, plan.uB, plan.psiMax, plan.count, firstPanel, nodes, weights};
-    Entry* entry = theCache.find(key);
-    if (entry == nullptr || !sameRule(*entry, nodes, weights)) {
-        entry = entry != nullptr ? entry : &theCache.claim(key);
-        fill(*entry, c, plan, firstPanel, nodes, weights);
-    }
-    return entry->nodes;
+    return keptNodes(theCache, key, nodes, weights, [&](Entry& entry) { fill(entry, c, plan, firstPanel, nodes, weights); })
+        .nodes;
 }
 
 }  // namespace bm::k3

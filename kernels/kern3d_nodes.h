@@ -18,7 +18,7 @@ inline constexpr int kGroupPanels = 2;
 inline constexpr int kMostGroupNodes = kGroupPanels * kRulePoints;
 
 struct ColumnNodes {
-    unsigned long long generation = 0;  // differs for every filling on a thread
+    unsigned long long nodeSet = 0;  // differs for every set of nodes made on a thread
     int count = 0;
     double sqrtTau[kMostGroupNodes];
     double inverseRoot[kMostGroupNodes];  // 1 / sqrt(tau)
@@ -58,9 +58,9 @@ public:
     // distances, scales), computed by fill(nodes, out) when not kept.
     template <class Fill>
     const double* shares(const ColumnNodes& nodes, const double (&numbers)[6], Fill&& fill) {
-        if (nodes.generation != generation_ || !sameNumbers(numbers)) {
+        if (nodes.nodeSet != nodeSet_ || !sameNumbers(numbers)) {
             fill(nodes, values_);
-            generation_ = nodes.generation;
+            nodeSet_ = nodes.nodeSet;
             for (int i = 0; i < 6; ++i) numbers_[i] = numbers[i];
         }
         return values_;
@@ -72,7 +72,7 @@ private:
             if (!(numbers[i] == numbers_[i])) return false;
         return true;
     }
-    unsigned long long generation_ = 0;
+    unsigned long long nodeSet_ = 0;
     double numbers_[6] = {};
     double values_[kMostGroupNodes];
 };

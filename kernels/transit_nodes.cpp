@@ -1,8 +1,6 @@
 #include "kernels/transit_nodes.h"
 
-#include <cstring>
-
-#include "kernels/recent_cache.h"
+#include "kernels/kept_nodes.h"
 #include "kernels/vector_math.h"
 
 namespace bm::green {
@@ -18,23 +16,13 @@ struct Key {
 };
 
 struct Entry {
-    // The rule the entry was made with: the same arrays may be refilled.
-    double ruleNodes[kRulePoints], ruleWeights[kRulePoints];
+    KeptRule<kRulePoints> rule;
     TransitNodes nodes;
 };
 
-thread_local unsigned long long theGeneration = 0;
-
-bool sameRule(const Entry& entry, const double* nodes, const double* weights) {
-    return std::memcmp(entry.ruleNodes, nodes, sizeof entry.ruleNodes) == 0 &&
-           std::memcmp(entry.ruleWeights, weights, sizeof entry.ruleWeights) == 0;
-}
-
 void fill(Entry& entry, const TransitRange& r, int firstPanel, const double* nodes, const double* weights) {
-    std::memcpy(entry.ruleNodes, nodes, sizeof entry.ruleNodes);
-    std::memcpy(entry.ruleWeights, weights, sizeof entry.ruleWeights);
     TransitNodes& out = entry.nodes;
-    out.generation = ++theGeneration;
+    out.nodeSet = nextNodeSet();
     out.count = 0;
     const double h = (r.wHi - r.wLo) / r.panels;
     const double half = 0.5 * h;
@@ -63,12 +51,8 @@ thread_local RecentCache<Key, Entry, 4> theCache;
 
 const TransitNodes& transitNodes(const TransitRange& r, int firstPanel, const double* nodes, const double* weights) {
     const Key key{r.wLo, r.wHi, r.e, r.panels, firstPanel, nodes, weights};
-    Entry* entry = theCache.find(key);
-    if (entry == nullptr || !sameRule(*entry, nodes, weights)) {
-        entry = entry != nullptr ? entry : &theCache.claim(key);
-        fill(*entry, r, firstPanel, nodes, weights);
-    }
-    return entry->nodes;
+    return keptNodes(theCache, key, nodes, weights, [&](Entry& entry) { fill(entry, r, firstPanel, nodes, weights); })
+        .nodes;
 }
 
 }  // namespace bm::green

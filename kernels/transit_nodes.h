@@ -20,7 +20,7 @@ inline constexpr int kGroupPanels = 2;
 inline constexpr int kMostGroupNodes = kGroupPanels * kRulePoints;
 
 struct TransitNodes {
-    unsigned long long generation = 0;  // differs for every filling on a thread
+    unsigned long long nodeSet = 0;  // differs for every set of nodes made on a thread
     int count = 0;
     double s[kMostGroupNodes];
     double weight[kMostGroupNodes];
