@@ -1,8 +1,7 @@
 #include "kernels/edge_tails.h"
 
-#include <algorithm>
+#include <cmath>
 
-#include "kernels/interval_masses.h"
 #include "kernels/recent_cache.h"
 #include "kernels/vector_math.h"
 
@@ -11,44 +10,48 @@ namespace bm {
 namespace {
 
 constexpr int kKeptDistances = 48;
-// Below this an erf is its own series; above it 1 - erfc loses nothing.
+// Below this an erf is its own series (and erfc, at least 0.48 there, is 1
+// less it); above, erf is 1 less erfc without loss.
 constexpr double kSmallErf = 0.5;
 
+// One number per node: erfc(d sigma) where d sigma >= kSmallErf (0 at and
+// beyond the reach), minus erf(d sigma) below (-0 at 0): the sign bit tells
+// which, and either gives both functions.
 struct EdgeTails {
-    double tail[kMostEdgeNodes];   // erfc(d sigma_j), 0 beyond the reach
-    double inner[kMostEdgeNodes];  // erf(d sigma_j)
+    double value[kMostEdgeNodes];
 };
 
+// 1 where the sign bit is set (-0 included), 0 elsewhere, without a branch.
+double signOf(double v) { return 0.5 - std::copysign(0.5, v); }
+double tailOf(double v) { return v + signOf(v); }
+double innerOf(double v) { return (1.0 - signOf(v)) - v; }
+
 struct Key {
+    double distance, scale, reach;
     unsigned long long nodeSet;
-    double scale, distance, reach;
     int count;
     bool operator==(const Key&) const = default;
 };
 
 void fill(EdgeTails& out, double scale, const double* spread, int n, double d, double reach) {
-    // Only the nodes within the reach take the functions.
-    int index[kMostEdgeNodes], small[kMostEdgeNodes];
-    double argument[kMostEdgeNodes], series[kMostEdgeNodes];
-    int within = 0, smalls = 0;
+    // The two kinds of node apart, each taking its function in one pass.
+    int large[kMostEdgeNodes], small[kMostEdgeNodes];
+    double tails[kMostEdgeNodes], series[kMostEdgeNodes];
+    int larges = 0, smalls = 0;
     for (int j = 0; j < n; ++j) {
         const double x = d * (scale * spread[j]);
-        out.tail[j] = 0.0;
-        out.inner[j] = 1.0;
-        index[within] = j;
-        argument[within] = x;
-        within += x < reach;
+        out.value[j] = 0.0;
+        large[larges] = j;
+        tails[larges] = x;
+        larges += x >= kSmallErf && x < reach;
         small[smalls] = j;
         series[smalls] = x;
         smalls += x < kSmallErf;
     }
-    vmath::erfcTail(argument, argument, within);
-    for (int k = 0; k < within; ++k) {
-        out.tail[index[k]] = argument[k];
-        out.inner[index[k]] = 1.0 - argument[k];
-    }
+    vmath::erfcTail(tails, tails, larges);
+    for (int k = 0; k < larges; ++k) out.value[large[k]] = tails[k];
     vmath::erfSmall(series, series, smalls);
-    for (int k = 0; k < smalls; ++k) out.inner[small[k]] = series[k];
+    for (int k = 0; k < smalls; ++k) out.value[small[k]] = -series[k];
 }
 
 thread_local RecentCache<Key, EdgeTails, kKeptDistances> theTails;
@@ -57,7 +60,7 @@ thread_local RecentCache<Key, EdgeTails, kKeptDistances> theTails;
 
 void stripShares(unsigned long long nodeSet, double scale, const double* spread, int n, double nearEdge,
                  double farEdge, bool inside, double reach, double* out) {
-    const Key nearKey{nodeSet, scale, nearEdge, reach, n}, farKey{nodeSet, scale, farEdge, reach, n};
+    const Key nearKey{nearEdge, scale, reach, nodeSet, n}, farKey{farEdge, scale, reach, nodeSet, n};
     EdgeTails* a = theTails.find(nearKey);
     if (a == nullptr) {
         a = &theTails.claim(nearKey);
@@ -69,9 +72,9 @@ void stripShares(unsigned long long nodeSet, double scale, const double* spread,
         fill(*b, scale, spread, n, farEdge, reach);
     }
     if (inside) {
-        for (int j = 0; j < n; ++j) out[j] = 0.5 * (a->inner[j] + b->inner[j]);
+        for (int j = 0; j < n; ++j) out[j] = 0.5 * (innerOf(a->value[j]) + innerOf(b->value[j]));
     } else {
-        for (int j = 0; j < n; ++j) out[j] = 0.5 * (a->tail[j] - b->tail[j]);
+        for (int j = 0; j < n; ++j) out[j] = 0.5 * (tailOf(a->value[j]) - tailOf(b->value[j]));
     }
 }
 
