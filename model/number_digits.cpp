@@ -47,6 +47,7 @@ public:
     std::uint64_t significand(int k) const { return significand_[kMost + k]; }
     int exponent(int k) const { return exponent_[kMost + k]; }
 
+
 private:
     void set(int k, __float128 value) {
         std::uint64_t word[2];
@@ -58,9 +59,11 @@ private:
         const bool carried = (top >> 64) != 0;
         significand_[kMost + k] = carried ? (1ull << 63) : static_cast<std::uint64_t>(top);
         exponent_[kMost + k] = biased - 16383 - 112 + 49 + (carried ? 1 : 0);
+
     }
     std::uint64_t significand_[2 * kMost + 1];
     int exponent_[2 * kMost + 1];
+
 };
 
 const PowersOfTen& powersOfTen() {
@@ -95,27 +98,34 @@ void exactDigits(double magnitude, int significant, Decimal& d) {
     takeScientific(buffer, written.ptr, d);
 }
 
-// The last `count` (at most 17) decimal digits of n: eight at a time, each
-// eight as two independent fours, each four as two pairs from a table.
+// The eight decimal digits of v < 10^8 as text in one word, the first at
+// the lowest byte: the word split into lanes of two fours, then of four
+// pairs, then of eight digits, each by a multiplication and a shift.
+std::uint64_t eightDigitsText(std::uint32_t v) {
+    const std::uint64_t high = v / 10000, low = v % 10000;
+    std::uint64_t x = high | (low << 32);
+    std::uint64_t y = ((x * 10486) >> 20) & 0x0000007f0000007full;  // x / 100 in each 32-bit lane
+    x = y | ((x - y * 100) << 16);
+    y = ((x * 103) >> 10) & 0x000f000f000f000full;  // x / 10 in each 16-bit lane
+    x = y | ((x - y * 10) << 8);
+    return x | 0x3030303030303030ull;
+}
+
+// The last `count` (at most 16) decimal digits of n < 10^count, written to
+// out (which holds 16), as whole words.
 void writeDigits(std::uint64_t n, int count, char* out) {
-    static constexpr char kPairs[] =
-        "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
-        "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
-        "8081828384858687888990919293949596979899";
-    char text[24];
-    auto eight = [&](std::uint32_t v, char* at) {
-        const std::uint32_t high = v / 10000, low = v - high * 10000;
-        const std::uint32_t a = high / 100, b = high - a * 100, c = low / 100, dd = low - c * 100;
-        std::memcpy(at, kPairs + 2 * a, 2);
-        std::memcpy(at + 2, kPairs + 2 * b, 2);
-        std::memcpy(at + 4, kPairs + 2 * c, 2);
-        std::memcpy(at + 6, kPairs + 2 * dd, 2);
-    };
-    eight(static_cast<std::uint32_t>(n % 100000000), text + 16);
-    n /= 100000000;
-    eight(static_cast<std::uint32_t>(n % 100000000), text + 8);
-    if (count > 16) eight(static_cast<std::uint32_t>(n / 100000000), text);
-    std::memcpy(out, text + 24 - count, static_cast<std::size_t>(count));
+    if (count <= 8) {
+        const std::uint64_t word = eightDigitsText(static_cast<std::uint32_t>(n)) >> (8 * (8 - count));
+        std::memcpy(out, &word, 8);
+        return;
+    }
+    const std::uint64_t high = eightDigitsText(static_cast<std::uint32_t>(n / 100000000));
+    const std::uint64_t low = eightDigitsText(static_cast<std::uint32_t>(n % 100000000));
+    const int skip = 8 * (16 - count);  // bits of the leading zeros to drop
+    const std::uint64_t first = skip == 0 ? high : (high >> skip) | (low << (64 - skip));
+    const std::uint64_t second = skip == 0 ? low : low >> skip;
+    std::memcpy(out, &first, 8);
+    std::memcpy(out + 8, &second, 8);
 }
 
 // Exactly representable powers of ten for the fast reading of short decimals.
@@ -196,27 +206,36 @@ int writeGeneral(char* out, const Decimal& d, bool negative, int significant) {
     }
     if (negative) *p++ = '-';
     const int k = d.count, e = d.exponent;
+    auto copy = [&](int from, int count) {
+        std::memcpy(p, d.digit + from, static_cast<std::size_t>(count));
+        p += count;
+    };
+    auto zeros = [&](int count) {
+        std::memset(p, '0', static_cast<std::size_t>(count));
+        p += count;
+    };
     const int integerDigits = e >= 0 ? e + 1 : 1;
     const int fractionDigits = e >= 0 ? std::max(0, k - (e + 1)) : (-e - 1) + k;
     if (integerDigits <= significant && fractionDigits <= significant) {
         if (e >= 0) {
-            for (int i = 0; i <= e; ++i) *p++ = i < k ? d.digit[i] : '0';
+            copy(0, std::min(k, e + 1));
+            if (k < e + 1) zeros(e + 1 - k);
             if (k > e + 1) {
                 *p++ = '.';
-                for (int i = e + 1; i < k; ++i) *p++ = d.digit[i];
+                copy(e + 1, k - (e + 1));
             }
         } else {
             *p++ = '0';
             *p++ = '.';
-            for (int i = 0; i < -e - 1; ++i) *p++ = '0';
-            for (int i = 0; i < k; ++i) *p++ = d.digit[i];
+            zeros(-e - 1);
+            copy(0, k);
         }
         return static_cast<int>(p - out);
     }
     *p++ = d.digit[0];
     if (k > 1) {
         *p++ = '.';
-        for (int i = 1; i < k; ++i) *p++ = d.digit[i];
+        copy(1, k - 1);
     }
     *p++ = 'E';
     *p++ = e < 0 ? '-' : '+';

@@ -10,7 +10,7 @@
 
 namespace bm::digits {
 
-// |value| rounded to `significant` digits (at most 17), half to even on an
+// |value| rounded to `significant` digits (at most 16), half to even on an
 // exact tie of the binary value, as printf's "%.*e" rounds; trailing zeros
 // dropped. Zero is the single digit "0" with exponent 0.
 struct Decimal {
