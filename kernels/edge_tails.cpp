@@ -71,10 +71,13 @@ void stripShares(unsigned long long nodeSet, double scale, const double* spread,
         b = &theTails.claim(farKey, a);
         fill(*b, scale, spread, n, farEdge, reach);
     }
+    const double* __restrict near = a->value;
+    const double* __restrict far = b->value;
+    double* __restrict share = out;
     if (inside) {
-        for (int j = 0; j < n; ++j) out[j] = 0.5 * (innerOf(a->value[j]) + innerOf(b->value[j]));
+        for (int j = 0; j < n; ++j) share[j] = 0.5 * (innerOf(near[j]) + innerOf(far[j]));
     } else {
-        for (int j = 0; j < n; ++j) out[j] = 0.5 * (tailOf(a->value[j]) - tailOf(b->value[j]));
+        for (int j = 0; j < n; ++j) share[j] = 0.5 * (tailOf(near[j]) - tailOf(far[j]));
     }
 }
 

@@ -148,10 +148,13 @@ thread_local GaussianSpread theGaussianSpread;
 const GaussianSpread& gaussianSpread(const green::TransitNodes& tn, double rho) {
     GaussianSpread& kept = theGaussianSpread;
     if (kept.nodeSet == tn.nodeSet && kept.rho == rho) return kept;
+    // f = s^2 / (s^2 + rho^2), sqrt(f) = s / sqrt(s^2 + rho^2).
+    const double* __restrict s = tn.s;
+    double* __restrict f = kept.f;
+    double* __restrict root = kept.root;
     for (int j = 0; j < tn.count; ++j) {
-        const double q = rho / tn.s[j];
-        kept.f[j] = 1.0 / (1.0 + q * q);
-        kept.root[j] = std::sqrt(kept.f[j]);
+        root[j] = s[j] / std::sqrt(s[j] * s[j] + rho * rho);
+        f[j] = root[j] * root[j];
     }
     kept.nodeSet = tn.nodeSet;
     kept.rho = rho;
@@ -260,9 +263,12 @@ std::int16_t cnrml_IG(const TwoDimParameters& parameters, double t, double x, do
     if (range.panels == 0 || gamma / (1.0 + spreadAtLongest * spreadAtLongest) > kLateralExponent) return kKernelOk;
     const double value = green::vectorTransitIntegral(range, nodes, weights, [&](const green::TransitNodes& tn, double* g) {
         const GaussianSpread& spread = gaussianSpread(tn, rho);
-        for (int j = 0; j < tn.count; ++j) g[j] = -gamma * spread.f[j];
-        vmath::exp(g, g, tn.count);
-        for (int j = 0; j < tn.count; ++j) g[j] *= spread.root[j];
+        const double* __restrict f = spread.f;
+        const double* __restrict root = spread.root;
+        double* __restrict out = g;
+        for (int j = 0; j < tn.count; ++j) out[j] = -gamma * f[j];
+        vmath::exp(out, out, tn.count);
+        for (int j = 0; j < tn.count; ++j) out[j] *= root[j];
     });
     result = fp::checked(value);
     return kKernelOk;

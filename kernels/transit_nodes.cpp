@@ -26,7 +26,7 @@ void fill(Entry& entry, const TransitRange& r, int firstPanel, const double* nod
     out.count = 0;
     const double h = (r.wHi - r.wLo) / r.panels;
     const double half = 0.5 * h;
-    double s[kRulePoints];
+    double s[kRulePoints], square[kRulePoints];
     double gauss[kMostGroupNodes];
     for (int p = firstPanel; p < r.panels && p < firstPanel + kGroupPanels; ++p) {
         const double mid = r.wLo + (p + 0.5) * h;
@@ -34,10 +34,13 @@ void fill(Entry& entry, const TransitRange& r, int firstPanel, const double* nod
         vmath::exp(s, s, kRulePoints);
         for (int i = 0; i < kRulePoints; ++i) {
             const double z = s[i] - r.e / s[i];
-            if (z * z > kNegligibleGauss) continue;
+            square[i] = z * z;
+        }
+        for (int i = 0; i < kRulePoints; ++i) {
+            if (square[i] > kNegligibleGauss) continue;
             out.s[out.count] = s[i];
             out.weight[out.count] = half * weights[i] * s[i];
-            gauss[out.count] = -z * z;
+            gauss[out.count] = -square[i];
             ++out.count;
         }
     }
