@@ -34,9 +34,9 @@
 // result never depends on the calls before it nor on the thread: the finite
 // aquifer's cosine coefficients (keyed on the geometry), its modes' column
 // responses (on x and t) and their sums over the vertical modes (on z), the
-// time integral's nodes (kern3d_nodes.h, on the column and t), and the
-// transverse shares (by direction, and each edge's tails by distance,
-// edge_tails.h).
+// time integral's nodes (kern3d_nodes.h, on the
+// column and t), and the transverse shares (by direction, and each edge's
+// tails by distance, edge_tails.h).
 
 #include <cstddef>
 #include <cstdint>
