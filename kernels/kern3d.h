@@ -32,9 +32,8 @@
 // No call allocates or touches a file. What a grid's inner loops share is kept
 // per thread in fixed storage, each value a pure function of its key, so a
 // result never depends on the calls before it nor on the thread: the finite
-// aquifer's cosine coefficients (keyed on the geometry), its modes' column
-// responses (on x and t) and their sums over the vertical modes (on z), the
-// time integral's nodes (kern3d_nodes.h, on the
+// aquifer's cosine coefficients (keyed on the geometry) and its modes' column
+// responses (on x and t), the time integral's nodes (kern3d_nodes.h, on the
 // column and t), and the transverse shares (by direction, and each edge's
 // tails by distance, edge_tails.h).
 
