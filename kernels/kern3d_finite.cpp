@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "kernels/interval_masses.h"
-#include "kernels/kept_nodes.h"
 #include "kernels/kern3d_effective.h"
 #include "kernels/kern3d_nodes.h"
 #include "kernels/kern3d_quadrature.h"
@@ -200,20 +199,9 @@ struct ModesKey {
 };
 
 struct KeptModes {
-    unsigned long long id = 0;  // differs for every filling on the thread
     int count = 0;
     double response[kMostKeptModes];
 };
-
-// The inner sums over n, sum of B_n cos(n pi z / H) times the response, for
-// every m: they depend on z but not on y, so a grid's y loop sums them once.
-struct ZSums {
-    unsigned long long modes = 0;
-    double z = 0, p1 = 0, p2 = 0, width = 0;
-    double sum[kMostModes + 1];
-};
-
-thread_local ZSums theZSums;
 
 thread_local RecentCache<ModesKey, KeptModes, 2> theKeptModes;
 
@@ -245,41 +233,20 @@ double seriesSum(const Problem& pr, const SeriesPlan& sp) {
         forEachMode(pr, sp, mostM, [&](int, int, double) { ++count; });
         if (count <= kMostKeptModes) {
             kept = &theKeptModes.claim(key);
-            kept->id = nextNodeSet();
             kept->count = 0;
             forEachMode(pr, sp, mostM, [&](int, int, double k) { kept->response[kept->count++] = mode(k); });
         }
     }
-    auto am = [&](int m) { return (pr.ys.full ? 1.0 : a[m]) * yCosines[m]; };
-    auto bn = [&](int n) { return (pr.zs.full ? 1.0 : b[n]) * zCosines[n]; };
     double sum = 0.0;
-    if (kept == nullptr) {
-        forEachMode(pr, sp, mostM, [&](int m, int n, double k) {
-            const double y = am(m), z = bn(n);
-            if (y != 0.0 && z != 0.0) sum += y * z * mode(k);
-        });
-        return sum;
-    }
-    ZSums& inner = theZSums;
-    if (!(inner.modes == kept->id && inner.z == pr.z && inner.p1 == pr.zs.p1 && inner.p2 == pr.zs.p2 &&
-          inner.width == pr.zs.width)) {
-        for (int m = 0; m <= mostM; ++m) inner.sum[m] = 0.0;
-        int index = 0;
-        forEachMode(pr, sp, mostM, [&](int m, int n, double) {
-            const double z = bn(n);
-            if (z != 0.0) inner.sum[m] += z * kept->response[index];
-            ++index;
-        });
-        inner.modes = kept->id;
-        inner.z = pr.z;
-        inner.p1 = pr.zs.p1;
-        inner.p2 = pr.zs.p2;
-        inner.width = pr.zs.width;
-    }
-    for (int m = 0; m <= mostM; ++m) {
-        const double y = am(m);
-        if (y != 0.0) sum += y * inner.sum[m];
-    }
+    int index = 0;
+    forEachMode(pr, sp, mostM, [&](int m, int n, double k) {
+        const int at = index++;
+        const double am = (pr.ys.full ? 1.0 : a[m]) * yCosines[m];
+        if (am == 0.0) return;
+        const double bn = (pr.zs.full ? 1.0 : b[n]) * zCosines[n];
+        if (bn == 0.0) return;
+        sum += am * bn * (kept != nullptr ? kept->response[at] : mode(k));
+    });
     return sum;
 }
 
