@@ -61,40 +61,48 @@ void runPoints(benchmark::State& state, const std::vector<Point>& pts, Kernel ke
     }
 }
 
-void BM_cnrml_FL_downstream(benchmark::State& state) {
-    runPoints(state, points(5, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
-        cnrml_FL(p, t, x, y, c);
-    });
+void finiteWidth(const TwoDimParameters& p, double t, double x, double y, double& c) { cnrml_FL(p, t, x, y, c); }
+void strip(const TwoDimParameters& p, double t, double x, double y, double& c) {
+    cnrml_IL(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
 }
+void gaussian(const TwoDimParameters& p, double t, double x, double y, double& c) {
+    cnrml_IG(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
+}
+void point(const TwoDimParameters& p, double t, double x, double y, double& c) {
+    cnrml_IC(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
+}
+
+void BM_cnrml_FL_downstream(benchmark::State& state) { runPoints(state, points(5, 80), finiteWidth); }
+void BM_cnrml_FL_nearSourcePlane(benchmark::State& state) { runPoints(state, points(0.01, 0.5), finiteWidth); }
+void BM_cnrml_IL(benchmark::State& state) { runPoints(state, points(0.5, 80), strip); }
+void BM_cnrml_IG(benchmark::State& state) { runPoints(state, points(0.5, 80), gaussian); }
+void BM_cnrml_IC(benchmark::State& state) { runPoints(state, points(-10, 80), point); }
 BENCHMARK(BM_cnrml_FL_downstream);
-
-void BM_cnrml_FL_nearSourcePlane(benchmark::State& state) {
-    runPoints(state, points(0.01, 0.5), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
-        cnrml_FL(p, t, x, y, c);
-    });
-}
 BENCHMARK(BM_cnrml_FL_nearSourcePlane);
-
-void BM_cnrml_IL(benchmark::State& state) {
-    runPoints(state, points(0.5, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
-        cnrml_IL(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
-    });
-}
 BENCHMARK(BM_cnrml_IL);
-
-void BM_cnrml_IG(benchmark::State& state) {
-    runPoints(state, points(0.5, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
-        cnrml_IG(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
-    });
-}
 BENCHMARK(BM_cnrml_IG);
-
-void BM_cnrml_IC(benchmark::State& state) {
-    runPoints(state, points(-10, 80), [](const TwoDimParameters& p, double t, double x, double y, double& c) {
-        cnrml_IC(p, t, x, y, c, theRule.nodes.data(), theRule.weights.data());
-    });
-}
 BENCHMARK(BM_cnrml_IC);
+
+// Every call at a new x and t (a quasi-random sequence over the plume at
+// t = 20 .. 80): nothing a kernel keeps from one call helps the next. The
+// cost of a lone call; per node, a 256th of it.
+std::vector<Point> freshPoints(double xFrom, double xTo) {
+    std::vector<Point> out;
+    for (int i = 1; i <= 997; ++i) {
+        const double a = std::fmod(i * 0.6180339887498949, 1.0), b = std::fmod(i * 0.7548776662466927, 1.0);
+        out.push_back({20.0 + 60.0 * b, xFrom + (xTo - xFrom) * a, -20.0 + 40.0 * std::fmod(i * 0.5698402909980532, 1.0)});
+    }
+    return out;
+}
+
+void BM_cnrml_FL_everyCallNew(benchmark::State& state) { runPoints(state, freshPoints(0.01, 80), finiteWidth); }
+void BM_cnrml_IL_everyCallNew(benchmark::State& state) { runPoints(state, freshPoints(0.5, 80), strip); }
+void BM_cnrml_IG_everyCallNew(benchmark::State& state) { runPoints(state, freshPoints(0.5, 80), gaussian); }
+void BM_cnrml_IC_everyCallNew(benchmark::State& state) { runPoints(state, freshPoints(-10, 80), point); }
+BENCHMARK(BM_cnrml_FL_everyCallNew);
+BENCHMARK(BM_cnrml_IL_everyCallNew);
+BENCHMARK(BM_cnrml_IG_everyCallNew);
+BENCHMARK(BM_cnrml_IC_everyCallNew);
 
 // The floor of a strip call: 256 nodes with two error functions each.
 void BM_ErrorFunctionsOfOneStripCall(benchmark::State& state) {

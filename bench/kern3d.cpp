@@ -109,6 +109,25 @@ void BM_FiniteGrid(benchmark::State& state) { grid(state, field(), finite); }
 void BM_InjectionPoint(benchmark::State& state) { onePoint(state, field(), point, 365, 60, 8, 4); }
 void BM_InjectionGrid(benchmark::State& state) { grid(state, field(), point); }
 
+// Every call at a new x and t (a quasi-random sequence over the plume): no
+// kept value helps the next call. The cost of a lone call.
+template <class Kernel>
+void everyCallNew(benchmark::State& state, const ThreeDimParameters& p, Kernel kernel) {
+    std::size_t i = 0;
+    for (auto _ : state) {
+        ++i;
+        const double a = std::fmod(i * 0.6180339887498949, 1.0), b = std::fmod(i * 0.7548776662466927, 1.0);
+        double c = 0;
+        kernel(p, 50.0 + 600.0 * b, 0.5 + 120.0 * a, -20.0 + 40.0 * std::fmod(i * 0.5698402909980532, 1.0),
+               10.0 * std::fmod(i * 0.4142135623730950, 1.0), c);
+        benchmark::DoNotOptimize(c);
+    }
+}
+void BM_PatchEveryCallNew(benchmark::State& state) { everyCallNew(state, field(), patch); }
+void BM_FiniteEveryCallNew(benchmark::State& state) { everyCallNew(state, field(), finite); }
+BENCHMARK(BM_PatchEveryCallNew);
+BENCHMARK(BM_FiniteEveryCallNew);
+
 BENCHMARK(BM_PatchPoint);
 BENCHMARK(BM_PatchPointSharpFrontLongTime);
 BENCHMARK(BM_PatchGrid)->Unit(benchmark::kMillisecond);

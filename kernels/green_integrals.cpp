@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "kernels/gauss_legendre.h"
+#include "kernels/interval_masses.h"
+#include "kernels/vector_math.h"
 #include "shell/base/checked_math.h"
 
 namespace bm::green {
@@ -32,18 +34,6 @@ struct BuiltinRule {
 const BuiltinRule theBuiltinRule;
 
 }  // namespace
-
-namespace {
-// erfc beyond this is below 1.3e-19: taken as 0 without calling it.
-constexpr double kErfcNegligible = 6.3;
-double tailErfc(double z) { return z > kErfcNegligible ? 0.0 : std::erfc(z); }
-}  // namespace
-
-double intervalMass(double p, double q) {
-    if (q >= 0.0) return q > kErfcNegligible ? 0.0 : 0.5 * (std::erfc(q) - tailErfc(p));
-    if (p <= 0.0) return p < -kErfcNegligible ? 0.0 : 0.5 * (std::erfc(-p) - tailErfc(-q));
-    return 0.5 * ((p > kErfcNegligible ? 1.0 : std::erf(p)) - (q < -kErfcNegligible ? -1.0 : std::erf(q)));
-}
 
 double lossRate(double halfLife, double recharge, double porosity, double thickness) {
     double k = fp::div(0.69314718055994530942, halfLife);
@@ -129,37 +119,59 @@ WalledStripFactor::WalledStripFactor(const WalledAquifer& aquifer, double y)
     for (int m = 1; m <= kModes; ++m) coefficient_[m] = modes.next();
 }
 
-double WalledStripFactor::operator()(double spreadRatio) const {
-    if (spreadRatio >= kModeSpread) {
-        // Modes: sum of c_m cos(m pi y / W) r^(m^2), r = exp(-pi^2 spread^2),
-        // the powers built by r^((m+1)^2) = r^(m^2) r^(2m+1).
-        const double r = std::exp(-kPi * kPi * spreadRatio * spreadRatio);
-        const double r2 = r * r;
-        double sum = coefficient_[0];
-        double power = 1.0, step = r;  // r^(m^2), r^(2m+1) before the update
-        for (int m = 1; m <= kModes; ++m) {
-            power *= step;
-            step *= r2;
-            sum += coefficient_[m] * power;
-            // Remaining modes: |c| r^((m+1)^2) (1 + r^(2m+3) + ...).
-            const double next = power * step;
-            if (next * bound_ <= 1e-17 * (1.0 - step * r2)) break;
-        }
-        return sum;
+double WalledStripFactor::modeSum(double r) const {
+    // Sum of c_m cos(m pi y / W) r^(m^2), the powers built by
+    // r^((m+1)^2) = r^(m^2) r^(2m+1).
+    const double r2 = r * r;
+    double sum = coefficient_[0];
+    double power = 1.0, step = r;  // r^(m^2), r^(2m+1) before the update
+    for (int m = 1; m <= kModes; ++m) {
+        power *= step;
+        step *= r2;
+        sum += coefficient_[m] * power;
+        // Remaining modes: |c| r^((m+1)^2) (1 + r^(2m+3) + ...).
+        const double next = power * step;
+        if (next * bound_ <= 1e-17 * (1.0 - step * r2)) break;
     }
-    // Images: the strip, its mirror in the wall at 0 and its mirror in the wall
-    // at W; the next ones lie a whole width away, beyond erfc(10).
-    const double scale = 1.0 / (2.0 * spreadRatio * width_);  // 1 / (2 sqrt(D tau))
-    const double reach = 6.0 / scale;                          // erfc(6) = 2e-17
-    double sum = 0.0;
-    auto add = [&](double lo, double hi) {
-        if (y_ - hi > reach || lo - y_ > reach) return;
-        sum += intervalMass((y_ - lo) * scale, (y_ - hi) * scale);
-    };
-    add(a_, b_);
-    add(-b_, -a_);
-    add(2.0 * width_ - b_, 2.0 * width_ - a_);
     return sum;
+}
+
+void WalledStripFactor::many(const double* spreadRatio, int n, double* out) const {
+    constexpr int kChunk = 256;
+    constexpr int kImages = 3;
+    const double images[kImages][2] = {{a_, b_}, {-b_, -a_}, {2.0 * width_ - b_, 2.0 * width_ - a_}};
+    for (int from = 0; from < n; from += kChunk) {
+        const int to = std::min(n, from + kChunk);
+        // Short spreads: the strip, its mirror in the wall at 0 and its mirror
+        // in the wall at W (the next ones lie a whole width away, beyond
+        // erfc(10)), each only within erfc(6) = 2e-17 of the point. Long
+        // spreads: the modes. The images' interval masses of every node in
+        // one vector pass, the modes' exponentials in another.
+        double p[kImages * kChunk], q[kImages * kChunk], r[kChunk];
+        int owner[kImages * kChunk], modal[kChunk];
+        int pairs = 0, modes = 0;
+        for (int i = from; i < to; ++i) {
+            const double ratio = spreadRatio[i];
+            out[i] = 0.0;
+            if (ratio >= kModeSpread) {
+                modal[modes] = i;
+                r[modes++] = -kPi * kPi * ratio * ratio;
+                continue;
+            }
+            const double scale = 1.0 / (2.0 * ratio * width_);  // 1 / (2 sqrt(D tau))
+            const double reach = 6.0 / scale;
+            for (const auto& image : images) {
+                if (y_ - image[1] > reach || image[0] - y_ > reach) continue;
+                p[pairs] = (y_ - image[0]) * scale;
+                q[pairs] = (y_ - image[1]) * scale;
+                owner[pairs++] = i;
+            }
+        }
+        intervalMasses(p, q, p, pairs, kPlanarReach);
+        for (int j = 0; j < pairs; ++j) out[owner[j]] += p[j];
+        vmath::exp(r, r, modes);
+        for (int j = 0; j < modes; ++j) out[modal[j]] = modeSum(r[j]);
+    }
 }
 
 const double* builtinNodes() { return theBuiltinRule.nodes.data(); }

@@ -39,9 +39,6 @@ inline constexpr double kPi = 3.14159265358979323846;
 
 using bm::erfcx;
 using bm::expErfc;
-// (erf(p) - erf(q)) / 2 for p >= q: the share of a unit Gaussian spread that
-// falls between two points, accurate in both tails (no 1 - 1 cancellation).
-double intervalMass(double p, double q);
 
 // First-order loss rate: ln 2 / halfLife plus, when recharge is not 0, the
 // dilution recharge / (porosity * thickness). Checked arithmetic (a zero
@@ -71,36 +68,7 @@ inline constexpr double kTransitPanelLength = 30.0;
 inline constexpr double kNegligibleGauss = 40.0;
 // v, d: longitudinal velocity and dispersion, k the loss rate, u = sqrt(v^2 + 4 d k).
 TransitRange transitRange(double x, double t, double v, double d, double k, double u);
-
-// The lateral factor at one node: G = factor * exp(logTerm).
-struct LateralFactor {
-    double factor;
-    double logTerm;
-};
-
-// The transit integral with lateral factor `lateral(s)` (returning
-// LateralFactor) on the given 256-point rule.
-template <class Lateral>
-double transitIntegral(const TransitRange& r, const double* nodes, const double* weights, Lateral&& lateral) {
-    if (r.panels <= 0 || r.logPrefactor < -745.0) return 0.0;
-    const double h = (r.wHi - r.wLo) / r.panels;
-    const double half = 0.5 * h;
-    double total = 0.0;
-    for (int p = 0; p < r.panels; ++p) {
-        const double mid = r.wLo + (p + 0.5) * h;
-        double sum = 0.0;
-        for (int i = 0; i < kRulePoints; ++i) {
-            const double s = std::exp(mid + half * nodes[i]);
-            const double z = s - r.e / s;
-            if (z * z > kNegligibleGauss) continue;
-            const LateralFactor g = lateral(s);
-            if (g.factor == 0.0) continue;
-            sum += weights[i] * s * g.factor * std::exp(g.logTerm - z * z);
-        }
-        total += half * sum;
-    }
-    return kTwoOverSqrtPi * std::exp(r.logPrefactor) * total;
-}
+// The integral itself is vectorTransitIntegral (transit_nodes.h).
 
 // An aquifer bounded by no-flux walls in one lateral direction, of width W,
 // with a source strip a..b (local coordinates, clipped to 0..W) and a point at
@@ -149,14 +117,18 @@ class WalledStripFactor {
 public:
     // y: folded local coordinate. Raises division by zero for W = 0.
     WalledStripFactor(const WalledAquifer& aquifer, double y);
-    // spreadRatio = sqrt(D tau) / W.
-    double operator()(double spreadRatio) const;
+    // out[i] = the factor at spreadRatio[i] = sqrt(D tau) / W, i < n; the
+    // error functions and exponentials taken in vectors. out may be spreadRatio.
+    void many(const double* spreadRatio, int n, double* out) const;
     // The mean over the width, (b - a) / W (the zeroth mode).
     double mean() const { return coefficient_[0]; }
 
     static constexpr int kModes = 48;
 
 private:
+    // The cosine modes' sum at r = exp(-pi^2 spreadRatio^2).
+    double modeSum(double r) const;
+
     double width_, y_, a_, b_;
     double bound_;  // bound on every mode's coefficient beyond the first
     double coefficient_[kModes + 1];  // c_m cos(m pi y / W)

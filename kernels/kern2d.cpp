@@ -4,9 +4,16 @@
 #include <cmath>
 
 #include "kernels/green_integrals.h"
+#include "kernels/edge_tails.h"
+#include "kernels/interval_masses.h"
+#include "kernels/recent_cache.h"
+#include "kernels/transit_nodes.h"
+#include "kernels/vector_math.h"
 #include "shell/base/checked_math.h"
 
 namespace bm {
+
+static_assert(green::kMostGroupNodes <= kMostEdgeNodes);
 
 TwoDimParameters::TwoDimParameters() {
     std::memset(static_cast<void*>(this), 0, sizeof *this);
@@ -19,8 +26,6 @@ TwoDimParameters::TwoDimParameters() {
 }
 
 namespace {
-
-using green::LateralFactor;
 
 // Absolute accuracy asked of the finite-width cosine series (the whole tail).
 constexpr double kSeriesTolerance = 1e-11;
@@ -65,8 +70,24 @@ double scaled(double d, double scale) { return d == 0.0 ? 0.0 : d * scale; }
 // one-dimensional solution with loss k + Dy (m pi / W)^2. Stops when the bound
 // on the whole remaining tail, sum of |c_m| exp(-(U_m - v) x / (2 Dx)) (each
 // mode's steady amplitude bounds its transient), is below the tolerance.
-double finiteSeries(const green::WalledAquifer& aq, double y, double x, double t, const Transport& c,
-                    int modeLimit, bool& converged) {
+// The modes' one-dimensional solutions and the count needed depend on x and
+// t, not on y: they are kept for the last few (x, t) on each thread.
+struct SeriesKey {
+    double x, t, v, dx, dy, k, width, mean;
+    int modeLimit;
+    bool operator==(const SeriesKey&) const = default;
+};
+
+struct SeriesModes {
+    int count = 0;  // modes 1 .. count are summed
+    bool converged = false;
+    double solution[static_cast<int>(kMostSeriesModes) + 22];  // index m: mode m's one-dimensional solution
+};
+
+thread_local RecentCache<SeriesKey, SeriesModes, 4> theSeriesModes;
+
+void fillSeriesModes(SeriesModes& out, const green::WalledAquifer& aq, double x, double t, const Transport& c,
+                     int modeLimit) {
     const double w = aq.width;
     const double modeRate = c.dy * (green::kPi / w) * (green::kPi / w);
     const double mean = (aq.b - aq.a) / w;
@@ -75,26 +96,69 @@ double finiteSeries(const green::WalledAquifer& aq, double y, double x, double t
     auto rootOf = [&](int m) { return std::sqrt(c.v * c.v + 4.0 * c.dx * lossOf(m)); };
     // (U_m - v) x / (2 Dx): minus the exponent of the mode's steady amplitude.
     auto steadyExponent = [&](int m, double um) { return -green::lowerExponent(x, c.v, c.dx, lossOf(m), um); };
-    green::StripModes coefficients(w, aq.a, aq.b, y);
 
     double um = c.u;
-    double sum = mean * green::semiInfiniteDirichlet(x, t, c.v, c.dx, c.k, um);
+    out.solution[0] = green::semiInfiniteDirichlet(x, t, c.v, c.dx, c.k, um);
+    out.count = 0;
+    out.converged = false;
     double em = steadyExponent(0, um);
-    converged = false;
     for (int m = 1; m <= modeLimit + 1; ++m) {
         const double un = rootOf(m);
         const double en = steadyExponent(m, un);
         const double tail = std::min(4.0 / (m * green::kPi), bound) * std::exp(-en) / -std::expm1(-(en - em));
         if (tail <= kSeriesTolerance) {
-            converged = true;
+            out.converged = true;
             break;
         }
         if (m > modeLimit) break;
-        sum += coefficients.next() * green::semiInfiniteDirichlet(x, t, c.v, c.dx, lossOf(m), un);
+        out.solution[m] = green::semiInfiniteDirichlet(x, t, c.v, c.dx, lossOf(m), un);
+        out.count = m;
         um = un;
         em = en;
     }
+}
+
+double finiteSeries(const green::WalledAquifer& aq, double y, double x, double t, const Transport& c,
+                    int modeLimit, bool& converged) {
+    const double mean = (aq.b - aq.a) / aq.width;
+    const SeriesKey key{x, t, c.v, c.dx, c.dy, c.k, aq.width, mean, modeLimit};
+    SeriesModes* modes = theSeriesModes.find(key);
+    if (modes == nullptr) {
+        modes = &theSeriesModes.claim(key);
+        fillSeriesModes(*modes, aq, x, t, c, modeLimit);
+    }
+    green::StripModes coefficients(aq.width, aq.a, aq.b, y);
+    double sum = mean * modes->solution[0];
+    for (int m = 1; m <= modes->count; ++m) sum += coefficients.next() * modes->solution[m];
+    converged = modes->converged;
     return sum;
+}
+
+// The Gaussian source's spread at each transit node: f = sigma^2 / (sigma^2
+// + 2 Dy tau) = 1 / (1 + (rho / s)^2) and sqrt(f), which depend on x and t
+// but not on y, kept for the last nodes and rho on each thread.
+struct GaussianSpread {
+    unsigned long long nodeSet = 0;
+    double rho = 0.0;
+    double f[green::kMostGroupNodes], root[green::kMostGroupNodes];
+};
+
+thread_local GaussianSpread theGaussianSpread;
+
+const GaussianSpread& gaussianSpread(const green::TransitNodes& tn, double rho) {
+    GaussianSpread& kept = theGaussianSpread;
+    if (kept.nodeSet == tn.nodeSet && kept.rho == rho) return kept;
+    // f = s^2 / (s^2 + rho^2), sqrt(f) = s / sqrt(s^2 + rho^2).
+    const double* __restrict s = tn.s;
+    double* __restrict f = kept.f;
+    double* __restrict root = kept.root;
+    for (int j = 0; j < tn.count; ++j) {
+        root[j] = s[j] / std::sqrt(s[j] * s[j] + rho * rho);
+        f[j] = root[j] * root[j];
+    }
+    kept.nodeSet = tn.nodeSet;
+    kept.rho = rho;
+    return kept;
 }
 
 }  // namespace
@@ -133,8 +197,11 @@ std::int16_t cnrml_FL(const TwoDimParameters& parameters, double t, double x, do
     const green::TransitRange range = green::transitRange(x, t, c.v, c.dx, c.k, c.u);
     const green::WalledStripFactor strip(aq, local);
     const double zeta = x * c.sqrtDy / (2.0 * c.sqrtDx) * inverseWidth;
-    const double value = green::transitIntegral(range, green::builtinNodes(), green::builtinWeights(),
-                                                [&](double s) { return LateralFactor{strip(zeta / s), 0.0}; });
+    const double value = green::vectorTransitIntegral(range, green::builtinNodes(), green::builtinWeights(),
+                                                      [&](const green::TransitNodes& tn, double* g) {
+                                                          for (int j = 0; j < tn.count; ++j) g[j] = zeta / tn.s[j];
+                                                          strip.many(g, tn.count, g);
+                                                      });
     result = fp::checked(value);
     return kKernelOk;
 }
@@ -161,8 +228,12 @@ std::int16_t cnrml_IL(const TwoDimParameters& parameters, double t, double x, do
     // longest spread): below 1e-19 there, nothing reaches the point.
     const double gap = std::max({p2, -p1, 0.0});  // scaled distance to the strip
     if (range.panels == 0 || gap * std::exp(range.wLo) > kLateralReach) return kKernelOk;
-    const double value = green::transitIntegral(range, nodes, weights, [&](double s) {
-        return LateralFactor{green::intervalMass(p1 * s, p2 * s), 0.0};
+    // The strip's edges at scaled distances |p1| and |p2|, the point inside
+    // when it lies strictly between them.
+    const bool inside = p1 > 0.0 && p2 < 0.0;
+    const double nearEdge = std::min(std::fabs(p1), std::fabs(p2)), farEdge = std::max(std::fabs(p1), std::fabs(p2));
+    const double value = green::vectorTransitIntegral(range, nodes, weights, [&](const green::TransitNodes& tn, double* g) {
+        stripShares(tn.nodeSet, 1.0, tn.s, tn.count, nearEdge, farEdge, inside, kPlanarReach, g);
     });
     result = fp::checked(value);
     return kKernelOk;
@@ -190,10 +261,14 @@ std::int16_t cnrml_IG(const TwoDimParameters& parameters, double t, double x, do
     // The lateral factor is largest at the smallest s (the longest spread).
     const double spreadAtLongest = rho / std::exp(range.wLo);
     if (range.panels == 0 || gamma / (1.0 + spreadAtLongest * spreadAtLongest) > kLateralExponent) return kKernelOk;
-    const double value = green::transitIntegral(range, nodes, weights, [&](double s) {
-        const double q = rho / s;
-        const double f = 1.0 / (1.0 + q * q);
-        return LateralFactor{std::sqrt(f), -gamma * f};
+    const double value = green::vectorTransitIntegral(range, nodes, weights, [&](const green::TransitNodes& tn, double* g) {
+        const GaussianSpread& spread = gaussianSpread(tn, rho);
+        const double* __restrict f = spread.f;
+        const double* __restrict root = spread.root;
+        double* __restrict out = g;
+        for (int j = 0; j < tn.count; ++j) out[j] = -gamma * f[j];
+        vmath::exp(out, out, tn.count);
+        for (int j = 0; j < tn.count; ++j) out[j] *= root[j];
     });
     result = fp::checked(value);
     return kKernelOk;
@@ -259,21 +334,36 @@ std::int16_t cnrml_IC(const TwoDimParameters& parameters, double t, double x, do
 
     const int panels = std::max(1, static_cast<int>(std::ceil((wHi - wLo) / kPointPanelLength)));
     const double h = (wHi - wLo) / panels, halfH = 0.5 * h;
+    constexpr int n = green::kRulePoints;
+    // a / t, when it is a normal number and exp(w - ln t) is one at every node.
+    const double aOverT = logT - wLo < 700.0 && std::fabs(logA - logT) < 700.0 ? std::exp(logA - logT) : HUGE_VAL;
     double integral = 0.0;
+    double phi[n], other[n];
     for (int p = 0; p < panels; ++p) {
         const double mid = wLo + (p + 0.5) * h;
-        double sum = 0.0;
-        for (int i = 0; i < green::kRulePoints; ++i) {
-            const double w = mid + halfH * nodes[i];
-            double phi;
-            if (peakInside) {
-                const double sh = std::sinh(0.5 * (w - centre));
-                phi = -4.0 * q * sh * sh;
-            } else {
-                phi = std::expm1(w - logT) * (std::exp(logA - w) - bT);
+        if (peakInside) {
+            // 4 sinh^2(d / 2) = u^2 / (1 + u), u = expm1(|d|), d = w - centre.
+            for (int i = 0; i < n; ++i) phi[i] = std::fabs(halfH * nodes[i] + (mid - centre));
+            vmath::expm1(phi, phi, n);
+            for (int i = 0; i < n; ++i) phi[i] = -q * phi[i] * (phi[i] / (1.0 + phi[i]));
+        } else if (std::isfinite(aOverT)) {
+            // exp(logA - w) = (a / t) / exp(w - ln t).
+            for (int i = 0; i < n; ++i) phi[i] = halfH * nodes[i] + (mid - logT);
+            vmath::expAndExpm1(phi, other, phi, n);
+            for (int i = 0; i < n; ++i) phi[i] *= aOverT / other[i] - bT;
+        } else {
+            for (int i = 0; i < n; ++i) {
+                const double w = mid + halfH * nodes[i];
+                phi[i] = w - logT;
+                other[i] = logA - w;
             }
-            sum += weights[i] * std::exp(phi);
+            vmath::expm1(phi, phi, n);
+            vmath::exp(other, other, n);
+            for (int i = 0; i < n; ++i) phi[i] *= other[i] - bT;
         }
+        vmath::exp(phi, phi, n);
+        double sum = 0.0;
+        for (int i = 0; i < n; ++i) sum += weights[i] * phi[i];
         integral += halfH * sum;
     }
     result = fp::checked(prefactor * std::exp(exponent) * integral);

@@ -28,6 +28,13 @@
 // are raised as run-time errors 11 or 6 through the checked arithmetic, after
 // those shortcuts. No call allocates memory or touches a file; the finite-width
 // kernel's own 256-point rule is built when the program loads.
+//
+// The rule's nodes are evaluated in vectors, and what a grid's inner loop
+// shares is kept per thread in fixed storage (transit_nodes.h, edge_tails.h,
+// the finite-width modes and the Gaussian's spread): values that depend on x
+// and t but not on y, and each edge's tails by distance. Every kept value is
+// a pure function of its key, so a result never depends on the calls before
+// it, nor on the thread that makes it.
 
 #include <cstddef>
 #include <cstdint>

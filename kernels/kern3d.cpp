@@ -4,13 +4,18 @@
 #include <cmath>
 #include <cstring>
 
+#include "kernels/edge_tails.h"
+#include "kernels/interval_masses.h"
 #include "kernels/kern3d_effective.h"
 #include "kernels/kern3d_finite.h"
+#include "kernels/kern3d_nodes.h"
 #include "kernels/kern3d_quadrature.h"
 #include "kernels/kern3d_functions.h"
 #include "shell/base/checked_math.h"
 
 namespace bm {
+
+static_assert(k3::kMostGroupNodes <= kMostEdgeNodes);
 
 ThreeDimParameters::ThreeDimParameters() {
     setFixedText(reservedText216, "");
@@ -37,17 +42,17 @@ Patch patchOf(const ThreeDimParameters& p) {
     return {p.sourceYc - hw, p.sourceYc + hw, p.sourceZc - hh, p.sourceZc + hh};
 }
 
-// Share of the patch spread onto (y, z) after a travel time tau in the
-// unbounded y-z plane: a product of two erf differences.
-struct PatchShare {
-    double dy1, dy2, dz1, dz2, cy, cz;  // distances to the patch's edges, 1 / (2 sqrt(D))
-    double operator()(double sqrtTau, double) const {
-        const double inv = 1.0 / sqrtTau;
-        const double fy = k3::intervalShare(dy1, dy2, cy * inv);
-        if (fy == 0.0) return 0.0;
-        return fy * k3::intervalShare(dz1, dz2, cz * inv);
-    }
-};
+// Share of the patch's extent d1 + d2 in one transverse direction spread onto
+// a point at distances d1 and d2 from its ends, after each node's travel time
+// (c = 1 / (2 sqrt(D))): (erf(d1 c / sqrt(tau)) + erf(d2 c / sqrt(tau))) / 2.
+void patchShares(const k3::ColumnNodes& nodes, double d1, double d2, double c, double* out) {
+    const bool inside = d1 > 0.0 && d2 > 0.0;
+    const double nearEdge = std::min(std::fabs(d1), std::fabs(d2)), farEdge = std::max(std::fabs(d1), std::fabs(d2));
+    stripShares(nodes.nodeSet, c, nodes.inverseRoot, nodes.count, nearEdge, farEdge, inside, kSpatialReach, out);
+}
+
+// The shares of the two directions, each kept while its numbers stay the same.
+thread_local k3::TransverseCache theYShares, theZShares;
 
 }  // namespace
 
@@ -105,8 +110,16 @@ std::int16_t cnrml_3IL(const ThreeDimParameters& parameters, double t, double x,
         return 1;
     }
     const k3::Panels plan = k3::planPanels(column, t);
-    const PatchShare share{y - patch.y1, patch.y2 - y, z - patch.z1, patch.z2 - z, cy, cz};
-    result = fp::checked(k3::timeIntegral(column, plan, nodes, weights, share));
+    const double dy1 = y - patch.y1, dy2 = patch.y2 - y, dz1 = z - patch.z1, dz2 = patch.z2 - z;
+    result = fp::checked(k3::vectorTimeIntegral(column, plan, nodes, weights, [&](const k3::ColumnNodes& cn, double* out) {
+        const double* fy = theYShares.shares(cn, {dy1, dy2, cy}, [&](const k3::ColumnNodes& n, double* f) {
+            patchShares(n, dy1, dy2, cy, f);
+        });
+        const double* fz = theZShares.shares(cn, {dz1, dz2, cz}, [&](const k3::ColumnNodes& n, double* f) {
+            patchShares(n, dz1, dz2, cz, f);
+        });
+        for (int j = 0; j < cn.count; ++j) out[j] = fy[j] * fz[j];
+    }));
     return 1;
 }
 

@@ -29,8 +29,13 @@
 // width or height, a zero half-life or a zero porosity where the formulas divide
 // by it is run-time error 11 (6 for 0/0); no kernel returns a NaN.
 //
-// All three keep no state but a cache of the finite aquifer's cosine
-// coefficients, keyed on the record's geometry; no call allocates or touches a file.
+// No call allocates or touches a file. What a grid's inner loops share is kept
+// per thread in fixed storage, each value a pure function of its key, so a
+// result never depends on the calls before it nor on the thread: the finite
+// aquifer's cosine coefficients (keyed on the geometry) and its modes' column
+// responses (on x and t), the time integral's nodes (kern3d_nodes.h, on the
+// column and t), and the transverse shares (by direction, and each edge's
+// tails by distance, edge_tails.h).
 
 #include <cstddef>
 #include <cstdint>

@@ -3,8 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include "kernels/interval_masses.h"
 #include "kernels/kern3d_effective.h"
+#include "kernels/kern3d_nodes.h"
 #include "kernels/kern3d_quadrature.h"
+#include "kernels/recent_cache.h"
+#include "kernels/vector_math.h"
 #include "kernels/kern3d_functions.h"
 #include "shell/base/checked_math.h"
 
@@ -182,6 +186,35 @@ SeriesPlan planSeries(const Problem& pr) {
     return sp;
 }
 
+// The modes' column responses in the order seriesSum takes them, kept for the
+// last two columns and times on each thread: they depend on x, t and the
+// flow, not on y or z, and a grid's y and z loops need them again and again.
+constexpr int kMostKeptModes = 16384;
+
+struct ModesKey {
+    double t, x, v, dx, decay, alpha, beta, bigK;
+    int mostM, mostN;
+    bool yFull, zFull;
+    bool operator==(const ModesKey&) const = default;
+};
+
+struct KeptModes {
+    int count = 0;
+    double response[kMostKeptModes];
+};
+
+thread_local RecentCache<ModesKey, KeptModes, 2> theKeptModes;
+
+// Calls visit(m, n, k) for every mode of the series, m outer, n inner.
+template <class Visit>
+void forEachMode(const Problem& pr, const SeriesPlan& sp, int mostM, Visit&& visit) {
+    for (int m = 0; m <= mostM; ++m) {
+        const double km = sp.alpha * m * m;
+        const int nTop = pr.zs.full ? 0 : static_cast<int>(std::sqrt(std::max(0.0, sp.bigK - km) / sp.beta));
+        for (int n = 0; n <= nTop; ++n) visit(m, n, pr.decay + km + sp.beta * n * n);
+    }
+}
+
 double seriesSum(const Problem& pr, const SeriesPlan& sp) {
     const ModeResponse mode{pr.t, pr.x, pr.v, pr.dx, pr.x / (2.0 * pr.dx), 1.0 / (2.0 * std::sqrt(pr.dx * pr.t)),
                             4.0 * pr.dx};
@@ -192,53 +225,98 @@ double seriesSum(const Problem& pr, const SeriesPlan& sp) {
     const double* b = zCoefficients.upTo(pr.zs, mostN);
     fillCosines(yCosines, pr.ys, pr.y, mostM);
     fillCosines(zCosines, pr.zs, pr.z, mostN);
-    double sum = 0.0;
-    for (int m = 0; m <= mostM; ++m) {
-        const double am = (pr.ys.full ? 1.0 : a[m]) * yCosines[m];
-        if (am == 0.0) continue;
-        const double km = sp.alpha * m * m;
-        const int nTop = pr.zs.full ? 0 : static_cast<int>(std::sqrt(std::max(0.0, sp.bigK - km) / sp.beta));
-        for (int n = 0; n <= nTop; ++n) {
-            const double bn = (pr.zs.full ? 1.0 : b[n]) * zCosines[n];
-            if (bn == 0.0) continue;
-            sum += am * bn * mode(pr.decay + km + sp.beta * n * n);
+
+    const ModesKey key{pr.t, pr.x, pr.v, pr.dx, pr.decay, sp.alpha, sp.beta, sp.bigK, mostM, mostN, pr.ys.full, pr.zs.full};
+    KeptModes* kept = theKeptModes.find(key);
+    if (kept == nullptr && sp.modes <= kMostKeptModes) {
+        int count = 0;
+        forEachMode(pr, sp, mostM, [&](int, int, double) { ++count; });
+        if (count <= kMostKeptModes) {
+            kept = &theKeptModes.claim(key);
+            kept->count = 0;
+            forEachMode(pr, sp, mostM, [&](int, int, double k) { kept->response[kept->count++] = mode(k); });
         }
     }
+    double sum = 0.0;
+    int index = 0;
+    forEachMode(pr, sp, mostM, [&](int m, int n, double k) {
+        const int at = index++;
+        const double am = (pr.ys.full ? 1.0 : a[m]) * yCosines[m];
+        if (am == 0.0) return;
+        const double bn = (pr.zs.full ? 1.0 : b[n]) * zCosines[n];
+        if (bn == 0.0) return;
+        sum += am * bn * (kept != nullptr ? kept->response[at] : mode(k));
+    });
     return sum;
 }
 
-// The share of one direction's patch, with its images, after a travel time tau.
+// The share of one direction's patch, with its images, after each node's
+// travel time.
 struct FiniteShare {
     const Strip* s;
     double y, c, rate;  // rate = pi^2 D / W^2
     const double* coef;
     double cosines[kTimeSeriesTerms + 1];
 
-    double operator()(double sqrtTau) const {
-        if (s->full) return 1.0;
-        const double theta = rate * sqrtTau * sqrtTau;
-        if (theta >= kSeriesFrom) {
-            const double q = std::exp(-theta), q2 = q * q;
-            double qm2 = 1.0, qOdd = q, sum = coef[0];
-            for (int m = 1; m <= kTimeSeriesTerms; ++m) {
-                qm2 *= qOdd;  // q^(m^2)
-                qOdd *= q2;
-                if (qm2 < 1e-18) break;
-                sum += coef[m] * cosines[m] * qm2;
-            }
-            return sum;
-        }
-        const double r = c / sqrtTau, w2 = 2.0 * s->width;
-        double sum = 0.0;
-        for (int j = -1; j <= 1; ++j) {
-            const double shift = j * w2;
-            sum += intervalShare(y - (s->p1 + shift), (s->p2 + shift) - y, r);
-        }
-        for (int j = 0; j <= 1; ++j) {
-            const double shift = j * w2;
-            sum += intervalShare(y - (shift - s->p2), (shift - s->p1) - y, r);
+    // The numbers that determine the shares besides the nodes.
+    void numbers(double (&out)[6]) const {
+        out[0] = y, out[1] = c, out[2] = rate, out[3] = s->p1, out[4] = s->p2, out[5] = s->width;
+    }
+
+    // The cosine series in time at q = exp(-pi^2 D tau / W^2).
+    double series(double q) const {
+        const double q2 = q * q;
+        double qm2 = 1.0, qOdd = q, sum = coef[0];
+        for (int m = 1; m <= kTimeSeriesTerms; ++m) {
+            qm2 *= qOdd;  // q^(m^2)
+            qOdd *= q2;
+            if (qm2 < 1e-18) break;
+            sum += coef[m] * cosines[m] * qm2;
         }
         return sum;
+    }
+
+    // Short spreads: the patch and its four nearest images (mirrors in both
+    // walls, shifted by the period 2W), their interval shares in one vector
+    // pass; long ones: the series, its exponentials in another.
+    void many(const ColumnNodes& nodes, double* out) const {
+        if (s->full) {
+            for (int j = 0; j < nodes.count; ++j) out[j] = 1.0;
+            return;
+        }
+        constexpr int kChunk = 256, kImages = 5;
+        const double w2 = 2.0 * s->width;
+        const double images[kImages][2] = {{s->p1 - w2, s->p2 - w2}, {s->p1, s->p2},   {s->p1 + w2, s->p2 + w2},
+                                           {-s->p2, -s->p1},          {w2 - s->p2, w2 - s->p1}};
+        for (int from = 0; from < nodes.count; from += kChunk) {
+            const int to = std::min(nodes.count, from + kChunk);
+            double p[kImages * kChunk], q[kImages * kChunk], e[kChunk];
+            int serial[kChunk];
+            bool imaged[kChunk];
+            int pairs = 0, terms = 0;
+            for (int j = from; j < to; ++j) {
+                const double root = nodes.sqrtTau[j];
+                const double theta = rate * root * root;
+                out[j] = 0.0;
+                imaged[j - from] = theta < kSeriesFrom;
+                if (!imaged[j - from]) {
+                    serial[terms] = j;
+                    e[terms++] = -theta;
+                    continue;
+                }
+                const double r = c / root;
+                for (const auto& image : images) {
+                    p[pairs] = (y - image[0]) * r;
+                    q[pairs++] = (y - image[1]) * r;
+                }
+            }
+            intervalMasses(p, q, p, pairs, kSpatialReach);
+            for (int j = from, k = 0; j < to; ++j)
+                if (imaged[j - from])
+                    for (int i = 0; i < kImages; ++i) out[j] += p[k++];
+            vmath::exp(e, e, terms);
+            for (int k = 0; k < terms; ++k) out[serial[k]] = series(e[k]);
+        }
     }
 };
 
@@ -250,6 +328,8 @@ FiniteShare makeShare(const Strip& s, double y, double c, double dispersion, Coe
     }
     return share;
 }
+
+thread_local TransverseCache theYShares, theZShares;
 
 }  // namespace
 
@@ -315,9 +395,13 @@ double finiteAquiferRatio(const ThreeDimParameters& p, double t, double x, doubl
     if (used) *used = FinitePath::Images;
     const FiniteShare sy = makeShare(pr.ys, pr.y, pr.cy, pr.dy, yCoefficients);
     const FiniteShare sz = makeShare(pr.zs, pr.z, pr.cz, pr.dz, zCoefficients);
-    return timeIntegral(column, plan, internalNodes(), internalWeights(), [&](double sqrtTau, double) {
-        const double fy = sy(sqrtTau);
-        return fy == 0.0 ? 0.0 : fy * sz(sqrtTau);
+    double yNumbers[6], zNumbers[6];
+    sy.numbers(yNumbers);
+    sz.numbers(zNumbers);
+    return vectorTimeIntegral(column, plan, internalNodes(), internalWeights(), [&](const ColumnNodes& cn, double* out) {
+        const double* fy = theYShares.shares(cn, yNumbers, [&](const ColumnNodes& n, double* f) { sy.many(n, f); });
+        const double* fz = theZShares.shares(cn, zNumbers, [&](const ColumnNodes& n, double* f) { sz.many(n, f); });
+        for (int j = 0; j < cn.count; ++j) out[j] = fy[j] * fz[j];
     });
 }
 

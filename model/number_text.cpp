@@ -1,223 +1,143 @@
 #include "model/number_text.h"
 
+#include <algorithm>
 #include <cctype>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
+#include "model/number_digits.h"
+#include "model/number_pattern.h"
 #include "shell/base/runtime_error.h"
 
 namespace bm {
 
 namespace {
 
+using patterns::applyPattern;
+using patterns::parsePattern;
+using patterns::Pattern;
+
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
-// The significant digits of |value| (at most `significant`, trailing zeros
-// dropped) and the power of ten of the first one.
-struct Decimal {
-    std::string digits;  // "0" for zero
-    int exponent = 0;    // place of the first digit
-};
-
-Decimal decimalOf(double value, int significant) {
-    Decimal d;
-    value = std::fabs(value);
-    if (value == 0.0) {
-        d.digits = "0";
-        return d;
-    }
-    char buf[64];
-    std::snprintf(buf, sizeof buf, "%.*e", significant - 1, value);
-    // buf: "d.ddddde+XX"
-    std::string s(buf);
-    const auto ePos = s.find('e');
-    d.exponent = std::atoi(s.c_str() + ePos + 1);
-    for (std::size_t i = 0; i < ePos; ++i)
-        if (std::isdigit(static_cast<unsigned char>(s[i]))) d.digits += s[i];
-    while (d.digits.size() > 1 && d.digits.back() == '0') d.digits.pop_back();
-    return d;
-}
-
-std::string generalFromDecimal(const Decimal& d, bool negative, int significant) {
-    if (d.digits == "0") return "0";
-    const int k = static_cast<int>(d.digits.size());
-    const int e = d.exponent;
-    const int integerDigits = e >= 0 ? e + 1 : 1;
-    const int fractionDigits = e >= 0 ? std::max(0, k - (e + 1)) : (-e - 1) + k;
-    std::string out = negative ? "-" : "";
-    if (integerDigits <= significant && fractionDigits <= significant) {
-        if (e >= 0) {
-            std::string intPart = d.digits.substr(0, static_cast<std::size_t>(std::min(k, e + 1)));
-            while (static_cast<int>(intPart.size()) < e + 1) intPart += '0';
-            out += intPart;
-            if (k > e + 1) out += "." + d.digits.substr(static_cast<std::size_t>(e + 1));
-        } else {
-            out += "0." + std::string(static_cast<std::size_t>(-e - 1), '0') + d.digits;
-        }
-        return out;
-    }
-    out += d.digits.substr(0, 1);
-    if (k > 1) out += "." + d.digits.substr(1);
-    char ebuf[16];
-    std::snprintf(ebuf, sizeof ebuf, "E%c%02d", e < 0 ? '-' : '+', std::abs(e));
-    return out + ebuf;
-}
-
-// Rounds a digit string (value = 0.d1d2... with the first digit at 10^exponent)
-// half away from zero so that no digit below 10^-decimals remains. Returns the
-// digits of the integer and fractional parts, fraction padded to `decimals`.
-void roundFixed(const Decimal& d, int decimals, std::string& intPart, std::string& fracPart) {
-    // Lay the digits out on a fixed grid from 10^max(exponent,0) down to 10^-decimals.
-    const int top = std::max(d.exponent, 0);
-    const int width = top + 1 + decimals;  // places from 10^top to 10^-decimals
-    std::string grid(static_cast<std::size_t>(width), '0');
-    bool roundUp = false;
-    if (d.digits != "0") {
-        for (std::size_t i = 0; i < d.digits.size(); ++i) {
-            const int place = d.exponent - static_cast<int>(i);
-            const int pos = top - place;
-            if (pos < width) {
-                grid[static_cast<std::size_t>(pos)] = d.digits[i];
-            } else if (pos == width) {
-                roundUp = d.digits[i] >= '5';
-                break;
-            }
-        }
-    }
-    if (roundUp) {
-        int i = width - 1;
-        while (i >= 0 && grid[static_cast<std::size_t>(i)] == '9') grid[static_cast<std::size_t>(i--)] = '0';
-        if (i >= 0) ++grid[static_cast<std::size_t>(i)];
-        else grid.insert(grid.begin(), '1');
-    }
-    const int intLen = static_cast<int>(grid.size()) - decimals;
-    intPart = grid.substr(0, static_cast<std::size_t>(intLen));
-    fracPart = grid.substr(static_cast<std::size_t>(intLen));
-    const auto nz = intPart.find_first_not_of('0');
-    intPart = nz == std::string::npos ? "" : intPart.substr(nz);
-}
-
-struct Pattern {
-    int intRequired = 0;      // '0' placeholders before the point
-    bool thousands = false;   // ',' among them
-    bool point = false;
-    int fracRequired = 0;     // '0's after the point
-    int fracMax = 0;          // all placeholders after the point
-    bool scientific = false;
-    char expCase = 'e';
-    bool expPlus = false;     // "e+" shows '+', "e-" only '-'
-    int expRequired = 0;
-};
-
-Pattern parsePattern(std::string_view p) {
-    Pattern pat;
-    std::size_t i = 0;
-    for (; i < p.size() && p[i] != '.' && p[i] != 'e' && p[i] != 'E'; ++i) {
-        if (p[i] == '0') ++pat.intRequired;
-        else if (p[i] == ',') pat.thousands = true;
-    }
-    if (i < p.size() && p[i] == '.') {
-        pat.point = true;
-        for (++i; i < p.size() && p[i] != 'e' && p[i] != 'E'; ++i) {
-            if (p[i] == '0') { ++pat.fracRequired; ++pat.fracMax; }
-            else if (p[i] == '#') ++pat.fracMax;
-        }
-    }
-    if (i + 1 < p.size() && (p[i] == 'e' || p[i] == 'E') && (p[i + 1] == '+' || p[i + 1] == '-')) {
-        pat.scientific = true;
-        pat.expCase = p[i];
-        pat.expPlus = p[i + 1] == '+';
-        for (i += 2; i < p.size(); ++i)
-            if (p[i] == '0') ++pat.expRequired;
-    }
-    return pat;
-}
-
-std::string groupThousands(const std::string& digits) {
-    std::string out;
-    const int n = static_cast<int>(digits.size());
-    for (int i = 0; i < n; ++i) {
-        out += digits[static_cast<std::size_t>(i)];
-        const int left = n - 1 - i;
-        if (left > 0 && left % 3 == 0) out += ',';
-    }
-    return out;
-}
-
-std::string applyFixed(const Decimal& d, const Pattern& pat) {
-    std::string intPart, fracPart;
-    roundFixed(d, pat.fracMax, intPart, fracPart);
-    while (static_cast<int>(fracPart.size()) > pat.fracRequired && fracPart.back() == '0') fracPart.pop_back();
-    while (static_cast<int>(intPart.size()) < pat.intRequired) intPart.insert(intPart.begin(), '0');
-    if (pat.thousands) intPart = groupThousands(intPart);
-    std::string out = intPart;
-    if (pat.point) out += "." + fracPart;
-    return out;
-}
-
-std::string applyScientific(const Decimal& d, const Pattern& pat) {
-    // One digit before the point; round the significant digits to 1 + fracMax.
-    Decimal m = d;
-    int exponent = d.exponent;
-    if (m.digits == "0") exponent = 0;
-    m.exponent = 0;  // mantissa d.ddd
-    std::string intPart, fracPart;
-    roundFixed(m, pat.fracMax, intPart, fracPart);
-    if (intPart.size() > 1) {  // 9.99995 rounded to 10.0000: renormalise
-        ++exponent;
-        fracPart = intPart.substr(1) + fracPart;
-        fracPart.resize(static_cast<std::size_t>(pat.fracMax));
-        intPart = intPart.substr(0, 1);
-    }
-    if (intPart.empty()) intPart = "0";
-    while (static_cast<int>(fracPart.size()) > pat.fracRequired && fracPart.back() == '0') fracPart.pop_back();
-    std::string out = intPart;
-    if (pat.point) out += "." + fracPart;
-    out += pat.expCase;
-    if (exponent < 0) out += '-';
-    else if (pat.expPlus) out += '+';
-    std::string expDigits = std::to_string(std::abs(exponent));
-    while (static_cast<int>(expDigits.size()) < std::max(1, pat.expRequired)) expDigits.insert(expDigits.begin(), '0');
-    return out + expDigits;
-}
-
-// Strict grammar: [sign] digits [. digits] [exp [sign] digits], at least one mantissa digit.
-bool strictNumber(std::string_view t) {
-    std::size_t i = 0, n = t.size();
-    if (i < n && (t[i] == '+' || t[i] == '-')) ++i;
-    int mantissaDigits = 0;
-    while (i < n && std::isdigit(static_cast<unsigned char>(t[i]))) { ++i; ++mantissaDigits; }
-    if (i < n && t[i] == '.') {
-        ++i;
-        while (i < n && std::isdigit(static_cast<unsigned char>(t[i]))) { ++i; ++mantissaDigits; }
-    }
-    if (mantissaDigits == 0) return false;
-    if (i < n && (t[i] == 'e' || t[i] == 'E' || t[i] == 'd' || t[i] == 'D')) {
-        ++i;
-        if (i < n && (t[i] == '+' || t[i] == '-')) ++i;
-        int expDigits = 0;
-        while (i < n && std::isdigit(static_cast<unsigned char>(t[i]))) { ++i; ++expDigits; }
-        if (expDigits == 0) return false;
-    }
-    return i == n;
-}
-
-double parseDecimal(const std::string& text) {
-    std::string s = text;
-    for (char& c : s)
-        if (c == 'd' || c == 'D') c = 'e';
-    return std::strtod(s.c_str(), nullptr);
-}
-
-}  // namespace
-
-std::string trim(std::string_view text) {
+std::string_view trimmedView(std::string_view text) {
     std::size_t b = 0, e = text.size();
     while (b < e && isBlank(text[b])) ++b;
     while (e > b && isBlank(text[e - 1])) --e;
-    return std::string(text.substr(b, e - b));
+    return text.substr(b, e - b);
 }
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+// The general text of any double (or float, with `significant` 7) into `out`,
+// kGeneralTextRoom long at least; returns the length.
+int writeGeneralText(char* out, double value, int significant) {
+    if (std::isnan(value)) return static_cast<int>(std::strlen(std::strcpy(out, "NaN")));
+    if (std::isinf(value)) return static_cast<int>(std::strlen(std::strcpy(out, value < 0 ? "-Infinity" : "Infinity")));
+    return digits::writeGeneral(out, digits::rounded(std::fabs(value), significant), value < 0, significant);
+}
+
+std::string generalOf(double value, int significant) {
+    char text[digits::kGeneralTextRoom];
+    return std::string(text, static_cast<std::size_t>(writeGeneralText(text, value, significant)));
+}
+
+// The rows of the results' number format.
+constexpr Pattern kFourDigitRow = parsePattern("####.###");
+constexpr Pattern kThreeDigitRow = parsePattern("###.###");
+constexpr Pattern kTwoDigitRow = parsePattern("##.####");
+constexpr Pattern kOneDigitRow = parsePattern("#.####");
+constexpr Pattern kTenthsRow = parsePattern("0.#####");
+constexpr Pattern kHundredthsRow = parsePattern("0.0####");
+constexpr Pattern kThousandthsRow = parsePattern("0.00####");
+constexpr Pattern kScientificRow = parsePattern("#.####e+###");
+
+// The general text of a number with these digits is a plain whole number.
+bool wholeInGeneralText(const digits::Decimal& d) {
+    return d.isZero() || (d.exponent >= 0 && d.exponent < 15 && d.count <= d.exponent + 1);
+}
+
+// The row of a magnitude v whose 15 digits are d; nullptr: the general text.
+const Pattern* rowOf(double v, const digits::Decimal& d) {
+    if (wholeInGeneralText(d)) return v >= 100000 ? &kScientificRow : nullptr;
+    if (v >= 1000 && v < 10000) return &kFourDigitRow;
+    if (v >= 100 && v < 1000) return &kThreeDigitRow;
+    if (v >= 10 && v < 100) return &kTwoDigitRow;
+    if (v >= 1 && v < 10) return &kOneDigitRow;
+    if (v >= 0.1 && v < 1) return &kTenthsRow;
+    if (v >= 0.01 && v < 0.1) return &kHundredthsRow;
+    if (v >= 0.001 && v < 0.01) return &kThousandthsRow;
+    return &kScientificRow;
+}
+
+// The same row for the double nearest to the digits d themselves, read from
+// their exponent: a decimal of 15 digits and the double nearest to it lie on
+// the same side of every power of ten from 0.001 to 100000 (the doubles there
+// are far finer than the digits).
+const Pattern* rowOfDigits(const digits::Decimal& d) {
+    if (wholeInGeneralText(d)) return d.exponent >= 5 ? &kScientificRow : nullptr;
+    switch (d.exponent) {
+    case 3: return &kFourDigitRow;
+    case 2: return &kThreeDigitRow;
+    case 1: return &kTwoDigitRow;
+    case 0: return &kOneDigitRow;
+    case -1: return &kTenthsRow;
+    case -2: return &kHundredthsRow;
+    case -3: return &kThousandthsRow;
+    default: return &kScientificRow;
+    }
+}
+
+std::string formatRow(const digits::Decimal& d, bool negative, const Pattern* row) {
+    if (row != nullptr) return applyPattern(d, negative, *row);
+    char text[digits::kGeneralTextRoom];
+    return std::string(text, static_cast<std::size_t>(digits::writeGeneral(text, d, negative, 15)));
+}
+
+// 15 digits above the largest double (1.79769313486232E+308 and up): their
+// text reads back as an infinity.
+bool beyondTheDoubles(const digits::Decimal& d) {
+    if (d.exponent != 308) return d.exponent > 308;
+    constexpr char kLargest[] = "179769313486232";
+    for (int i = 0; i < 15; ++i) {
+        const char c = i < d.count ? d.digit[i] : '0';
+        if (c != kLargest[i]) return c > kLargest[i];
+    }
+    return true;
+}
+
+// The characters of a number gathered from a text, on the stack while short.
+class NumberText {
+public:
+    void push(char c) {
+        if (size_ < sizeof small_) small_[size_] = c;
+        else spill(c);
+        ++size_;
+    }
+    std::size_t size() const { return size_; }
+    void shrink(std::size_t size) {
+        size_ = size;
+        if (size <= sizeof small_) large_.clear();
+        else large_.resize(size);
+    }
+    std::string_view view() const {
+        return size_ <= sizeof small_ ? std::string_view(small_, size_) : std::string_view(large_.data(), size_);
+    }
+
+private:
+    void spill(char c) {
+        if (large_.empty()) large_.assign(small_, sizeof small_);
+        large_ += c;
+    }
+    char small_[64];
+    std::size_t size_ = 0;
+    std::string large_;
+};
+
+}  // namespace
+
+std::string trim(std::string_view text) { return std::string(trimmedView(text)); }
 
 std::string trimLeft(std::string_view text) {
     std::size_t b = 0;
@@ -239,53 +159,33 @@ std::string toLower(std::string_view text) {
 
 bool contains(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
 
-std::string generalText(double value) {
-    if (std::isnan(value)) return "NaN";
-    if (std::isinf(value)) return value < 0 ? "-Infinity" : "Infinity";
-    return generalFromDecimal(decimalOf(value, 15), value < 0 && value != 0.0, 15);
-}
+std::string generalText(double value) { return generalOf(value, 15); }
 
-std::string generalText(float value) {
-    if (std::isnan(value)) return "NaN";
-    if (std::isinf(value)) return value < 0 ? "-Infinity" : "Infinity";
-    return generalFromDecimal(decimalOf(static_cast<double>(value), 7), value < 0 && value != 0.0f, 7);
-}
+std::string generalText(float value) { return generalOf(static_cast<double>(value), 7); }
 
 std::string formatPattern(double value, std::string_view pattern) {
-    if (pattern == "General Number") return generalText(value);
-    if (!std::isfinite(value)) return generalText(value);
-    const Pattern pat = parsePattern(pattern);
-    const Decimal d = decimalOf(value, 15);
-    const std::string body = pat.scientific ? applyScientific(d, pat) : applyFixed(d, pat);
-    return (value < 0 ? "-" : "") + body;
+    if (pattern == "General Number" || !std::isfinite(value)) return generalText(value);
+    return applyPattern(digits::rounded(std::fabs(value), 15), value < 0, parsePattern(pattern));
 }
 
 std::string formatNumber(std::string_view valueText) {
-    const std::string t = trim(valueText);
-    if (!isNumeric(t)) return std::string(valueText);
-    const double value = parseDecimal(t);
+    const std::string_view t = trimmedView(valueText);
+    double value = 0.0;
+    if (!digits::readStrict(t, value)) return std::string(valueText);
     if (!std::isfinite(value)) return std::string(valueText);
-    const double sign = value < 0 ? -1.0 : 1.0;
     const double v = std::fabs(value);
-    const std::string plain = generalText(v);
-    const bool fractional = plain.find_first_of("Ee.") != std::string::npos;
-    const char* format;
-    if (fractional) {
-        if (v >= 1000 && v < 10000) format = "####.###";
-        else if (v >= 100 && v < 1000) format = "###.###";
-        else if (v >= 10 && v < 100) format = "##.####";
-        else if (v >= 1 && v < 10) format = "#.####";
-        else if (v >= 0.1 && v < 1) format = "0.#####";
-        else if (v >= 0.01 && v < 0.1) format = "0.0####";
-        else if (v >= 0.001 && v < 0.01) format = "0.00####";
-        else format = "#.####e+###";
-    } else {
-        format = v >= 100000 ? "#.####e+###" : "General Number";
-    }
-    return formatPattern(v * sign, format);
+    const digits::Decimal d = digits::rounded(v, 15);
+    return formatRow(d, value < 0, rowOf(v, d));
 }
 
-std::string formatNumber(double value) { return formatNumber(generalText(value)); }
+std::string formatNumber(double value) {
+    // As the number's general text would be formatted: that text holds the
+    // same 15 digits, and reads back as an infinity only beyond the doubles.
+    if (!std::isfinite(value)) return generalText(value);
+    const digits::Decimal d = digits::rounded(std::fabs(value), 15);
+    if (beyondTheDoubles(d)) return generalText(value);
+    return formatRow(d, value < 0, rowOfDigits(d));
+}
 
 std::string formatCell(std::string_view valueText) {
     if (contains(valueText, "Monte")) return "Monte Carlo";
@@ -293,63 +193,124 @@ std::string formatCell(std::string_view valueText) {
 }
 
 double textValue(std::string_view text) {
-    std::string s;
-    s.reserve(text.size());
-    for (char c : text)
-        if (c != ' ' && c != '\t' && c != '\n') s += c;
+    // Blanks, tabs and line feeds are skipped wherever they stand.
     std::size_t i = 0;
-    const std::size_t n = s.size();
-    if (n >= 2 && s[0] == '&' && (s[1] == 'H' || s[1] == 'h' || s[1] == 'O' || s[1] == 'o')) {
-        const bool hex = s[1] == 'H' || s[1] == 'h';
-        unsigned long long v = 0;
-        bool any = false;
-        for (i = 2; i < n; ++i) {
-            const char c = s[i];
-            int digit;
-            if (c >= '0' && c <= '9') digit = c - '0';
-            else if (hex && c >= 'a' && c <= 'f') digit = c - 'a' + 10;
-            else if (hex && c >= 'A' && c <= 'F') digit = c - 'A' + 10;
-            else break;
-            if (!hex && digit > 7) break;
-            v = v * (hex ? 16 : 8) + static_cast<unsigned>(digit);
-            any = true;
-            if (v > 0xFFFFFFFFull) break;
+    const std::size_t n = text.size();
+    auto next = [&]() -> char {
+        while (i < n && (text[i] == ' ' || text[i] == '\t' || text[i] == '\n')) ++i;
+        return i < n ? text[i] : '\0';
+    };
+    char c = next();
+    if (c == '&') {
+        ++i;
+        const char kind = next();
+        if (kind == 'H' || kind == 'h' || kind == 'O' || kind == 'o') {
+            const bool hex = kind == 'H' || kind == 'h';
+            ++i;
+            unsigned long long v = 0;
+            bool any = false;
+            while (i < n) {
+                c = next();
+                int digit;
+                if (c >= '0' && c <= '9') digit = c - '0';
+                else if (hex && c >= 'a' && c <= 'f') digit = c - 'a' + 10;
+                else if (hex && c >= 'A' && c <= 'F') digit = c - 'A' + 10;
+                else break;
+                if (!hex && digit > 7) break;
+                ++i;
+                v = v * (hex ? 16 : 8) + static_cast<unsigned>(digit);
+                any = true;
+                if (v > 0xFFFFFFFFull) break;
+            }
+            if (!any) return 0.0;
+            // Hexadecimal and octal constants are 16-bit or 32-bit integers, negative past the sign bit.
+            if (v <= 0xFFFF) return v > 0x7FFF ? static_cast<double>(v) - 65536.0 : static_cast<double>(v);
+            if (v <= 0xFFFFFFFFull) return v > 0x7FFFFFFF ? static_cast<double>(v) - 4294967296.0 : static_cast<double>(v);
+            return static_cast<double>(v);
         }
-        if (!any) return 0.0;
-        // Hexadecimal and octal constants are 16-bit or 32-bit integers, negative past the sign bit.
-        if (v <= 0xFFFF) return v > 0x7FFF ? static_cast<double>(v) - 65536.0 : static_cast<double>(v);
-        if (v <= 0xFFFFFFFFull) return v > 0x7FFFFFFF ? static_cast<double>(v) - 4294967296.0 : static_cast<double>(v);
-        return static_cast<double>(v);
+        return 0.0;  // "&" and anything else: no number
     }
-    std::string num;
-    if (i < n && (s[i] == '+' || s[i] == '-')) num += s[i++];
+    // Most texts hold the number without a blank inside it: read it where it
+    // stands. A blank where the number could go on sends it the long way.
+    {
+        const std::size_t start = i;
+        std::size_t j = i;
+        auto blank = [&](std::size_t k) { return k < n && (text[k] == ' ' || text[k] == '\t' || text[k] == '\n'); };
+        if (j < n && (text[j] == '+' || text[j] == '-')) ++j;
+        const std::size_t digits = j;
+        while (j < n && isDigit(text[j])) ++j;
+        std::size_t mantissaDigits = j - digits;
+        if (j < n && text[j] == '.') {
+            const std::size_t fraction = ++j;
+            while (j < n && isDigit(text[j])) ++j;
+            mantissaDigits += j - fraction;
+        }
+        bool whole = !blank(j);
+        std::size_t end = j;
+        if (whole && j < n && (text[j] == 'e' || text[j] == 'E' || text[j] == 'd' || text[j] == 'D')) {
+            ++j;
+            if (j < n && (text[j] == '+' || text[j] == '-')) ++j;
+            const std::size_t exponentDigits = j;
+            while (j < n && isDigit(text[j])) ++j;
+            whole = !blank(j);
+            if (j > exponentDigits) end = j;
+        }
+        if (whole) {
+            if (mantissaDigits == 0) return 0.0;
+            double value = 0.0;
+            digits::readStrict(text.substr(start, end - start), value);
+            return value;
+        }
+    }
+    NumberText num;
+    if (c == '+' || c == '-') {
+        num.push(c);
+        ++i;
+    }
     int mantissaDigits = 0;
-    while (i < n && std::isdigit(static_cast<unsigned char>(s[i]))) { num += s[i++]; ++mantissaDigits; }
-    if (i < n && s[i] == '.') {
-        num += s[i++];
-        while (i < n && std::isdigit(static_cast<unsigned char>(s[i]))) { num += s[i++]; ++mantissaDigits; }
+    for (c = next(); isDigit(c); c = next(), ++mantissaDigits) {
+        num.push(c);
+        ++i;
+    }
+    if (c == '.') {
+        num.push(c);
+        ++i;
+        for (c = next(); isDigit(c); c = next(), ++mantissaDigits) {
+            num.push(c);
+            ++i;
+        }
     }
     if (mantissaDigits == 0) return 0.0;
-    if (i < n && (s[i] == 'e' || s[i] == 'E' || s[i] == 'd' || s[i] == 'D')) {
-        std::string exp = "e";
-        std::size_t j = i + 1;
-        if (j < n && (s[j] == '+' || s[j] == '-')) exp += s[j++];
+    if (c == 'e' || c == 'E' || c == 'd' || c == 'D') {
+        const std::size_t mantissaEnd = num.size();
+        num.push('e');
+        ++i;
+        c = next();
+        if (c == '+' || c == '-') {
+            num.push(c);
+            ++i;
+        }
         int expDigits = 0;
-        while (j < n && std::isdigit(static_cast<unsigned char>(s[j]))) { exp += s[j++]; ++expDigits; }
-        if (expDigits > 0) num += exp;
+        for (c = next(); isDigit(c); c = next(), ++expDigits) {
+            num.push(c);
+            ++i;
+        }
+        if (expDigits == 0) num.shrink(mantissaEnd);  // "1e": the exponent is no part of it
     }
-    return std::strtod(num.c_str(), nullptr);
+    double value = 0.0;
+    digits::readStrict(num.view(), value);
+    return value;
 }
 
 bool isNumeric(std::string_view text) {
-    const std::string t = trim(text);
-    return !t.empty() && strictNumber(t);
+    const std::string_view t = trimmedView(text);
+    return digits::isStrict(t);
 }
 
 double numericValue(std::string_view text) {
-    const std::string t = trim(text);
-    if (t.empty() || !strictNumber(t)) raiseError(err::TypeMismatch);
-    const double v = parseDecimal(t);
+    const std::string_view t = trimmedView(text);
+    double v = 0.0;
+    if (!digits::readStrict(t, v)) raiseError(err::TypeMismatch);
     if (std::isinf(v)) raiseError(err::Overflow);
     return v;
 }
@@ -369,36 +330,73 @@ std::string valueOfCell(std::string_view text) {
 }
 
 namespace {
-std::string dropLeadingZero(std::string g) {
-    if (g.rfind("0.", 0) == 0) return g.substr(1);
-    if (g.rfind("-0.", 0) == 0) return "-" + g.substr(2);
-    return g;
+
+// The print form of a general text written at text + 1 (n characters): a
+// blank in the sign's place, no zero before the point.
+std::string signedFrom(char* text, int n) {
+    char* g = text + 1;
+    if (n >= 2 && g[0] == '0' && g[1] == '.') {
+        g[0] = ' ';
+        return std::string(g, static_cast<std::size_t>(n));
+    }
+    if (n >= 3 && g[0] == '-' && g[1] == '0' && g[2] == '.') {
+        g[1] = '-';
+        return std::string(g + 1, static_cast<std::size_t>(n - 1));
+    }
+    if (g[0] == '-') return std::string(g, static_cast<std::size_t>(n));
+    text[0] = ' ';
+    return std::string(text, static_cast<std::size_t>(n + 1));
 }
+
+// The stream form of a general text written at text + 1: the leading zero kept.
+std::string streamFrom(char* text, int n) {
+    char* g = text + 1;
+    g[n] = ' ';
+    if (g[0] == '-') return std::string(g, static_cast<std::size_t>(n + 1));
+    text[0] = ' ';
+    return std::string(text, static_cast<std::size_t>(n + 2));
+}
+
+std::string signedInteger(long long value, bool trailingBlank) {
+    char text[24];
+    char* p = text;
+    if (value >= 0) *p++ = ' ';
+    p = std::to_chars(p, text + sizeof text - 1, value).ptr;
+    if (trailingBlank) *p++ = ' ';
+    return std::string(text, p);
+}
+
 }  // namespace
 
 std::string signedText(double value) {
-    std::string g = dropLeadingZero(generalText(value));
-    return g[0] == '-' ? g : " " + g;
+    char text[digits::kGeneralTextRoom + 2];
+    return signedFrom(text, writeGeneralText(text + 1, value, 15));
 }
 
 std::string signedText(float value) {
-    std::string g = dropLeadingZero(generalText(value));
-    return g[0] == '-' ? g : " " + g;
+    char text[digits::kGeneralTextRoom + 2];
+    return signedFrom(text, writeGeneralText(text + 1, static_cast<double>(value), 7));
 }
 
-std::string signedText(long long value) { return (value < 0 ? "" : " ") + std::to_string(value); }
+std::string signedText(long long value) { return signedInteger(value, false); }
 
-std::string printForm(double value) { return signedText(value) + " "; }
-std::string printForm(long long value) { return signedText(value) + " "; }
+std::string printForm(double value) {
+    char text[digits::kGeneralTextRoom + 2];
+    std::string form = signedFrom(text, writeGeneralText(text + 1, value, 15));
+    form += ' ';
+    return form;
+}
+
+std::string printForm(long long value) { return signedInteger(value, true); }
 
 std::string streamText(double value) {
-    const std::string g = generalText(value);
-    return (g[0] == '-' ? g : " " + g) + " ";
+    char text[digits::kGeneralTextRoom + 3];
+    return streamFrom(text, writeGeneralText(text + 1, value, 15));
 }
 
 std::string streamText(float value) {
-    const std::string g = generalText(value);
-    return (g[0] == '-' ? g : " " + g) + " ";
+    char text[digits::kGeneralTextRoom + 3];
+    return streamFrom(text, writeGeneralText(text + 1, static_cast<double>(value), 7));
 }
 
 }  // namespace bm

@@ -1,0 +1,43 @@
+#pragma once
+// What the node caches of the quadrature kernels share (transit_nodes.h,
+// kern3d_nodes.h): each kept set of nodes carries a number that differs for
+// every set made on the thread (so that values kept beside it, such as the
+// tails in edge_tails.h, know which set they belong to), and the rule it was
+// made with, for the caller's arrays may be refilled with another rule.
+
+#include <cstring>
+
+#include "kernels/recent_cache.h"
+
+namespace bm {
+
+// A number that differs for every set of nodes made on this thread.
+unsigned long long nextNodeSet();
+
+template <int Points>
+struct KeptRule {
+    double nodes[Points], weights[Points];
+
+    bool holds(const double* n, const double* w) const {
+        return std::memcmp(nodes, n, sizeof nodes) == 0 && std::memcmp(weights, w, sizeof weights) == 0;
+    }
+    void keep(const double* n, const double* w) {
+        std::memcpy(nodes, n, sizeof nodes);
+        std::memcpy(weights, w, sizeof weights);
+    }
+};
+
+// The entry of `key` made with this rule, or one filled by fill(entry) (an
+// Entry has `rule`, a KeptRule, which this keeps).
+template <class Key, class Entry, int Entries, class Fill>
+Entry& keptNodes(RecentCache<Key, Entry, Entries>& cache, const Key& key, const double* nodes, const double* weights,
+                 Fill&& fill) {
+    Entry* entry = cache.find(key);
+    if (entry != nullptr && entry->rule.holds(nodes, weights)) return *entry;
+    if (entry == nullptr) entry = &cache.claim(key);
+    entry->rule.keep(nodes, weights);
+    fill(*entry);
+    return *entry;
+}
+
+}  // namespace bm

@@ -1,0 +1,396 @@
+// The quadrature kernels evaluate their rule's nodes in vectors, keep what a
+// grid's inner loops share, and skip nodes whose contribution is nothing.
+// Checked here: the array functions (both instruction sets) against long
+// double; the interval masses against erf and erfc in long double; the strip,
+// Gaussian, patch and finite-width kernels against the same rule summed node
+// by node in long double, the point kernel against the adaptive integral;
+// and results that do not depend on what was computed before.
+//
+// Bounds: the array functions within 2 ulp wherever the result is a normal
+// double (erfcTail within 6); the interval masses within 4e-16 absolute, and
+// 2e-15 relative (plus the tail cut at the reach) where no two nearly equal
+// tails cancel; the kernels within 1e-12 relative or 1e-16 absolute of the
+// plain rule sum (the nodes left out add less than 1e-17, the rest is
+// rounding), the point kernel within 1e-11 of the adaptive integral.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
+#include <cstdio>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "kernels/gauss_legendre.h"
+#include "kernels/green_integrals.h"
+#include "kernels/interval_masses.h"
+#include "kernels/kern2d.h"
+#include "kernels/kern3d.h"
+#include "kernels/kern3d_functions.h"
+#include "kernels/kern3d_quadrature.h"
+#include "kernels/tests/kern2d_reference.h"
+#include "kernels/vector_math.h"
+#include "testing/is_close.h"
+
+using namespace bm;
+
+namespace {
+
+using Real = long double;
+
+double ulpsApart(double got, long double exact) {
+    const double e = static_cast<double>(exact);
+    const double ulp = std::nextafter(std::fabs(e), HUGE_VAL) - std::fabs(e);
+    return static_cast<double>(std::fabs(static_cast<long double>(got) - exact) / ulp);
+}
+
+struct ArrayCase {
+    const char* name;
+    vmath::ArrayFunction vmath::Functions::*function;
+    long double (*exact)(long double);
+    double from, to, ulps;
+};
+
+const ArrayCase kArrayCases[] = {
+    {"exp", &vmath::Functions::exp, [](long double x) { return std::exp(x); }, -745.0, 709.0, 2.0},
+    {"expm1", &vmath::Functions::expm1, [](long double x) { return std::expm1(x); }, -50.0, 709.0, 2.0},
+    {"erfcTail", &vmath::Functions::erfcTail, [](long double x) { return std::erfc(x); }, 0.0, 6.5, 6.0},
+    {"erfSmall", &vmath::Functions::erfSmall, [](long double x) { return std::erf(x); }, 0.0, 0.5, 2.0},
+};
+
+std::vector<const vmath::Functions*> variants() {
+    std::vector<const vmath::Functions*> out{&vmath::baselineFunctions()};
+    if (vmath::avx2Functions() != nullptr) out.push_back(vmath::avx2Functions());
+    return out;
+}
+
+}  // namespace
+
+TEST(VectorMath, EveryFunctionOfEveryInstructionSetIsWithinItsBound) {
+    std::mt19937_64 random(11);
+    for (const vmath::Functions* set : variants()) {
+        for (const ArrayCase& c : kArrayCases) {
+            std::uniform_real_distribution<double> spread(c.from, c.to);
+            std::vector<double> x(4099);
+            for (std::size_t i = 0; i < x.size(); ++i) x[i] = i % 3 == 0 ? spread(random) : spread(random) * 1e-3;
+            x[0] = 0.0;
+            x[1] = c.to;
+            x[2] = 1e-300;
+            std::vector<double> out(x.size());
+            (set->*c.function)(x.data(), out.data(), static_cast<int>(x.size()));
+            double worst = 0.0;
+            for (std::size_t i = 0; i < x.size(); ++i) {
+                const long double exact = c.exact(x[i]);
+                if (std::fabs(exact) < DBL_MIN) {
+                    EXPECT_LE(std::fabs(static_cast<long double>(out[i]) - exact), 2 * DBL_MIN);
+                    continue;
+                }
+                worst = std::max(worst, ulpsApart(out[i], exact));
+            }
+            EXPECT_LE(worst, c.ulps) << set->name << " " << c.name;
+            std::printf("%s %s: %.2f ulp at most\n", set->name, c.name, worst);
+        }
+    }
+}
+
+TEST(VectorMath, ExpAndExpm1AtOnceAreEachOfThem) {
+    std::vector<double> x(1001);
+    for (std::size_t i = 0; i < x.size(); ++i) x[i] = -60.0 + 0.12 * static_cast<double>(i) + 1e-3;
+    for (const vmath::Functions* set : variants()) {
+        std::vector<double> e(x.size()), m(x.size()), e1(x.size()), m1(x.size());
+        set->expAndExpm1(x.data(), e.data(), m.data(), static_cast<int>(x.size()));
+        set->exp(x.data(), e1.data(), static_cast<int>(x.size()));
+        set->expm1(x.data(), m1.data(), static_cast<int>(x.size()));
+        EXPECT_EQ(e, e1) << set->name;
+        EXPECT_EQ(m, m1) << set->name;
+    }
+}
+
+TEST(VectorMath, ShortAndOddArraysAndArraysInPlace) {
+    for (const vmath::Functions* set : variants()) {
+        for (int n : {0, 1, 2, 3, 5, 7, 9}) {
+            std::vector<double> x(static_cast<std::size_t>(n) + 1, 99.0), in(x);
+            for (int i = 0; i < n; ++i) x[static_cast<std::size_t>(i)] = in[static_cast<std::size_t>(i)] = 0.1 * i;
+            set->exp(x.data(), x.data(), n);
+            for (int i = 0; i < n; ++i) EXPECT_CLOSE(x[static_cast<std::size_t>(i)], std::exp(0.1 * i), 4.5e-16, 0);
+            EXPECT_EQ(x[static_cast<std::size_t>(n)], 99.0) << "nothing past the end is written";
+        }
+    }
+}
+
+TEST(IntervalMasses, MatchErfInLongDoubleInBothTails) {
+    std::mt19937_64 random(12);
+    std::uniform_real_distribution<double> end(-9.0, 9.0);
+    std::vector<double> p(5000), q(5000), out(5000);
+    for (std::size_t i = 0; i < p.size(); ++i) {
+        double a = end(random), b = i % 4 == 0 ? a - std::fabs(end(random)) * 1e-6 : end(random);
+        if (a < b) std::swap(a, b);
+        p[i] = a;
+        q[i] = b;
+    }
+    for (const double reach : {kPlanarReach, kSpatialReach}) {
+        const long double cut = std::erfc(static_cast<long double>(reach)) / 2;
+        intervalMasses(p.data(), q.data(), out.data(), static_cast<int>(p.size()), reach);
+        for (std::size_t i = 0; i < p.size(); ++i) {
+            const Real a = p[i], b = q[i];
+            const Real exact = b >= 0 ? (std::erfc(b) - std::erfc(a)) / 2
+                               : a <= 0 ? (std::erfc(-a) - std::erfc(-b)) / 2
+                                        : (std::erf(a) - std::erf(b)) / 2;
+            EXPECT_LE(std::fabs(out[i] - exact), 4e-16L + cut) << p[i] << " " << q[i];
+            const bool beyondReach = b >= reach || a <= -reach || (a >= reach && b <= -reach);
+            const Real nearTail = b >= 0 ? std::erfc(b) : std::erfc(-a);
+            const Real farTail = b >= 0 ? std::erfc(a) : std::erfc(-b);
+            const bool cancels = (b >= 0 || a <= 0) && farTail > nearTail / 2;
+            if (!beyondReach && !cancels) {
+                EXPECT_LE(std::fabs(out[i] - exact), 2e-15L * exact + cut) << p[i] << " " << q[i];
+            }
+        }
+    }
+}
+
+namespace {
+
+std::vector<double> ruleNodes, ruleWeights;
+
+void makeRule() {
+    if (ruleNodes.empty()) gaussLegendre(256, ruleNodes, ruleWeights);
+}
+
+struct Flow2d {
+    double v, dx, dy, halfLife;
+};
+
+TwoDimParameters parametersOf(const Flow2d& f) {
+    TwoDimParameters p;
+    p.effectiveVelocity = f.v;
+    p.effectiveDispersionX = f.dx;
+    p.effectiveDispersionY = f.dy;
+    p.effectiveHalfLife = f.halfLife;
+    p.sourceYc = 1.0;
+    p.sourceWidth = 4.0;
+    p.sourceStdDev = 1.5;
+    return p;
+}
+
+// The transit integral summed node by node in long double, lateral(s) giving G.
+template <class Lateral>
+double plainTransit(const Flow2d& f, double t, double x, Lateral&& lateral) {
+    const double k = 0.69314718055994530942 / f.halfLife;
+    const double u = std::sqrt(f.v * f.v + 4.0 * f.dx * k);
+    const green::TransitRange r = green::transitRange(x, t, f.v, f.dx, k, u);
+    if (r.panels <= 0) return 0.0;
+    const Real h = (static_cast<Real>(r.wHi) - r.wLo) / r.panels;
+    Real total = 0;
+    for (int p = 0; p < r.panels; ++p) {
+        const Real mid = r.wLo + (p + 0.5L) * h;
+        for (std::size_t i = 0; i < ruleNodes.size(); ++i) {
+            const Real s = std::exp(mid + h / 2 * ruleNodes[i]);
+            const Real z = s - r.e / s;
+            if (z * z > green::kNegligibleGauss) continue;
+            total += h / 2 * ruleWeights[i] * s * lateral(s) * std::exp(-z * z);
+        }
+    }
+    return static_cast<double>(green::kTwoOverSqrtPi * std::exp(static_cast<Real>(r.logPrefactor)) * total);
+}
+
+const Flow2d kFlows[] = {{1.0, 1.0, 0.1, 200.0}, {0.2, 10.0, 2.0, 1e9}, {1.0, 1e-3, 5e-4, 50.0}, {0.0, 0.5, 0.5, 30.0}};
+
+}  // namespace
+
+TEST(VectorQuadrature, StripAndGaussianKernelsEqualTheirRuleSummedNodeByNode) {
+    makeRule();
+    for (const Flow2d& f : kFlows) {
+        const TwoDimParameters p = parametersOf(f);
+        for (double t : {0.01, 3.0, 50.0, 2000.0})
+            for (double x : {1e-3, 0.4, 5.0, 40.0})
+                for (double y : {-6.0, 0.0, 1.0, 2.9, 3.0, 3.5, 12.0}) {
+                    const double scale = std::sqrt(f.dx) / std::sqrt(f.dy) / x;
+                    const Real p1 = (y - (p.sourceYc - 2.0)) * scale, p2 = (y - (p.sourceYc + 2.0)) * scale;
+                    const double strip = plainTransit(f, t, x, [&](Real s) { return (std::erf(p1 * s) - std::erf(p2 * s)) / 2; });
+                    double got = 0;
+                    cnrml_IL(p, t, x, y, got, ruleNodes.data(), ruleWeights.data());
+                    EXPECT_CLOSE(got, strip, 1e-12, 1e-16) << "strip t=" << t << " x=" << x << " y=" << y << " v=" << f.v;
+
+                    const Real rho = x * std::sqrt(f.dy) / (p.sourceStdDev * std::sqrt(2.0) * std::sqrt(f.dx));
+                    const Real gamma = (y - p.sourceYc) * (y - p.sourceYc) / (2 * p.sourceStdDev * p.sourceStdDev);
+                    const double gaussian = plainTransit(f, t, x, [&](Real s) {
+                        const Real g = 1 / (1 + (rho / s) * (rho / s));
+                        return std::sqrt(g) * std::exp(-gamma * g);
+                    });
+                    cnrml_IG(p, t, x, y, got, ruleNodes.data(), ruleWeights.data());
+                    EXPECT_CLOSE(got, gaussian, 1e-12, 1e-16) << "gaussian t=" << t << " x=" << x << " y=" << y << " v=" << f.v;
+                }
+    }
+}
+
+TEST(VectorQuadrature, PointKernelMatchesTheAdaptiveTimeIntegralClosely) {
+    // Its nodes' exponents take the kernel's own change of variable; instead
+    // of repeating it, against the adaptive integral at 1e-13: both of its
+    // forms (the peak inside the time range, the integrand rising to its
+    // end) to 1e-11, far inside the kernels' 1e-6 and tight enough to catch
+    // any node evaluated wrongly.
+    makeRule();
+    kern2dref::Flow base;
+    base.v = 1, base.dx = 1, base.dy = 0.2, base.porosity = 0.3;
+    kern2dref::Flow decaying = base;
+    decaying.halfLife = 6;
+    kern2dref::Flow still;
+    still.v = 0, still.dx = 0.5, still.dy = 0.25;
+    int checked = 0;
+    for (const kern2dref::Flow& f : {base, decaying, still}) {
+        TwoDimParameters p = kern2dref::record(f);
+        p.injectionRate = 0.5;
+        for (double t : {0.05, 2.0, 30.0, 1000.0})
+            for (double x : {-2.0, 0.3, 4.0, 25.0})
+                for (double y : {0.0, 0.7, 3.0}) {
+                    const double expected = kern2dref::pointSource(f, 0.5, x, y, t);
+                    double got = 0;
+                    cnrml_IC(p, t, x, y, got, ruleNodes.data(), ruleWeights.data());
+                    EXPECT_CLOSE(got, expected, 1e-11, 1e-16) << "t=" << t << " x=" << x << " y=" << y << " v=" << f.v;
+                    checked += expected > 1e-6;
+                }
+    }
+    EXPECT_GT(checked, 40);
+}
+
+TEST(VectorQuadrature, FiniteWidthImageIntegralEqualsItsRuleWithAllImages) {
+    // Close to the inlet of a wide aquifer the finite-width kernel takes the
+    // transit integral with the walled strip's factor: here against the same
+    // rule with the factor summed over 121 mirror pairs in long double.
+    makeRule();
+    const Flow2d f{1.0, 1.0, 0.5, 200.0};
+    TwoDimParameters p = parametersOf(f);
+    p.yMin = 0.0;
+    p.yMax = 100.0;
+    p.sourceYc = 10.0;
+    p.sourceWidth = 8.0;
+    const Real a = 6, b = 14, w = 100;
+    for (double t : {0.5, 10.0, 400.0})
+        for (double x : {0.05, 0.3, 1.0})
+            for (double y : {0.0, 3.0, 10.0, 14.0, 20.0, 99.0}) {
+                const Real zeta = x * std::sqrt(static_cast<Real>(f.dy)) / (2 * std::sqrt(static_cast<Real>(f.dx))) / w;
+                const double expected = plainTransit(f, t, x, [&](Real s) {
+                    const Real scale = 1 / (2 * (zeta / s) * w);
+                    Real sum = 0;
+                    for (int j = -60; j <= 60; ++j)
+                        for (const Real sign : {1.0L, -1.0L}) {
+                            const Real lo = sign > 0 ? a + 2 * j * w : -b + 2 * j * w, hi = sign > 0 ? b + 2 * j * w : -a + 2 * j * w;
+                            sum += (std::erf((y - lo) * scale) - std::erf((y - hi) * scale)) / 2;
+                        }
+                    return sum;
+                });
+                double got = 0;
+                cnrml_FL(p, t, x, y, got);
+                EXPECT_CLOSE(got, expected, 1e-12, 1e-16) << "t=" << t << " x=" << x << " y=" << y;
+            }
+}
+
+namespace {
+
+ThreeDimParameters patchMedium(double v, double dx, double dy, double dz) {
+    ThreeDimParameters p;
+    p.effectiveVelocity = v;
+    p.effectiveDispersionX = dx;
+    p.effectiveDispersionY = dy;
+    p.effectiveDispersionZ = dz;
+    p.effectiveHalfLife = 500.0;
+    p.sourceYc = 0.0;
+    p.sourceZc = 5.0;
+    p.sourceWidth = 10.0;
+    p.sourceHeight = 4.0;
+    p.yMin = -40.0;
+    p.yMax = 40.0;
+    p.zMin = 0.0;
+    p.zMax = 10.0;
+    return p;
+}
+
+}  // namespace
+
+TEST(VectorQuadrature, PatchKernelEqualsItsRuleSummedNodeByNode) {
+    // The scalar time integral with the scalar shares: the same rule and
+    // the same node skips, one node at a time.
+    for (const ThreeDimParameters& p : {patchMedium(0.3, 3.0, 0.3, 0.03), patchMedium(1.0, 1e-3, 1e-4, 1e-5),
+                                        patchMedium(0.0, 1.0, 1.0, 1.0)}) {
+        const double decay = 0.69314718055994530942 / p.effectiveHalfLife;
+        const double cy = 0.5 / std::sqrt(p.effectiveDispersionY), cz = 0.5 / std::sqrt(p.effectiveDispersionZ);
+        for (double t : {0.5, 30.0, 365.0, 5000.0})
+            for (double x : {0.01, 2.0, 60.0})
+                for (double z : {0.0, 4.0, 7.5})
+                    for (double y : {-20.0, -5.0, 0.0, 4.9, 12.0}) {
+                        const k3::Column column = k3::makeColumn(x, p.effectiveVelocity, p.effectiveDispersionX, decay);
+                        const k3::Panels plan = k3::planPanels(column, t);
+                        const double expected = k3::timeIntegral(
+                            column, plan, k3::internalNodes(), k3::internalWeights(), [&](double sqrtTau, double) {
+                                return k3::intervalShare(y + 5.0, 5.0 - y, cy / sqrtTau) *
+                                       k3::intervalShare(z - 3.0, 7.0 - z, cz / sqrtTau);
+                            });
+                        double got = 0;
+                        cnrml_3IL(p, t, x, y, z, got, k3::internalNodes(), k3::internalWeights());
+                        EXPECT_CLOSE(got, expected, 1e-12, 1e-16) << "t=" << t << " x=" << x << " y=" << y << " z=" << z;
+                    }
+    }
+}
+
+namespace {
+
+// Every kernel over a small grid, y innermost (as the program loops), or in
+// a scrambled order with other parameters in between.
+std::vector<double> gridValues(bool scrambled) {
+    makeRule();
+    struct Point {
+        int kernel;
+        double t, x, y, z;
+    };
+    std::vector<Point> points;
+    for (int kernel = 0; kernel < 7; ++kernel)
+        for (double t : {20.0, 300.0})
+            for (double x : {0.2, 6.0, 45.0})
+                for (double z : {2.0, 5.0})
+                    for (double y : {-8.0, 0.0, 1.0, 3.0, 9.0}) points.push_back({kernel, t, x, y, z});
+    std::vector<std::size_t> order(points.size());
+    for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;
+    if (scrambled) std::shuffle(order.begin(), order.end(), std::mt19937_64(3));
+    TwoDimParameters p2 = parametersOf(kFlows[0]);
+    p2.yMin = -30;
+    p2.yMax = 30;
+    p2.injectionRate = 1.0;
+    p2.porosity = 0.3;
+    const ThreeDimParameters p3 = patchMedium(0.3, 3.0, 0.3, 0.03);
+    TwoDimParameters other2 = parametersOf(kFlows[1]);
+    std::vector<double> out(points.size());
+    for (std::size_t i : order) {
+        const Point& q = points[i];
+        double c = 0, noise = 0;
+        switch (q.kernel) {
+        case 0: cnrml_IL(p2, q.t, q.x, q.y, c, ruleNodes.data(), ruleWeights.data()); break;
+        case 1: cnrml_IG(p2, q.t, q.x, q.y, c, ruleNodes.data(), ruleWeights.data()); break;
+        case 2: cnrml_IC(p2, q.t, q.x, q.y, c, ruleNodes.data(), ruleWeights.data()); break;
+        case 3: cnrml_FL(p2, q.t, q.x, q.y, c); break;
+        case 4: cnrml_3IL(p3, q.t, q.x, q.y, q.z, c, k3::internalNodes(), k3::internalWeights()); break;
+        case 5: cnrml_3FL(p3, q.t, q.x, q.y, q.z, c); break;
+        default: cnrml_3FL(p3, q.t, 0.01 * q.x, q.y, q.z, c); break;
+        }
+        if (scrambled) {
+            cnrml_IL(other2, q.t + 1, q.x, q.y, noise, ruleNodes.data(), ruleWeights.data());
+            cnrml_3IL(p3, q.t + 1, q.x, q.y, q.z + 1, noise, k3::internalNodes(), k3::internalWeights());
+        }
+        out[i] = c;
+    }
+    return out;
+}
+
+}  // namespace
+
+TEST(VectorQuadrature, ResultsDoNotDependOnWhatWasComputedBefore) {
+    const std::vector<double> inOrder = gridValues(false), scrambled = gridValues(true);
+    ASSERT_EQ(inOrder.size(), scrambled.size());
+    int nonZero = 0;
+    for (std::size_t i = 0; i < inOrder.size(); ++i) {
+        EXPECT_EQ(inOrder[i], scrambled[i]) << "point " << i;
+        nonZero += inOrder[i] != 0.0;
+    }
+    EXPECT_GT(nonZero, static_cast<int>(inOrder.size()) / 2);
+}

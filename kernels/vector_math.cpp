@@ -1,0 +1,69 @@
+#include "kernels/vector_math.h"
+
+#include <emmintrin.h>
+#include <sleef.h>
+
+#include "kernels/vector_math_lanes.h"
+
+namespace bm::vmath {
+
+extern const Functions kAvx2Functions;  // kernels/avx2/vector_math_avx2.cpp
+
+namespace {
+
+struct Sse2 {
+    using Vector = __m128d;
+    static constexpr int kLanes = 2;
+    static Vector load(const double* p) { return _mm_loadu_pd(p); }
+    static void store(double* p, Vector v) { _mm_storeu_pd(p, v); }
+    static Vector set(double v) { return _mm_set1_pd(v); }
+    static Vector add(Vector a, Vector b) { return _mm_add_pd(a, b); }
+    static Vector sub(Vector a, Vector b) { return _mm_sub_pd(a, b); }
+    static Vector mul(Vector a, Vector b) { return _mm_mul_pd(a, b); }
+    static Vector div(Vector a, Vector b) { return _mm_div_pd(a, b); }
+    static Vector fma(Vector a, Vector b, Vector c) { return _mm_add_pd(_mm_mul_pd(a, b), c); }
+    // x * x - square exactly, by Veltkamp's split of x into two 26-bit halves.
+    static Vector squareError(Vector x, Vector square) {
+        const Vector scaled = _mm_mul_pd(x, _mm_set1_pd(134217729.0));  // 2^27 + 1
+        const Vector high = _mm_sub_pd(scaled, _mm_sub_pd(scaled, x));
+        const Vector low = _mm_sub_pd(x, high);
+        const Vector cross = _mm_mul_pd(high, low);
+        return _mm_add_pd(_mm_add_pd(_mm_sub_pd(_mm_mul_pd(high, high), square), _mm_add_pd(cross, cross)),
+                          _mm_mul_pd(low, low));
+    }
+    static Vector exp(Vector v) { return Sleef_expd2_u10sse2(v); }
+    // small where |x| < limit, large elsewhere.
+    static Vector selectSmall(Vector x, double limit, Vector small, Vector large) {
+        const Vector magnitude = _mm_andnot_pd(_mm_set1_pd(-0.0), x);
+        const Vector mask = _mm_cmplt_pd(magnitude, _mm_set1_pd(limit));
+        return _mm_or_pd(_mm_and_pd(mask, small), _mm_andnot_pd(mask, large));
+    }
+};
+
+const Functions kSse2Functions = {"SSE2",
+                                  overArray<Sse2, eachOf<Sse2, Sse2::exp>>,
+                                  overArray<Sse2, expm1<Sse2>>,
+                                  overArray<Sse2, erfcTail<Sse2>>,
+                                  overArray<Sse2, erfSmall<Sse2>>,
+                                  expAndExpm1OverArray<Sse2>};
+
+bool hasAvx2() {
+    __builtin_cpu_init();
+    return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
+}
+
+}  // namespace
+
+const Functions& baselineFunctions() { return kSse2Functions; }
+
+const Functions* avx2Functions() {
+    static const bool supported = hasAvx2();
+    return supported ? &kAvx2Functions : nullptr;
+}
+
+const Functions& functions() {
+    static const Functions& chosen = avx2Functions() != nullptr ? *avx2Functions() : kSse2Functions;
+    return chosen;
+}
+
+}  // namespace bm::vmath

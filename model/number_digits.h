@@ -1,0 +1,42 @@
+#pragma once
+// The two primitive conversions under every number text: a double rounded to
+// a number of significant decimal digits, and a decimal text read back into
+// the nearest double. Both correctly rounded, as printf and strtod are: a
+// fast path in 128-bit integer arithmetic with a proven error bound, and
+// std::to_chars / std::from_chars for the rare values too close to call.
+
+#include <cstdint>
+#include <string_view>
+
+namespace bm::digits {
+
+// |value| rounded to `significant` digits (at most 16), half to even on an
+// exact tie of the binary value, as printf's "%.*e" rounds; trailing zeros
+// dropped. Zero is the single digit "0" with exponent 0.
+struct Decimal {
+    char digit[17];
+    int count = 0;     // digits kept, at least 1
+    int exponent = 0;  // power of ten of the first digit
+    bool isZero() const { return digit[0] == '0'; }
+};
+
+// `magnitude` finite and not negative.
+Decimal rounded(double magnitude, int significant);
+
+// Longest text the general form can take ("-1.23456789012346E-308", or the
+// plain "-0.000000000000001" and "-123456789012345.6" kinds).
+inline constexpr int kGeneralTextRoom = 40;
+
+// Writes the general text of a finite number with these digits (15 or 7
+// significant): plain decimals while the integer part and the fraction each
+// keep to `significant` digits, "d.dddE+XX" beyond. Returns the length.
+int writeGeneral(char* out, const Decimal& d, bool negative, int significant);
+
+// The strict grammar of a number: [sign] digits [. digits] [e|E|d|D [sign]
+// digits], at least one digit in the mantissa.
+bool isStrict(std::string_view text);
+// The double nearest to a text of the strict grammar (too large gives an
+// infinity, too small 0, like strtod); false, and no value, for any other text.
+bool readStrict(std::string_view text, double& value);
+
+}  // namespace bm::digits
