@@ -1,18 +1,18 @@
 #include "apps/textviewer/widgets/text_printing.h"
 
 #include <QFileInfo>
-#include <QFontDatabase>
 #include <QPrinter>
 #include <QTemporaryFile>
 #include <QTextDocument>
 #include <filesystem>
 
+#include "apps/textviewer/widgets/fixed_pitch_font.h"
 #include "shell/widgets/page_margins.h"
 
 namespace bm::textviewer {
 
 QFont printFont() {
-    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    QFont font = fixedPitchFont();
     font.setPointSizeF(9);
     return font;
 }

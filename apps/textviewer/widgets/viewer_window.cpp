@@ -5,7 +5,6 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QFontDatabase>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -18,6 +17,7 @@
 #include <QVBoxLayout>
 
 #include "apps/textviewer/text_decoding.h"
+#include "apps/textviewer/widgets/fixed_pitch_font.h"
 #include "apps/textviewer/widgets/find_bar.h"
 #include "apps/textviewer/widgets/text_printing.h"
 
@@ -54,7 +54,7 @@ ViewerWindow::ViewerWindow(QWidget* parent) : QMainWindow(parent) {
     // Keep a visible cursor for moving and selecting with the keyboard.
     editor_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     editor_->setLineWrapMode(QPlainTextEdit::NoWrap);
-    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    QFont font = fixedPitchFont();
     fontSize_ = font.pointSizeF() > 0 ? font.pointSizeF() : 10;
     editor_->setFont(font);
     findBar_ = new FindBar(editor_);
@@ -103,7 +103,7 @@ void ViewerWindow::buildMenus() {
     view->addAction(tr("&Larger Text"), QKeySequence::ZoomIn, this, [this] { setFontSize(fontSize_ + 1); });
     view->addAction(tr("&Smaller Text"), QKeySequence::ZoomOut, this, [this] { setFontSize(fontSize_ - 1); });
     view->addAction(tr("&Normal Size"), QKeySequence(Qt::CTRL | Qt::Key_0), this, [this] {
-        const QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+        const QFont font = fixedPitchFont();
         setFontSize(font.pointSizeF() > 0 ? font.pointSizeF() : 10);
     });
 }
