@@ -14,9 +14,11 @@ namespace bm::qtest {
 void onModal(const QString& name, std::function<void(QWidget*)> action, int timeoutMs = 5000);
 
 // Closes any modal window that is still up after `ms`; a test that hangs fails instead.
+// Generous, because a loaded machine (a parallel build beside the tests) can
+// take seconds to list a folder in a file dialog.
 class Watchdog {
 public:
-    explicit Watchdog(int ms = 8000);
+    explicit Watchdog(int ms = 30000);
     ~Watchdog();
     bool fired() const;
 
@@ -26,7 +28,7 @@ private:
 };
 
 // Waits (running events) until `done` or `ms` passed.
-bool waitFor(const std::function<bool()>& done, int ms = 3000);
+bool waitFor(const std::function<bool()>& done, int ms = 10000);
 
 // Saves a picture of the widget into $BRENMOOR_SCREENSHOT_DIR when that is set (for looking at the screens).
 void saveShot(QWidget* widget, const QString& name);
