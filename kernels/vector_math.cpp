@@ -1,6 +1,9 @@
 #include "kernels/vector_math.h"
 
 #include <emmintrin.h>
+
+#include <cmath>
+#include <cstdlib>
 #include <sleef.h>
 
 #include "kernels/vector_math_lanes.h"
@@ -21,7 +24,16 @@ struct Sse2 {
     static Vector sub(Vector a, Vector b) { return _mm_sub_pd(a, b); }
     static Vector mul(Vector a, Vector b) { return _mm_mul_pd(a, b); }
     static Vector div(Vector a, Vector b) { return _mm_div_pd(a, b); }
-    static Vector fma(Vector a, Vector b, Vector c) { return _mm_add_pd(_mm_mul_pd(a, b), c); }
+    // Fused, lane by lane (the processor's instruction where it has one, the C
+    // library's exactly rounded one otherwise), so that this variant rounds
+    // as the AVX2 one does and a result does not depend on the processor.
+    static Vector fma(Vector a, Vector b, Vector c) {
+        alignas(16) double x[2], y[2], z[2];
+        _mm_store_pd(x, a);
+        _mm_store_pd(y, b);
+        _mm_store_pd(z, c);
+        return _mm_set_pd(std::fma(x[1], y[1], z[1]), std::fma(x[0], y[0], z[0]));
+    }
     // x * x - square exactly, by Veltkamp's split of x into two 26-bit halves.
     static Vector squareError(Vector x, Vector square) {
         const Vector scaled = _mm_mul_pd(x, _mm_set1_pd(134217729.0));  // 2^27 + 1
@@ -31,7 +43,8 @@ struct Sse2 {
         return _mm_add_pd(_mm_add_pd(_mm_sub_pd(_mm_mul_pd(high, high), square), _mm_add_pd(cross, cross)),
                           _mm_mul_pd(low, low));
     }
-    static Vector exp(Vector v) { return Sleef_expd2_u10sse2(v); }
+    // SLEEF's deterministic exp: bit for bit the AVX2 variant's.
+    static Vector exp(Vector v) { return Sleef_cinz_expd2_u10sse2(v); }
     // small where |x| < limit, large elsewhere.
     static Vector selectSmall(Vector x, double limit, Vector small, Vector large) {
         const Vector magnitude = _mm_andnot_pd(_mm_set1_pd(-0.0), x);
@@ -62,7 +75,11 @@ const Functions* avx2Functions() {
 }
 
 const Functions& functions() {
-    static const Functions& chosen = avx2Functions() != nullptr ? *avx2Functions() : kSse2Functions;
+    // BRENMOOR_VECTOR_BASELINE (any value) runs the baseline variant on any
+    // processor: the tests show with it that the result files are the same.
+    static const Functions& chosen =
+        avx2Functions() != nullptr && std::getenv("BRENMOOR_VECTOR_BASELINE") == nullptr ? *avx2Functions()
+                                                                                          : kSse2Functions;
     return chosen;
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 // Element-wise functions over arrays of doubles for the quadrature kernels,
 // in vectors: 4 lanes with AVX2 and FMA where the processor has them (chosen
-// once, at run time), 2 lanes of SSE2 (every x86-64) otherwise.
+// once, at run time), 2 lanes of SSE2 (every x86-64) otherwise. Both variants
+// give the same bits for every argument (multiply-adds fused in both, SLEEF's
+// deterministic exp), so a result file does not depend on the processor.
 //
 // exp is SLEEF's (within 1 ulp for every finite argument, 0 where the result
 // underflows). The rest are our own, built on it where they need an
@@ -28,7 +30,8 @@ struct Functions {
     PairFunction expAndExpm1;
 };
 
-// The variant this processor runs.
+// The variant this processor runs (the baseline one wherever the environment
+// has BRENMOOR_VECTOR_BASELINE).
 const Functions& functions();
 // The SSE2 variant, which every x86-64 runs.
 const Functions& baselineFunctions();

@@ -23,7 +23,8 @@ struct Avx2 {
     static Vector fma(Vector a, Vector b, Vector c) { return _mm256_fmadd_pd(a, b, c); }
     // x * x - square exactly.
     static Vector squareError(Vector x, Vector square) { return _mm256_fmsub_pd(x, x, square); }
-    static Vector exp(Vector v) { return Sleef_expd4_u10avx2(v); }
+    // SLEEF's deterministic exp (the same bits on every instruction set).
+    static Vector exp(Vector v) { return Sleef_cinz_expd4_u10avx(v); }
     // small where |x| < limit, large elsewhere.
     static Vector selectSmall(Vector x, double limit, Vector small, Vector large) {
         const Vector magnitude = _mm256_andnot_pd(_mm256_set1_pd(-0.0), x);

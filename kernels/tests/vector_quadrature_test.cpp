@@ -19,6 +19,7 @@
 #include <cfloat>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <random>
 #include <string>
 #include <vector>
@@ -106,6 +107,32 @@ TEST(VectorMath, ExpAndExpm1AtOnceAreEachOfThem) {
         EXPECT_EQ(e, e1) << set->name;
         EXPECT_EQ(m, m1) << set->name;
     }
+}
+
+TEST(VectorMath, EveryInstructionSetGivesTheSameBits) {
+    // A result file must not depend on the processor it was computed on.
+    if (vmath::avx2Functions() == nullptr) GTEST_SKIP() << "this processor has only the baseline variant";
+    const vmath::Functions& base = vmath::baselineFunctions();
+    const vmath::Functions& avx2 = *vmath::avx2Functions();
+    std::mt19937_64 random(29);
+    for (const ArrayCase& c : kArrayCases) {
+        std::uniform_real_distribution<double> spread(c.from, c.to);
+        std::vector<double> x(1 << 18);
+        for (std::size_t i = 0; i < x.size(); ++i) x[i] = i % 4 == 0 ? spread(random) * 1e-6 : spread(random);
+        std::vector<double> a(x.size()), b(x.size());
+        (base.*c.function)(x.data(), a.data(), static_cast<int>(x.size()));
+        (avx2.*c.function)(x.data(), b.data(), static_cast<int>(x.size()));
+        std::size_t differing = 0;
+        for (std::size_t i = 0; i < x.size(); ++i)
+            if (std::memcmp(&a[i], &b[i], sizeof(double)) != 0) ++differing;
+        EXPECT_EQ(differing, 0u) << c.name;
+    }
+    std::vector<double> x(4097), e1(x.size()), m1(x.size()), e2(x.size()), m2(x.size());
+    for (std::size_t i = 0; i < x.size(); ++i) x[i] = -40.0 + 0.02 * static_cast<double>(i);
+    base.expAndExpm1(x.data(), e1.data(), m1.data(), static_cast<int>(x.size()));
+    avx2.expAndExpm1(x.data(), e2.data(), m2.data(), static_cast<int>(x.size()));
+    EXPECT_EQ(0, std::memcmp(e1.data(), e2.data(), e1.size() * sizeof(double)));
+    EXPECT_EQ(0, std::memcmp(m1.data(), m2.data(), m1.size() * sizeof(double)));
 }
 
 TEST(VectorMath, ShortAndOddArraysAndArraysInPlace) {
