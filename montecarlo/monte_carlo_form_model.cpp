@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "model/number_text.h"
+#include "montecarlo/monte_marker.h"
 #include "montecarlo/monte_report.h"
 #include "montecarlo/monte_selection.h"
 
@@ -220,6 +221,8 @@ GenerationOutcome MonteCarloFormModel::generate() {
     const GenerationOutcome outcome = generateSimulation(data_, setup_.list, chemical_, ui_);
     SendResultTGDataToResultTDBData();
     panelCaption = caption;
+    // New samples for a model under simulation change what its file holds.
+    markGenerated(data_, setup_.modelUnderSimulation ? kMonteCarloWord : std::string_view());
     data_.needsDisplayRefresh = false;
     generating = false;
     changed();

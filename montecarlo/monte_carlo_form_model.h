@@ -66,6 +66,8 @@ public:
     MonteCarloFormModel(DataSet& data, UserInterface& ui, MonteCarloSetup setup);
     void setHost(MonteCarloFormHost* host) { host_ = host; }
     const MonteCarloSetup& setup() const { return setup_; }
+    // Where the file for viewing goes (the temporary data folder's plot file).
+    void setViewPath(std::string path) { setup_.viewPath = std::move(path); }
     DataSet& data() { return data_; }
 
     // The load (the chemical column, monteFreshFlag cleared) and the

@@ -1,6 +1,7 @@
 #include "montecarlo/monte_variants.h"
 
 #include "model/number_text.h"
+#include "montecarlo/monte_marker.h"
 #include "montecarlo/monte_selection.h"
 
 namespace bm {
@@ -68,8 +69,10 @@ MonteCarloSetup buildMonteCarloSetup(DataSet& data, ModelKind kind, std::vector<
 
     setup.variants = listedVariants(data, kind, std::move(fields), std::move(chemicals));
 
+    setup.modelUnderSimulation = data.monteCarloModeOn;
     for (const MonteVariant& v : setup.variants) {
         const std::string* text = v.field ? v.field(data) : nullptr;
+        if (text && holdsMonteMarker(*text)) setup.modelUnderSimulation = true;
         setup.list.variantLB1.push_back(v.name);
         // A varying value is listed with the constant it stands for.
         setup.list.meanLB.push_back(text ? trim(valueOfCell(*text)) : std::string());

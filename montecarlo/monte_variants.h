@@ -52,6 +52,9 @@ struct MonteCarloSetup {
     MonteVariantList list;               // variantLB1 and meanLB, "--REMOVE--" last
     bool previousTables = false;  // the model's block had rows before
     bool tablesNew = false;       // the list's length differs from the table: made anew on activation
+    // The model was under simulation when the screen opened (its Monte Carlo
+    // panel read "Monte Carlo"): new samples then leave it needing a save.
+    bool modelUnderSimulation = false;
     std::string viewPath;         // where the file for viewing is written
 };
 
