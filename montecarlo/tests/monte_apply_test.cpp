@@ -123,5 +123,43 @@ TEST_F(ApplyTest, TheTwoAndThreeDimensionalInflowCellHasTwentyBlanks) {
     EXPECT_EQ(data.terms(1).concentration, std::string(20, ' ') + "Monte Carlo" + std::string(20, ' ') + "|1: 4");
 }
 
+TEST(ChemicalVariants, EachChemicalOffersItsYieldDecayAndConcentrationAndTakesTheChemicalMarker) {
+    DataSet data;
+    data.modelType = "One Dimensional";
+    data.numChemicals = 2;
+    for (List<std::string>* column : {&data.chemicalName, &data.yieldFactor, &data.decayRate,
+                                      &data.suppositionConcentration})
+        column->redim(2);
+    data.chemicalName(1) = " TCE ";
+    data.chemicalName(2) = "DCE";
+    data.yieldFactor(2) = "0.7";
+    data.decayRate(2) = "0.01";
+    data.suppositionConcentration(2) = "5";
+    const std::vector<MonteVariant> list = chemicalVariants(data, &DataSet::suppositionConcentration);
+    ASSERT_EQ(list.size(), 6u);
+    EXPECT_EQ(list[0].name, "TCE's Yield Factor");
+    EXPECT_EQ(list[1].name, "TCE's Decay Rate");
+    EXPECT_EQ(list[2].name, "TCE's Concentration");
+    EXPECT_EQ(list[5].name, "DCE's Concentration");
+    EXPECT_EQ(*list[3].field(data), "0.7");
+    EXPECT_EQ(*list[4].field(data), "0.01");
+    EXPECT_EQ(*list[5].field(data), "5");
+    for (const MonteVariant& v : list) EXPECT_EQ(v.place, MarkerPlace::ChemicalCell);
+
+    MonteBlock block;
+    testkit::makeMonteTables(data, 6);
+    block.InputTGData = data.InputTGData;
+    block.ResultTGData = data.ResultTGData;
+    block.monteRowCount = block.monteResultRowCount = 6;
+    block.InputTGData(6, 1) = testkit::variantRow("DCE's Concentration", "5", "1", "9", "1", "10", "Normal");
+    block.ResultTGData(6, 1).variant = "DCE's Concentration";
+    block.ResultTGData(6, 1).inUse = true;
+    block.ResultTGData(6, 1).selection = "Variants";
+    const SelectionOutcome outcome = applySelections(data, block, list);
+    EXPECT_EQ(data.suppositionConcentration(2), std::string(15, ' ') + "Monte Carlo" + std::string(50, ' ') + "|5: 6");
+    EXPECT_TRUE(outcome.chemicalVaries);
+    EXPECT_TRUE(data.monteCarloModeOn);
+}
+
 }  // namespace
 }  // namespace bm

@@ -152,6 +152,11 @@ TEST_F(MonteCarloScreen, TheDropDownsOfferTheVariantsAndTheDistributions) {
     EXPECT_EQ(variants->itemText(0), kVelocity);
     EXPECT_EQ(variants->itemText(5), QStringLiteral("Contaminant Conc. at Inflow Boundary"));
     EXPECT_EQ(variants->itemText(6), QStringLiteral("--REMOVE--"));
+    // The list drops down whole, every name readable.
+    if (variants->view()->isVisible()) {
+        EXPECT_GE(variants->view()->width(), variants->view()->fontMetrics().horizontalAdvance(kDispersion));
+        qtest::saveShot(variants->view()->window(), QStringLiteral("monte_carlo_form_variant_list"));
+    }
     pick(variants, kDispersion);
     EXPECT_EQ(form->inputGrid()->item(0, 0)->text(), kDispersion);
     EXPECT_EQ(form->inputGrid()->item(0, 1)->text(), QStringLiteral("0.5"));  // its present value
