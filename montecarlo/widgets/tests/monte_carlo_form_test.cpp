@@ -8,10 +8,12 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QFile>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QProcess>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
@@ -25,6 +27,7 @@
 #include "saturated/widgets/input_form.h"
 #include "testing/qt_test_support.h"
 #include "testing/scripted_user_interface.h"
+#include "testing/test_paths.h"
 
 namespace bm {
 namespace {
@@ -227,6 +230,44 @@ TEST_F(MonteCarloScreen, ClosingTheWindowIsExit) {
     form->close();
     settle();
     EXPECT_EQ(data.monteStore(ModelKind::OneDimensional).InputTGData(2, 1).variant, kVelocity.toStdString());
+}
+
+TEST_F(MonteCarloScreen, PrintAndViewTheSummaryOfEachVariant) {
+    testkit::TempDir dir;
+    state.temporaryDataPath = dir.file("");
+    state.textEditorPath = "/bin/true";
+    open();
+    fillRow(form->inputGrid(), 0, kVelocity, QStringLiteral("0.2"), QStringLiteral("0.4"), QStringLiteral("0.001"),
+            QStringLiteral("10"), QStringLiteral("Uniform"));
+    form->model().setViewPath(dir.file("view.plt"));
+    // Nothing generated yet: nothing to view.
+    form->action(QStringLiteral("mnuView"))->trigger();
+    settle();
+    EXPECT_EQ(ui.lastText(), "No output data to be viewed.");
+    seedMonteCarlo(4);
+    form->action(QStringLiteral("mnuGenerate"))->trigger();
+    settle();
+
+    form->action(QStringLiteral("mnuView"))->trigger();
+    settle();
+    ASSERT_EQ(ui.programStarts.size(), 1u);
+    EXPECT_EQ(ui.programStarts[0].program, "/bin/true");
+    const std::string view = testkit::readFileBytes(dir.file("view.plt"));
+    EXPECT_EQ(view.rfind("Monte Carlo\r\nType: Generated\r\nTotal variants: 1\r\n", 0), 0u);
+    EXPECT_NE(view.find("Variant: Ground Water Darcy Velocity (V)"), std::string::npos);
+
+    const QString pdf = QString::fromStdString(dir.file("summary.pdf"));
+    form->setPdfOutput(pdf);
+    form->action(QStringLiteral("mnuPrint"))->trigger();
+    settle();
+    ASSERT_TRUE(QFile::exists(pdf));
+    QProcess p;
+    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
+    ASSERT_TRUE(p.waitForFinished(20000));
+    const QString text = QString::fromUtf8(p.readAllStandardOutput());
+    for (const char* word : {"Variant:", "Ground Water Darcy Velocity (V)", "Distribution Type:", "Uniform",
+                             "Number of Monte Carlo Iterations:", "Standard Deviation:"})
+        EXPECT_TRUE(text.contains(QString::fromLatin1(word))) << word;
 }
 
 // ---------------------------------------------------------------- from the model screen
