@@ -15,6 +15,7 @@
 #include "montecarlo/tests/monte_table_fixture.h"
 #include "testing/one_dim_test_model.h"
 #include "testing/test_paths.h"
+#include "timevarying/tests/var_test_model.h"
 
 namespace bm {
 namespace {
@@ -129,6 +130,33 @@ TEST(BatchGenerate, ASeedMustBeAWholeNumber) {
     TempDir dir;
     EXPECT_EQ(calc("--seed x7 " + dir.file("none.one"), dir).status, 1);
     EXPECT_EQ(calc("--seed " + dir.file("none.one"), dir).status, 1);
+}
+
+// The time-varying model varies by its own rows: a varying x velocity.
+TEST(BatchGenerate, TheTimeVaryingModelDrawsForItsOwnRows) {
+    TempDir dir;
+    DataSet d = var_test::model("Point (instantaneous)", "Asymptotic");
+    d.velocityX = formFieldMarker("0.3", 1);
+    testkit::makeMonteTables(d, 11);
+    d.InputTGData(1, 1) = testkit::variantRow("Steady-state Darcy Velocity in X-Direction (u)", "0.3", "0.25", "0.35",
+                                              "0.0004", "20", "Uniform");
+    d.ResultTGData(1, 1).variant = d.InputTGData(1, 1).variant;
+    d.ResultTGData(1, 1).selection = "Variants";
+    copyMonteCarloStore(d, false);
+    const std::string model = dir.file("model.var"), saved = dir.file("saved.var");
+    writeDataFile(d, model);
+    ASSERT_EQ(calc("--generate --seed 5 --save " + saved + " " + model, dir).status, 0);
+    DataSet back;
+    ASSERT_TRUE(readDataFile(back, saved));
+    EXPECT_EQ(back.calculationMode, "Monte Carlo");
+    EXPECT_EQ(back.monteStore(ModelKind::TimeVarying).monteIterations, 21);
+    EXPECT_EQ(back.mcResultVar.ub(), 20);
+    EXPECT_TRUE(holdsMonteMarker(back.velocityX));
+    for (int i = 1; i <= 20; ++i) {
+        const double u = back.monteStore(ModelKind::TimeVarying).MonteSamples(1, i, 1);
+        EXPECT_GE(u, 0.25);
+        EXPECT_LE(u, 0.35);
+    }
 }
 
 }  // namespace
