@@ -184,5 +184,25 @@ TEST(InputFormMonteCarlo, ReturningToNothingEndsTheVariation) {
     EXPECT_EQ(s.form.resultCaption, "Computed at");
 }
 
+TEST(InputFormMonteCarlo, ASourceRowVariesWhatItsCaptionSays) {
+    // Two dimensions, a finite line: the size row is the width.
+    Screen two(testkit::twoDimScreenModel("Infinite", "Finite / Line"));
+    useScreen(two, {{{"Width of Contaminant Source (Ws)", "10", "30", "4", "5", "Uniform", 0}}});
+    EXPECT_EQ(two.data.sourceWidth.substr(0, 11), "Monte Carlo");
+    EXPECT_TRUE(two.form.rowLocked(2));
+    EXPECT_EQ(two.data.sourceStdDev, "5");  // the other readings of the row stay as they were
+    EXPECT_EQ(two.data.injectionRate, "2");
+
+    // Three dimensions, a point source: the two source rows are the x centre and the injection rate.
+    Screen three(testkit::threeDimScreenModel("Infinite", "Continuous / Point"));
+    useScreen(three, {{{"Contaminant Injection Rate (Q)", "1", "5", "1", "5", "Uniform", 0}}});
+    EXPECT_EQ(three.data.injectionRate.substr(0, 11), "Monte Carlo");
+    EXPECT_EQ(three.data.sourceHeight, "4");
+    EXPECT_EQ(three.form.monteCarloCaption, "Monte Carlo");
+    three.form.mnuFileClick(topMenu::Calculate);
+    EXPECT_EQ(three.data.calculationMode, "Monte Carlo");
+    EXPECT_EQ(three.data.mcResult3D.ub(), 5);
+}
+
 }  // namespace
 }  // namespace bm
