@@ -10,6 +10,7 @@
 #include <QMenuBar>
 #include <QStyledItemDelegate>
 #include <QTableWidget>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -51,7 +52,8 @@ public:
         auto* combo = static_cast<QComboBox*>(editor);
         const int at = combo->findText(index.data().toString().trimmed());
         combo->setCurrentIndex(at >= 0 ? at : -1);
-        combo->showPopup();
+        // The list drops down at once, once the editor stands in its cell.
+        QTimer::singleShot(0, combo, [combo] { combo->showPopup(); });
     }
     void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override {
         const auto* combo = static_cast<QComboBox*>(editor);
