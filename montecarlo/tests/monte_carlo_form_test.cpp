@@ -316,6 +316,30 @@ TEST_F(FormTest, NothingSelectedIsANoticeAndTheScreenStaysUsable) {
     EXPECT_EQ(form->generate(), GenerationOutcome::Generated);
 }
 
+TEST_F(FormTest, NewSamplesForAModelUnderSimulationNeedASave) {
+    data.velocity = formFieldMarker("1", 1);
+    data.dataState = kDataUnchanged;
+    data.needsDisplayRefresh = true;  // a file just opened
+    open();
+    EXPECT_TRUE(form->setup().modelUnderSimulation);
+    fill(1, kVelocity, "0.5", "2", "0.04", "10", "Normal");
+    data.dataState = kDataUnchanged;
+    seedMonteCarlo(2);
+    form->generate();
+    EXPECT_EQ(data.dataState, kParametersChanged);
+    EXPECT_FALSE(data.needsDisplayRefresh);
+}
+
+TEST_F(FormTest, NewSamplesForAModelOfPlainNumbersChangeNothingYet) {
+    open();
+    EXPECT_FALSE(form->setup().modelUnderSimulation);
+    fill(1, kVelocity, "0.5", "2", "0.04", "10", "Normal");
+    data.dataState = kDataUnchanged;
+    seedMonteCarlo(2);
+    form->generate();
+    EXPECT_EQ(data.dataState, kDataUnchanged);
+}
+
 // ---------------------------------------------------------------- selection, reports, Exit
 
 TEST_F(FormTest, DoubleClickSelectsAColumnAndTwiceReturnsToNothing) {
