@@ -20,27 +20,7 @@ namespace {
 
 using benchsupport::perPoint;
 using benchsupport::SilentInterface;
-
-bm::DataSet model(const char* aquifer, const char* contaminant, const char* xRange, const char* timeRange,
-                  const char* halfLife, int terms, const char* dispersion = "1.2") {
-    bm::DataSet d;
-    d.modelType = "One Dimensional";
-    d.aquiferType = aquifer;
-    d.contaminantType = contaminant;
-    d.calculationMode = "Regular";
-    d.velocity = "0.3";
-    d.porosity = "0.3";
-    d.retardation = "1.5";
-    d.dispersionX = dispersion;
-    d.halfLife = halfLife;
-    d.xRange = xRange;
-    d.timeRange = timeRange;
-    d.mcAtX = "50";
-    d.mcAtT = "100";
-    benchsupport::setInflowTerms(d, terms);
-    bm::parseCoordinates(d, 1);
-    return d;
-}
+using benchsupport::oneDimModel;
 
 void runGrid(benchmark::State& state, bm::DataSet d) {
     SilentInterface ui;
@@ -59,7 +39,7 @@ void runGrid(benchmark::State& state, bm::DataSet d) {
 // so every point with t > 0 spends all 500 eigenvalue terms. (A half-life
 // typed as text cannot make lambda 0, so the record is set directly.)
 void BM_FiniteCauchyGrid101x101Full500Terms(benchmark::State& state) {
-    bm::DataSet d = model("Finite", "Cauchy", "0:100:1", "0:100:1", "50", 1);
+    bm::DataSet d = oneDimModel("Finite", "Cauchy", "0:100:1", "0:100:1", "50", 1);
     SilentInterface ui;
     bm::OneDimParameters p;
     bm::fillOneDimParameters(d, p, false, 0);
@@ -90,14 +70,14 @@ void BM_FiniteCauchyGrid101x101Full500Terms(benchmark::State& state) {
 BENCHMARK(BM_FiniteCauchyGrid101x101Full500Terms)->Unit(benchmark::kMillisecond);
 
 void BM_FiniteCauchyGrid(benchmark::State& state) {
-    runGrid(state, model("Finite", "Cauchy", "0:100:1", "0:100:10", "50", 1));
+    runGrid(state, oneDimModel("Finite", "Cauchy", "0:100:1", "0:100:10", "50", 1));
 }
 BENCHMARK(BM_FiniteCauchyGrid)->Unit(benchmark::kMillisecond);
 
 // A half-life of 1e30 keeps lambda above 0: the decay branch's test of the
 // whole term lets the series stop early, unlike lambda exactly 0 above.
 void BM_FiniteCauchyGridHalfLife1e30(benchmark::State& state) {
-    runGrid(state, model("Finite", "Cauchy", "0:100:1", "0:100:10", "1e30", 1));
+    runGrid(state, oneDimModel("Finite", "Cauchy", "0:100:1", "0:100:10", "1e30", 1));
 }
 BENCHMARK(BM_FiniteCauchyGridHalfLife1e30)->Unit(benchmark::kMillisecond);
 
@@ -107,13 +87,13 @@ BENCHMARK(BM_FiniteCauchyGridHalfLife1e30)->Unit(benchmark::kMillisecond);
 // there the kernel inverts the Laplace transform instead (45% of the points
 // here), a few tens of complex evaluations per point.
 void BM_FiniteCauchyGridPeclet500(benchmark::State& state) {
-    runGrid(state, model("Finite", "Cauchy", "0:100:1", "0:300:3", "50", 1, "0.2"));
+    runGrid(state, oneDimModel("Finite", "Cauchy", "0:100:1", "0:300:3", "50", 1, "0.2"));
 }
 BENCHMARK(BM_FiniteCauchyGridPeclet500)->Unit(benchmark::kMillisecond);
 
 // The same column without decay (the series then spends its 500 terms everywhere).
 void BM_FiniteCauchyGridPeclet500NoDecay(benchmark::State& state) {
-    bm::DataSet d = model("Finite", "Cauchy", "0:100:1", "0:300:3", "50", 1, "0.2");
+    bm::DataSet d = oneDimModel("Finite", "Cauchy", "0:100:1", "0:300:3", "50", 1, "0.2");
     SilentInterface ui;
     bm::OneDimParameters p;
     bm::fillOneDimParameters(d, p, false, 0);
@@ -129,29 +109,29 @@ void BM_FiniteCauchyGridPeclet500NoDecay(benchmark::State& state) {
 BENCHMARK(BM_FiniteCauchyGridPeclet500NoDecay)->Unit(benchmark::kMillisecond);
 
 void BM_FiniteDirichletGrid(benchmark::State& state) {
-    runGrid(state, model("Finite", "Dirichlet", "0:100:1", "0:100:10", "50", 1));
+    runGrid(state, oneDimModel("Finite", "Dirichlet", "0:100:1", "0:100:10", "50", 1));
 }
 BENCHMARK(BM_FiniteDirichletGrid)->Unit(benchmark::kMillisecond);
 
 void BM_FiniteCauchyGridThreeTerms(benchmark::State& state) {
-    runGrid(state, model("Finite", "Cauchy", "0:100:1", "0:100:10", "50", 3));
+    runGrid(state, oneDimModel("Finite", "Cauchy", "0:100:1", "0:100:10", "50", 3));
 }
 BENCHMARK(BM_FiniteCauchyGridThreeTerms)->Unit(benchmark::kMillisecond);
 
 void BM_SemiInfiniteCauchyGrid(benchmark::State& state) {
-    runGrid(state, model("Semi-Infinite", "Cauchy", "0:100:1", "0:100:10", "50", 1));
+    runGrid(state, oneDimModel("Semi-Infinite", "Cauchy", "0:100:1", "0:100:10", "50", 1));
 }
 BENCHMARK(BM_SemiInfiniteCauchyGrid)->Unit(benchmark::kMillisecond);
 
 // Two later inflow terms: the terms' times and concentrations are texts, read
 // once per run rather than at every point.
 void BM_SemiInfiniteDirichletGridThreeTerms(benchmark::State& state) {
-    runGrid(state, model("Semi-Infinite", "Dirichlet", "0:100:1", "0:100:10", "50", 3));
+    runGrid(state, oneDimModel("Semi-Infinite", "Dirichlet", "0:100:1", "0:100:10", "50", 3));
 }
 BENCHMARK(BM_SemiInfiniteDirichletGridThreeTerms)->Unit(benchmark::kMillisecond);
 
 void BM_SemiInfiniteDirichletGrid(benchmark::State& state) {
-    runGrid(state, model("Semi-Infinite", "Dirichlet", "0:100:1", "0:100:10", "50", 1));
+    runGrid(state, oneDimModel("Semi-Infinite", "Dirichlet", "0:100:1", "0:100:10", "50", 1));
 }
 BENCHMARK(BM_SemiInfiniteDirichletGrid)->Unit(benchmark::kMillisecond);
 

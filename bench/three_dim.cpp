@@ -23,42 +23,7 @@ using benchsupport::providePointsFile;
 using benchsupport::perPoint;
 using benchsupport::SilentInterface;
 using benchsupport::spread;
-
-bm::DataSet model(const char* aquifer, const char* contaminant, int nx, int ny, int nz, int nt) {
-    bm::DataSet d;
-    d.modelType = "Three Dimensional";
-    d.aquiferType = aquifer;
-    d.contaminantType = contaminant;
-    d.calculationMode = "Regular";
-    d.velocity = "0.3";
-    d.porosity = "0.3";
-    d.retardation = "1.5";
-    d.dispersionX = "1.2";
-    d.dispersionY = "0.12";
-    d.dispersionZ = "0.012";
-    d.halfLife = "200";
-    d.netRecharge = "0";
-    d.aquiferThickness = "20";
-    d.sourceXc = "0";
-    d.sourceYc = "0";
-    d.sourceZc = "0";
-    d.sourceWidth = "10";
-    d.sourceHeight = "4";
-    d.injectionRate = "0.5";
-    d.xRange = spread(0, 100, nx);
-    d.yRange = spread(-25, 25, ny);
-    d.zRange = spread(-10, 10, nz);
-    d.timeRange = spread(20, 100, nt);
-    d.mcAtX = "50";
-    d.mcAtY = "0";
-    d.mcAtZ = "0";
-    d.mcAtT = "100";
-    d.superpositionIndex = 1;
-    d.terms.redim(1);
-    d.terms(1) = {"0", "1"};
-    bm::parseCoordinates(d, 3);
-    return d;
-}
+using benchsupport::threeDimModel;
 
 double pointsOf(const bm::DataSet& d) {
     return static_cast<double>(d.numXTerms) * d.numYTerms * d.numZTerms * d.numTTerms;
@@ -80,7 +45,7 @@ void runGrid(benchmark::State& state, bm::DataSet d) {
 
 // Arguments: nx, ny, nz, nt.
 void BM_PatchGrid(benchmark::State& state) {
-    runGrid(state, model("Infinite", "Finite", static_cast<int>(state.range(0)), static_cast<int>(state.range(1)),
+    runGrid(state, threeDimModel("Infinite", "Finite", static_cast<int>(state.range(0)), static_cast<int>(state.range(1)),
                          static_cast<int>(state.range(2)), static_cast<int>(state.range(3))));
 }
 BENCHMARK(BM_PatchGrid)
@@ -95,15 +60,15 @@ BENCHMARK(BM_PatchGrid)
     ->Args({21, 21, 11, 9})
     ->Unit(benchmark::kMillisecond);
 
-void BM_PointGrid(benchmark::State& state) { runGrid(state, model("Infinite", "Continuous Point", 21, 21, 11, 5)); }
+void BM_PointGrid(benchmark::State& state) { runGrid(state, threeDimModel("Infinite", "Continuous Point", 21, 21, 11, 5)); }
 BENCHMARK(BM_PointGrid)->Unit(benchmark::kMillisecond);
 
-void BM_FiniteAquiferGrid(benchmark::State& state) { runGrid(state, model("Finite", "Finite", 21, 21, 11, 5)); }
+void BM_FiniteAquiferGrid(benchmark::State& state) { runGrid(state, threeDimModel("Finite", "Finite", 21, 21, 11, 5)); }
 BENCHMARK(BM_FiniteAquiferGrid)->Unit(benchmark::kMillisecond);
 
 // The library alone over the base grid's points, without the driver.
 void BM_PatchLibraryOnly(benchmark::State& state) {
-    bm::DataSet d = model("Infinite", "Finite", 21, 21, 11, 5);
+    bm::DataSet d = threeDimModel("Infinite", "Finite", 21, 21, 11, 5);
     std::vector<double> nodes, weights;
     bm::gaussLegendre(256, nodes, weights);
     bm::ThreeDimParameters p;

@@ -184,9 +184,11 @@ void readTerms(DataSet& d, FieldInput& in) {
     std::string& first = d.terms(1).concentration;
     if (contains(first, "Monte")) {
         d.monteCarloValueInUse = true;
+        d.monteCarloModeOn = true;  // the file's inflow concentration varies
         first = std::string(static_cast<std::size_t>(boundaryMarkerPadding(d.modelType)), ' ') + trim(first);
     } else {
         d.monteCarloValueInUse = false;
+        d.monteCarloModeOn = false;
     }
 }
 

@@ -1,5 +1,7 @@
 #include "files/print_output.h"
 
+#include <cmath>
+
 #include "model/number_text.h"
 
 namespace bm {
@@ -10,5 +12,10 @@ std::string signedFieldReal(double value) { return signedText(value); }
 std::string streamReal(double value) { return streamText(value); }
 std::string streamReal(float value) { return streamText(value); }
 std::string printFormInteger(long long value) { return printForm(value); }
+
+double asStreamReal(double value) {
+    if (!std::isfinite(value)) return value;
+    return numericValue(trim(streamText(value)));
+}
 
 }  // namespace bm

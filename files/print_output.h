@@ -34,6 +34,9 @@ std::string signedFieldReal(double value);
 // " 0.5 ": a blank in the sign's place, the zero before the point, a trailing blank.
 std::string streamReal(double value);
 std::string streamReal(float value);
+// The value that a real written in stream form reads back as: kept in memory,
+// a value is the same before its file is saved and after it is reopened.
+double asStreamReal(double value);
 // " 3 ", "-1 ": a number as a print statement writes it.
 std::string printFormInteger(long long value);
 

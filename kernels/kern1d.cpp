@@ -166,6 +166,31 @@ std::int16_t fillRoots(double p, double q, double* roots) {
 
 std::int16_t root1(double p, double& firstRoot) { return fillRoots(p, 0.0, &firstRoot); }
 
+RootSequence::RootSequence(double p, double q) : p_(p), q_(q), finite_(std::isfinite(p) && std::isfinite(q)) {}
+
+void RootSequence::extendTo(int count) const {
+    // Whole branches, as the table is filled, so that every root is the table's.
+    while (count_ < count && count_ < kRootCount) {
+        const int before = count_;
+        branchRoots(Branch{nextBranch_ * kPi, p_, q_}, roots_.data(), count_);
+        if (nextBranch_ == 0 && count_ == before) firstBranchEmpty_ = true;
+        ++nextBranch_;
+    }
+}
+
+double RootSequence::operator()(int i) const {
+    if (i < 1 || i > kRootCount) raiseError(err::SubscriptOutOfRange);
+    if (!finite_) return 0.0;
+    extendTo(i);
+    return roots_[static_cast<std::size_t>(i - 1)];
+}
+
+bool RootSequence::firstBranchHoldsRoot() const {
+    if (!finite_) return false;
+    extendTo(1);
+    return !firstBranchEmpty_;
+}
+
 std::int16_t root3(double p, double q, double& firstRoot) { return fillRoots(p, q, &firstRoot); }
 
 }  // namespace bm

@@ -13,6 +13,7 @@
 // (a = V / (2D)) and w = 0 (Dirichlet) or w_x = a w (Cauchy) at x = 0. The
 // eigenfunctions are sin(beta x / L) and beta cos(beta x / L) + aL sin(beta x / L).
 
+#include <array>
 #include <cstdint>
 
 namespace bm {
@@ -36,5 +37,28 @@ std::int16_t root1(double p, double& firstRoot);
 // exactly one root; with q < 0 a branch may hold several and all are taken in
 // ascending order. Returns 0 when the first branch holds none, 1 otherwise.
 std::int16_t root3(double p, double q, double& firstRoot);
+
+// The roots of root1 (q = 0) or root3 worked out branch by branch as they are
+// asked for: root i is the value the whole table holds at i, but a series that
+// ends after a few terms pays only for the branches it reached (a simulation
+// calls the finite-aquifer series once per sample, at one point).
+class RootSequence {
+public:
+    RootSequence(double p, double q);
+    // Root i, 1 <= i <= kRootCount.
+    double operator()(int i) const;
+    // root1's status: false when the first branch holds no root.
+    bool firstBranchHoldsRoot() const;
+
+private:
+    void extendTo(int count) const;
+    double p_, q_;
+    bool finite_;
+    // A cache: the roots found so far and the next branch to search.
+    mutable std::array<double, kRootCount> roots_{};
+    mutable int count_ = 0;
+    mutable int nextBranch_ = 0;
+    mutable bool firstBranchEmpty_ = false;
+};
 
 }  // namespace bm

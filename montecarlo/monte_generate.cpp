@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <new>
 
+#include "files/print_output.h"
 #include "kernels/kernmc.h"
 #include "model/number_text.h"
 #include "montecarlo/monte_statistics.h"
@@ -101,7 +102,9 @@ GenerationOutcome generateRows(DataSet& data, const std::string& terms, std::int
         result.standardDeviation = statisticText(deviation);
         result.inUse = true;
 
-        for (int i = 1; i <= count; ++i) data.MonteSamples(r, i, chemical) = buffer(i);
+        // Each sample as the data file gives it back, so that a saved model
+        // reruns with exactly the values it was run with.
+        for (int i = 1; i <= count; ++i) data.MonteSamples(r, i, chemical) = asStreamReal(buffer(i));
         data.monteFreshFlag = true;
     }
     return GenerationOutcome::Generated;

@@ -2,7 +2,9 @@
 // Sample generation (F7 on the simulation screen): each variant in use of
 // InputTGData gets count = terms + 1 samples from kernmc, its summary in
 // ResultTGData (as text in the common number format) and its samples in
-// MonteSamples(row, sample, chemical).
+// MonteSamples(row, sample, chemical), each kept as the data file gives it
+// back (the float's 15-digit stream form), so that a reopened model reruns
+// with exactly the samples it was run with.
 
 #include <cstdint>
 #include <string>

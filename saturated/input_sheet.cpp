@@ -1,6 +1,7 @@
 #include "saturated/input_sheet.h"
 
 #include <algorithm>
+#include <type_traits>
 
 #include "model/model_kinds.h"
 #include "model/number_text.h"
@@ -96,86 +97,67 @@ bool applySourceCaptions(std::vector<FormRow>& list, int dimension, const DataSe
     return true;
 }
 
-std::string fieldText(const FormRow& r, const DataSet& d) {
+namespace {
+
+// The text field of the DataSet behind a row (const or not as the DataSet is);
+// nullptr for the superposition index and the caption row.
+template <class Data>
+auto* textFieldOf(const FormRow& r, Data& d) {
+    using Text = std::conditional_t<std::is_const_v<Data>, const std::string, std::string>;
+    Text* none = nullptr;
     switch (r.field) {
-    case RowField::xRange: return d.xRange;
-    case RowField::yRange: return d.yRange;
-    case RowField::zRange: return d.zRange;
-    case RowField::timeRange: return d.timeRange;
-    case RowField::velocity: return d.velocity;
-    case RowField::dispersionX: return d.dispersionX;
-    case RowField::dispersionY: return d.dispersionY;
-    case RowField::dispersionZ: return d.dispersionZ;
-    case RowField::halfLife: return d.halfLife;
-    case RowField::porosity: return d.porosity;
-    case RowField::retardation: return d.retardation;
-    case RowField::netRecharge: return d.netRecharge;
-    case RowField::aquiferThickness: return d.aquiferThickness;
-    case RowField::sourceXc: return d.sourceXc;
-    case RowField::sourceYc: return d.sourceYc;
-    case RowField::sourceZc: return d.sourceZc;
-    case RowField::mcAtX: return d.mcAtX;
-    case RowField::mcAtY: return d.mcAtY;
-    case RowField::mcAtZ: return d.mcAtZ;
-    case RowField::mcAtT: return d.mcAtT;
-    case RowField::superpositionIndex: return std::to_string(d.superpositionIndex);
-    case RowField::concentrationCaption: return {};
+    case RowField::xRange: return &d.xRange;
+    case RowField::yRange: return &d.yRange;
+    case RowField::zRange: return &d.zRange;
+    case RowField::timeRange: return &d.timeRange;
+    case RowField::velocity: return &d.velocity;
+    case RowField::dispersionX: return &d.dispersionX;
+    case RowField::dispersionY: return &d.dispersionY;
+    case RowField::dispersionZ: return &d.dispersionZ;
+    case RowField::halfLife: return &d.halfLife;
+    case RowField::porosity: return &d.porosity;
+    case RowField::retardation: return &d.retardation;
+    case RowField::netRecharge: return &d.netRecharge;
+    case RowField::aquiferThickness: return &d.aquiferThickness;
+    case RowField::sourceXc: return &d.sourceXc;
+    case RowField::sourceYc: return &d.sourceYc;
+    case RowField::sourceZc: return &d.sourceZc;
+    case RowField::mcAtX: return &d.mcAtX;
+    case RowField::mcAtY: return &d.mcAtY;
+    case RowField::mcAtZ: return &d.mcAtZ;
+    case RowField::mcAtT: return &d.mcAtT;
+    case RowField::superpositionIndex:
+    case RowField::concentrationCaption: return none;
     case RowField::twoDimSource:
+        // The row holds what its caption says.
         switch (twoDimSourceValueOf(r.caption)) {
-        case TwoDimSourceValue::Width: return d.sourceWidth;
-        case TwoDimSourceValue::StandardDeviation: return d.sourceStdDev;
-        default: return d.injectionRate;
+        case TwoDimSourceValue::Width: return &d.sourceWidth;
+        case TwoDimSourceValue::StandardDeviation: return &d.sourceStdDev;
+        default: return &d.injectionRate;
         }
-    case RowField::threeDimSourceA: return contains(d.contaminantType, "Finite") ? d.sourceWidth : d.sourceXc;
-    case RowField::threeDimSourceB: return contains(d.contaminantType, "Finite") ? d.sourceHeight : d.injectionRate;
+    case RowField::threeDimSourceA: return contains(d.contaminantType, "Finite") ? &d.sourceWidth : &d.sourceXc;
+    case RowField::threeDimSourceB: return contains(d.contaminantType, "Finite") ? &d.sourceHeight : &d.injectionRate;
     }
+    return none;
+}
+
+}  // namespace
+
+std::string* rowField(const FormRow& r, DataSet& d) { return textFieldOf(r, d); }
+
+std::string fieldText(const FormRow& r, const DataSet& d) {
+    if (const std::string* text = textFieldOf(r, d)) return *text;
+    if (r.field == RowField::superpositionIndex) return std::to_string(d.superpositionIndex);
     return {};
 }
 
 void storeField(const FormRow& r, DataSet& d) {
-    const std::string& t = r.text;
-    switch (r.field) {
-    case RowField::xRange: d.xRange = t; break;
-    case RowField::yRange: d.yRange = t; break;
-    case RowField::zRange: d.zRange = t; break;
-    case RowField::timeRange: d.timeRange = t; break;
-    case RowField::velocity: d.velocity = t; break;
-    case RowField::dispersionX: d.dispersionX = t; break;
-    case RowField::dispersionY: d.dispersionY = t; break;
-    case RowField::dispersionZ: d.dispersionZ = t; break;
-    case RowField::halfLife: d.halfLife = t; break;
-    case RowField::porosity: d.porosity = t; break;
-    case RowField::retardation: d.retardation = t; break;
-    case RowField::netRecharge: d.netRecharge = t; break;
-    case RowField::aquiferThickness: d.aquiferThickness = t; break;
-    case RowField::sourceXc: d.sourceXc = t; break;
-    case RowField::sourceYc: d.sourceYc = t; break;
-    case RowField::sourceZc: d.sourceZc = t; break;
-    case RowField::mcAtX: d.mcAtX = t; break;
-    case RowField::mcAtY: d.mcAtY = t; break;
-    case RowField::mcAtZ: d.mcAtZ = t; break;
-    case RowField::mcAtT: d.mcAtT = t; break;
-    case RowField::superpositionIndex: {
+    if (std::string* text = textFieldOf(r, d)) {
+        *text = r.text;
+    } else if (r.field == RowField::superpositionIndex) {
         // A count below one stands for one term.
-        const std::int16_t n = toInt16(textValue(t));
+        const std::int16_t n = toInt16(textValue(r.text));
         d.superpositionIndex = n < 1 ? std::int16_t{1} : n;
-        break;
-    }
-    case RowField::concentrationCaption: break;
-    case RowField::twoDimSource:
-        // The row holds what its caption says.
-        switch (twoDimSourceValueOf(r.caption)) {
-        case TwoDimSourceValue::Width: d.sourceWidth = t; break;
-        case TwoDimSourceValue::StandardDeviation: d.sourceStdDev = t; break;
-        default: d.injectionRate = t; break;
-        }
-        break;
-    case RowField::threeDimSourceA:
-        (contains(d.contaminantType, "Finite") ? d.sourceWidth : d.sourceXc) = t;
-        break;
-    case RowField::threeDimSourceB:
-        (contains(d.contaminantType, "Finite") ? d.sourceHeight : d.injectionRate) = t;
-        break;
     }
 }
 

@@ -174,7 +174,7 @@ SemiInfiniteShared semiInfiniteShared(const OneDimParameters& parameters, double
 }  // namespace
 
 bool finiteDirichletRatio(const OneDimParameters& parameters, double length, double x, double t,
-                          const List<double>& rootTable, double& result) {
+                          const Eigenvalues& rootTable, double& result) {
     if (t == 0.0) {
         result = initialRatio(x);
         return true;
@@ -239,7 +239,7 @@ bool finiteDirichletRatio(const OneDimParameters& parameters, double length, dou
 }
 
 bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double x, double t,
-                       const List<double>& rootTable, double& result) {
+                       const Eigenvalues& rootTable, double& result) {
     if (t == 0.0) {
         result = initialRatio(x);
         return true;

@@ -20,6 +20,7 @@
 // cancellation-free form (one_dim_cauchy_decay.h). The flags, the run-time
 // errors of the series and the special cases stay those of the closed forms.
 
+#include "kernels/kern1d.h"
 #include "model/arrays.h"
 #include "saturated/one_dim_parameters.h"
 
@@ -28,16 +29,29 @@ namespace bm {
 // ln 2 / effectiveHalfLife (a zero half-life is error 11).
 double decayRateOf(const OneDimParameters& parameters);
 
+// The eigenvalues of a finite-aquifer series by index from 1: a table filled
+// beforehand, or kern1d's roots worked out as far as the series reaches.
+class Eigenvalues {
+public:
+    Eigenvalues(const List<double>& table) : table_(&table) {}  // NOLINT: a table stands for its eigenvalues
+    explicit Eigenvalues(const RootSequence& roots) : roots_(&roots) {}
+    double operator()(int i) const { return table_ ? (*table_)(i) : (*roots_)(i); }
+
+private:
+    const List<double>* table_ = nullptr;
+    const RootSequence* roots_ = nullptr;
+};
+
 // rootTable: eigenvalues 1..500 of root1(V L / (2D)). Without decay
 // (lambda exactly 0) the series is not run and the result is exactly 1.
 bool finiteDirichletRatio(const OneDimParameters& parameters, double length, double x, double t,
-                          const List<double>& rootTable, double& result);
+                          const Eigenvalues& rootTable, double& result);
 
 // rootTable: eigenvalues 1..500 of root3(V L / (4D), D / (L V)). The mid-point
 // x = L/2 is evaluated at 1.001 L/2. With decay, 500 terms without meeting the
 // tolerance are run-time error 13; without decay they are reported by the flag.
 bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double x, double t,
-                       const List<double>& rootTable, double& result);
+                       const Eigenvalues& rootTable, double& result);
 
 bool semiInfiniteDirichletRatio(const OneDimParameters& parameters, double x, double t, double& result);
 

@@ -19,7 +19,7 @@ namespace {
 // all points and superposition terms.
 class OneDimKernel {
 public:
-    OneDimKernel(const OneDimParameters& parameters, bool finite, double length, const List<double>& roots)
+    OneDimKernel(const OneDimParameters& parameters, bool finite, double length, const Eigenvalues& roots)
         : parameters_(parameters), finite_(finite), length_(length), roots_(roots) {}
 
     double operator()(double x, double t) const {
@@ -43,7 +43,7 @@ private:
     const OneDimParameters& parameters_;
     bool finite_;
     double length_;
-    const List<double>& roots_;
+    Eigenvalues roots_;
 };
 
 // C/Co at one point: the first inflow term, then each later term k started at
@@ -66,8 +66,6 @@ double pointConcentration(const DataSet& data, const InflowTermValues& terms, co
 }  // namespace
 
 double solveOneDimensional(DataSet& data, OneDimParameters& parameters, bool monteCarlo, UserInterface& ui) {
-    List<double> rootTable(kRootCount);
-
     const LineGridCounts counts = lineGridCounts(parameters.xMin, parameters.xMax, parameters.xInterval, parameters.tMin,
                                                  parameters.tMax, parameters.tInterval, monteCarlo);
     const int nx = counts.nx;
@@ -80,16 +78,15 @@ double solveOneDimensional(DataSet& data, OneDimParameters& parameters, bool mon
     const bool finite = toUpper(parameters.aquiferCode) == "FINITE";
     const double V = parameters.effectiveVelocity;
     const double D = parameters.effectiveDispersion;
-    double length = 0.0;
-    if (finite) {
-        length = parameters.xMax - parameters.xMin;
-        if (parameters.boundaryType == kDirichletBoundary) {
-            if (root1(fp::div(V * length, 2.0 * D), rootTable(1)) == 0) return 0.0;
-        } else {
-            root3(fp::div(V * 0.25 * length, D), fp::div(D, fp::mul(length, V)), rootTable(1));
-        }
-    }
-    const OneDimKernel kernel(parameters, finite, length, rootTable);
+    const double length = finite ? parameters.xMax - parameters.xMin : 0.0;
+    // The eigenvalues are found as far as the series reach: a simulation's
+    // single point at a late time needs only the first few.
+    const bool dirichlet = parameters.boundaryType == kDirichletBoundary;
+    const RootSequence roots = !finite ? RootSequence(0.0, 0.0)
+                               : dirichlet ? RootSequence(fp::div(V * length, 2.0 * D), 0.0)
+                                           : RootSequence(fp::div(V * 0.25 * length, D), fp::div(D, fp::mul(length, V)));
+    if (finite && dirichlet && !roots.firstBranchHoldsRoot()) return 0.0;
+    const OneDimKernel kernel(parameters, finite, length, Eigenvalues(roots));
 
     const InflowTermValues terms(data, monteCarlo, parameters.iteration);
     return runLineGrid(data, data.result1D, monteCarlo, progressOwnerOf(ModelFamily::Saturated, data.multiChemical), ui,

@@ -5,6 +5,7 @@
 #include "saturated/one_dim_parameters.h"
 #include "saturated/one_dim_solution.h"
 #include "saturated/output_file.h"
+#include "saturated/saturated_variants.h"
 #include "saturated/three_dim_parameters.h"
 #include "saturated/three_dim_solution.h"
 #include "saturated/two_dim_parameters.h"
@@ -62,6 +63,7 @@ KindCalculation saturatedCalculation(int dimension) {
     k.validate = validateSaturatedInputs;
     k.regularOutput = [dimension](const DataSet& data) { return regularOutputText(data, dimension); };
     k.simulationOutput = [dimension](const DataSet& data) { return monteCarloOutputText(data, dimension); };
+    k.monteVariants = [dimension](const DataSet& data) { return saturatedVariants(data, dimension); };
     switch (dimension) {
     case 2:
         k.inputRows = twoDimInputRows;

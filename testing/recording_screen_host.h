@@ -30,6 +30,8 @@ public:
     std::vector<int> printedColumns;
     int printerSetups = 0, helps = 0, otherScreens = 0, closes = 0, monteCarloScreens = 0;
     bool monteCarloAvailable = false;
+    // What the user does on the Monte Carlo screen while it is open.
+    std::function<void()> onMonteCarloScreen;
 
     void formChanged() override { ++changes; }
     void moveFocus(const FocusRequest& f) override { focus.push_back(f); }
@@ -57,7 +59,9 @@ public:
         return screen == ModelScreen::MonteCarloForm && monteCarloAvailable;
     }
     void openScreen(ModelScreen screen) override {
-        if (screen == ModelScreen::MonteCarloForm) ++monteCarloScreens;
+        if (screen != ModelScreen::MonteCarloForm) return;
+        ++monteCarloScreens;
+        if (onMonteCarloScreen) onMonteCarloScreen();
     }
     void openScreenForModel() override { ++otherScreens; }
     void closeScreen() override { ++closes; }

@@ -11,6 +11,7 @@
 #include "montecarlo/pass/calculation_pass.h"
 #include "timevarying/var_output.h"
 #include "timevarying/var_record.h"
+#include "timevarying/var_variants.h"
 
 namespace bm {
 
@@ -201,6 +202,7 @@ KindCalculation timeVaryingCalculation() {
     k.scalesByInflowSamples = false;  // no inflow terms
     k.regularOutput = timeVaryingOutputText;
     k.simulationOutput = timeVaryingMonteCarloOutputText;
+    k.monteVariants = timeVaryingVariants;
     return k;
 }
 

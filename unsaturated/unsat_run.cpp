@@ -5,6 +5,7 @@
 #include "unsaturated/unsat_parameters.h"
 #include "unsaturated/unsat_radicand.h"
 #include "unsaturated/unsat_solution.h"
+#include "unsaturated/unsat_variants.h"
 
 namespace bm {
 
@@ -55,6 +56,7 @@ KindCalculation unsaturatedCalculation() {
     k.resultGridBounds = [](const DataSet& d) { return std::vector<int>{d.resultUnsat.ub(0), d.resultUnsat.ub(1)}; };
     k.regularOutput = unsatPlotText;
     k.simulationOutput = unsatMonteCarloText;
+    k.monteVariants = [](const DataSet& data) { return unsaturatedVariants(data); };
     return k;
 }
 

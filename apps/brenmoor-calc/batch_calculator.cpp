@@ -9,8 +9,10 @@
 #include "files/code_page.h"
 #include "files/data_file.h"
 #include "files/safe_save.h"
+#include "kernels/kernmc.h"
 #include "model/data_set.h"
 #include "model/number_text.h"
+#include "montecarlo/pass/monte_setup.h"
 #include "shell/base/error_handler.h"
 
 namespace bm {
@@ -47,7 +49,7 @@ void deliver(const std::string& path, const std::string& utf8, std::FILE* standa
 }  // namespace
 
 std::string batchUsageText() {
-    return "Usage: brenmoor-calc [--save FILE] [--output FILE] [--chemical N] DATAFILE\n"
+    return "Usage: brenmoor-calc [--save FILE] [--output FILE] [--chemical N] [--generate [--seed N]] DATAFILE\n"
            "\n"
            "Reads a Brenmoor data file (.one .two .tri .mc1 .mc2 .mc3 .u1d .mcu .var),\n"
            "runs the calculation exactly as Calculate! does on that model, and writes:\n"
@@ -56,6 +58,11 @@ std::string batchUsageText() {
            "                  after a simulation), as the Results view writes it\n"
            "  --chemical N    in a multiple-chemical model, the chemical whose results\n"
            "                  the output file shows (default: the file's own choice)\n"
+           "  --generate      draw new Monte Carlo samples from the file's variant table\n"
+           "                  (with the checks of the simulation screen) before\n"
+           "                  calculating; without it the file's samples are used\n"
+           "  --seed N        seed the sample generator: the same seed and file give\n"
+           "                  the same samples\n"
            "  --help          this text\n"
            "FILE may be - for standard output. With neither --save nor --output the\n"
            "output file goes to standard output. A file is replaced only once the new\n"
@@ -85,6 +92,17 @@ bool parseBatchArguments(const std::vector<std::string>& args, BatchOptions& opt
                 return false;
             }
             options.chemical = static_cast<int>(textValue(n));
+        } else if (a == "--generate") {
+            options.generate = true;
+        } else if (a == "--seed") {
+            std::string n;
+            if (!takeValue(args, i, n, error)) return false;
+            const std::string digits = trim(n);
+            if (digits.empty() || digits.size() > 19 || digits.find_first_not_of("0123456789") != std::string::npos) {
+                error = "--seed needs a whole number from 0";
+                return false;
+            }
+            options.seed = std::stoull(digits);
         } else if (a.size() > 1 && a[0] == '-' && a != "-") {
             error = "unknown option " + a;
             return false;
@@ -128,6 +146,13 @@ int runBatch(const BatchOptions& options, UserInterface& ui, std::FILE* standard
         return kExitNotCalculable;
     }
     if (options.chemical > 0) data.selectedChemical = static_cast<std::int16_t>(options.chemical);
+
+    if (options.seed) seedMonteCarlo(*options.seed);
+    if (options.generate) {
+        const std::optional<GenerationOutcome> generated = generateStoredVariants(data, ui);
+        if (generated == GenerationOutcome::Refused) return kExitInputRefused;
+        if (generated == GenerationOutcome::Failed) return kExitRuntimeError;
+    }
 
     if (!batchAcceptsInput(data, ui)) return kExitInputRefused;
 

@@ -4,7 +4,9 @@
 // output file. Every message box of the run goes to the user interface given
 // (standard error in the program, as "TITLE: TEXT").
 
+#include <cstdint>
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +25,8 @@ struct BatchOptions {
     std::string savePath;    // "-" is standard output
     std::string outputPath;  // "-" is standard output
     int chemical = 0;        // 0: the file's own choice
+    bool generate = false;   // new samples from the file's variant table before calculating
+    std::optional<std::uint64_t> seed;  // the random generator's seed (else a fresh one)
     bool help = false;
 };
 

@@ -25,6 +25,7 @@
 #include "shell/screen/built_in_kinds.h"
 #include "shell/widgets/main_window.h"
 #include "shell/widgets/qt_user_interface.h"
+#include "montecarlo/widgets/monte_carlo_form.h"
 #include "saturated/widgets/input_form.h"
 
 int main(int argc, char** argv) {
@@ -51,6 +52,7 @@ int main(int argc, char** argv) {
     // The model kinds the pass calculates, and the screens that show them.
     bm::registerBuiltInKinds();
     bm::registerInputForm();
+    bm::registerMonteCarloForm();
 
     bm::MainWindow main(bm::theDataSet(), bm::theAppState(), bm::fileCommands());
     ui.setMainWindow(&main);

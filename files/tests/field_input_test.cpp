@@ -123,6 +123,17 @@ TEST(NumberForms, AsTheFormatWritesThem) {
     EXPECT_EQ(printFormInteger(-1), "-1 ");
 }
 
+TEST(NumberForms, AValueKeptAsItsStreamFormReadsBackTheSame) {
+    // A float widened to double needs more than the 15 digits the stream form
+    // writes: 0.1f is 0.100000001490116119384765625.
+    const double widened = static_cast<double>(0.1f);
+    EXPECT_EQ(asStreamReal(widened), 0.100000001490116);
+    EXPECT_NE(asStreamReal(widened), widened);
+    EXPECT_EQ(asStreamReal(asStreamReal(widened)), asStreamReal(widened));
+    EXPECT_EQ(static_cast<float>(asStreamReal(widened)), 0.1f);
+    EXPECT_EQ(asStreamReal(0.25), 0.25);
+}
+
 TEST(CodePage, EveryByteReadsAndWritesBack) {
     std::string all;
     for (int b = 0; b < 256; ++b) all += static_cast<char>(b);

@@ -163,5 +163,25 @@ TEST(Kern1dRoots, EachRootIsBracketedToTwelveDigitsInsideItsOwnBranch) {
     }
 }
 
+TEST(RootSequence, AsksOnlyForWhatItNeedsAndGivesTheTablesValues) {
+    struct Case {
+        double p, q;
+    };
+    // Dirichlet and Cauchy tables, an empty first branch (p <= -1), several
+    // roots to a branch (q < 0), and asked for out of order.
+    for (const Case& c : std::vector<Case>{{10, 0}, {-2, 0}, {-1, 0}, {5, 0.05}, {0.0625, 4}, {3, -0.02}}) {
+        std::vector<double> table(kRootCount, -1.0);
+        const int status = c.q == 0 ? root1(c.p, table[0]) : root3(c.p, c.q, table[0]);
+        const RootSequence lazy(c.p, c.q);
+        EXPECT_EQ(lazy(7), table[6]) << c.p << " " << c.q;
+        EXPECT_EQ(lazy(3), table[2]);
+        if (c.q == 0) EXPECT_EQ(lazy.firstBranchHoldsRoot(), status == 1) << c.p;
+        for (int i = 1; i <= kRootCount; ++i) ASSERT_EQ(lazy(i), table[static_cast<std::size_t>(i - 1)]) << i;
+    }
+    const RootSequence none(std::nan(""), 0.0);
+    EXPECT_FALSE(none.firstBranchHoldsRoot());
+    EXPECT_EQ(none(1), 0.0);
+}
+
 }  // namespace
 }  // namespace bm

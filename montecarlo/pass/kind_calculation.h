@@ -17,6 +17,7 @@
 
 #include "model/data_set.h"
 #include "model/model_kinds.h"
+#include "montecarlo/monte_variants.h"
 #include "shell/base/user_interface.h"
 
 namespace bm {
@@ -69,6 +70,14 @@ struct KindCalculation {
     // The output file after a regular run and after a simulation.
     std::function<std::string(const DataSet&)> regularOutput;
     std::function<std::string(const DataSet&)> simulationOutput;
+
+    // The inputs the simulation screen offers to vary, named by their rows'
+    // captions, in the order it lists them (the inflow concentration follows
+    // them on its own). Empty: the kind offers none.
+    std::function<std::vector<MonteVariant>(const DataSet&)> monteVariants;
+    // Listed after the inflow concentration: the chemicals' values of a
+    // multi-chemical kind (chemicalVariants of monte_variants.h).
+    std::function<std::vector<MonteVariant>(const DataSet&)> chemicalVariants;
 };
 
 // An iteration made of a fill and a solve over the kind's parameter record:

@@ -193,11 +193,6 @@ bool InputFormModel::inputsHoldMarker() const {
     return false;
 }
 
-void InputFormModel::unmarkInputs() {
-    for (FormRow& r : rows(dimension_))
-        if (holdsMonteMarker(r.text)) r.text = trim(valueOfCell(r.text));
-}
-
 void InputFormModel::setMonteCarloCaption() {
     monteCarloCaption = enablePointRows(rows(dimension_), data_.monteCarloModeOn) ? "Monte Carlo" : "";
 }

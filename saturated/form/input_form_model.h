@@ -94,7 +94,6 @@ protected:
     std::string modelWords() const override { return "Saturated Model"; }
     std::vector<std::string> rangeTexts() const override;
     bool inputsHoldMarker() const override;
-    void unmarkInputs() override;
     void unitsChanged() override { ChangeTDBGridUnits(); }
     void resetTabs() override { currentTab.fill(kCoordinatesTab); }
     int layoutShown() const override { return dimension_; }

@@ -3,6 +3,7 @@
 
 #include "files/file_workflow.h"
 #include "model/number_text.h"
+#include "montecarlo/pass/monte_setup.h"
 #include "shell/screen/screen_model.h"
 
 namespace bm {
@@ -176,10 +177,11 @@ void ScreenModel::menuMonteCarloClick(int index) {
             return;
         }
         ui_.setBusy(true);
-        // The set-up starts from numbers: each marker goes back to the value it stands for.
-        unmarkInputs();
         if (holdDataSet()) {
+            // The screen lists a varying field with the constant it stands for;
+            // on its return the model's block decides again what each field holds.
             host_->openScreen(ModelScreen::MonteCarloForm);
+            applyMonteCarloSelections(data_);
             setDisplay();
             if (data_.dataState == kParametersChanged) saveEnabled = true;
             resultCaption = monteCarloCaption == "Monte Carlo" ? "Monte Carlo Computed at" : "Computed at";

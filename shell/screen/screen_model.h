@@ -177,8 +177,6 @@ protected:
     virtual std::vector<std::string> rangeTexts() const = 0;
     // Whether an input of the screen holds a Monte Carlo marker.
     virtual bool inputsHoldMarker() const = 0;
-    // Every marker of the inputs back to the value it stands for (before the set-up).
-    virtual void unmarkInputs() {}
     // The grid's headings after a unit changed.
     virtual void unitsChanged() {}
     // The tab set brought forward before a load.

@@ -349,18 +349,7 @@ bool ModelScreenDialog::showNewModelDialog() {
 }
 
 bool ModelScreenDialog::printReport(const std::vector<std::string>& lines, const std::vector<int>& tabColumns) {
-    PrintedReport report;
-    report.title = windowTitle().section(QStringLiteral(" -- "), 0, 0);
-    for (const std::string& l : lines) report.lines << q(l);
-    // Tab(n) counts columns as wide as a figure of the font, so that a label
-    // never reaches the column of its value.
-    QFont font(QStringLiteral("DejaVu Sans"));
-    font.setPointSizeF(report.fontPoints);
-    const QFontMetricsF metrics(font);
-    const double mmPerColumn = metrics.horizontalAdvance(QLatin1Char('0')) / logicalDpiX() * 25.4;
-    for (int column : tabColumns) report.tabStopsMm << (column - 1) * mmPerColumn;
-    if (!pdfOutput_.isEmpty()) return printReportToPdf(report, pdfOutput_);
-    return printReportWithDialog(report, this);
+    return printColumnReport(windowTitle().section(QStringLiteral(" -- "), 0, 0), lines, tabColumns, this, pdfOutput_);
 }
 
 void ModelScreenDialog::printerSetup() {

@@ -2,11 +2,13 @@
 
 #include <QFont>
 #include <QFontMetrics>
+#include <QFontMetricsF>
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPrinter>
+#include <QWidget>
 
 #include "shell/widgets/page_margins.h"
 
@@ -106,6 +108,20 @@ bool printReportToPdf(const PrintedReport& report, const QString& pdfPath) {
     printer.setOutputFileName(pdfPath);
     printer.setPageSize(QPageSize(report.paper == PrintedReport::Paper::Letter ? QPageSize::Letter : QPageSize::A4));
     return printLines(report, printer);
+}
+
+bool printColumnReport(const QString& title, const std::vector<std::string>& lines,
+                       const std::vector<int>& tabColumns, QWidget* screen, const QString& pdfPath) {
+    PrintedReport report;
+    report.title = title;
+    for (const std::string& l : lines) report.lines << QString::fromStdString(l);
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPointSizeF(report.fontPoints);
+    const QFontMetricsF metrics(font);
+    const double mmPerColumn = metrics.horizontalAdvance(QLatin1Char('0')) / screen->logicalDpiX() * 25.4;
+    for (int column : tabColumns) report.tabStopsMm << (column - 1) * mmPerColumn;
+    if (!pdfPath.isEmpty()) return printReportToPdf(report, pdfPath);
+    return printReportWithDialog(report, screen);
 }
 
 }  // namespace bm

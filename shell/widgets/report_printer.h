@@ -10,6 +10,8 @@
 #include <functional>
 #include <QString>
 #include <QStringList>
+#include <string>
+#include <vector>
 
 class QPrinter;
 class QWidget;
@@ -36,6 +38,13 @@ bool printLines(const PrintedReport& report, QPrinter& printer);
 bool printReportWithDialog(const PrintedReport& report, QWidget* parent);
 // Writes the report to a PDF file without a dialog.
 bool printReportToPdf(const PrintedReport& report, const QString& pdfPath);
+
+// A report of a screen whose tab columns count characters (as Tab(n) does):
+// each column as wide as a figure of the report's font at the screen's
+// resolution, so that a label never reaches the column of its value. Printed
+// through the print dialog, or into `pdfPath` when it is not empty.
+bool printColumnReport(const QString& title, const std::vector<std::string>& lines,
+                       const std::vector<int>& tabColumns, QWidget* screen, const QString& pdfPath);
 
 // The column stops (in device pixels) that a line's tab-separated cells start at.
 QList<int> tabStopPixels(const PrintedReport& report, double dotsPerMm, int cellCount);

@@ -13,7 +13,11 @@
 #include "files/data_file.h"
 #include "files/text_file.h"
 #include "model/number_text.h"
+#include "kernels/kernmc.h"
+#include "montecarlo/monte_generate.h"
 #include "montecarlo/monte_marker.h"
+#include "montecarlo/monte_report.h"
+#include "montecarlo/tests/monte_table_fixture.h"
 #include "montecarlo/pass/calculation_pass.h"
 #include "testing/points_file.h"
 #include "testing/scripted_user_interface.h"
@@ -160,6 +164,33 @@ TEST_F(WorkbenchFiles, MonteCarloOfEveryKind) {
                               "apps/brenmoor-calc/tests/goldens/inputs/montecarlo_unsat_decay.u1d",
                               "apps/brenmoor-calc/tests/goldens/inputs/montecarlo_var.var"})
         expectSimulation(model, dir_);
+}
+
+// The simulation screen's file of generated samples ("Type: Generated"): each
+// variant in use with its name, distribution and every sample listed.
+TEST_F(WorkbenchFiles, GeneratedSamplesOfTheSimulationScreen) {
+    DataSet d;
+    testkit::makeMonteTables(d, 3);
+    d.InputTGData(1, 1) = testkit::variantRow("Ground Water Darcy Velocity (V)", "0.3", "0.2", "0.4", "0.001", "25", "Uniform");
+    d.InputTGData(3, 1) = testkit::variantRow("Aquifer Porosity (n)", "0.3", "0.25", "0.35", "0.0004", "25", "Triangle");
+    ScriptedUserInterface ui;
+    seedMonteCarlo(12);
+    ASSERT_EQ(generateSamples(d, 1, ui), GenerationOutcome::Generated);
+    const std::string path = dir_.file("brenmoor.plt");
+    ASSERT_TRUE(writeSimulationViewFile(d, 1, path, ui));
+    const trazel::ReadResult read = trazel::readPlotFile(path);
+    ASSERT_TRUE(read.ok) << read.error;
+    ASSERT_EQ(read.file.variants.size(), 2u);
+    const int rows[2] = {1, 3};
+    for (std::size_t v = 0; v < 2; ++v) {
+        const trazel::Variant& variant = read.file.variants[v];
+        EXPECT_EQ(variant.name, d.InputTGData(rows[v], 1).variant);
+        ASSERT_EQ(variant.samples.size(), 25u);
+        for (int i = 1; i <= 25; ++i)
+            EXPECT_EQ(variant.samples[static_cast<std::size_t>(i - 1)],
+                      textValue(generalText(static_cast<float>(d.MonteSamples(rows[v], i, 1)))))
+                << i;  // single-precision draws, written with a float's seven digits
+    }
 }
 
 }  // namespace
