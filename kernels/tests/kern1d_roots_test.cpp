@@ -175,7 +175,9 @@ TEST(RootSequence, AsksOnlyForWhatItNeedsAndGivesTheTablesValues) {
         const RootSequence lazy(c.p, c.q);
         EXPECT_EQ(lazy(7), table[6]) << c.p << " " << c.q;
         EXPECT_EQ(lazy(3), table[2]);
-        if (c.q == 0) EXPECT_EQ(lazy.firstBranchHoldsRoot(), status == 1) << c.p;
+        if (c.q == 0) {
+            EXPECT_EQ(lazy.firstBranchHoldsRoot(), status == 1) << c.p;
+        }
         for (int i = 1; i <= kRootCount; ++i) ASSERT_EQ(lazy(i), table[static_cast<std::size_t>(i - 1)]) << i;
     }
     const RootSequence none(std::nan(""), 0.0);

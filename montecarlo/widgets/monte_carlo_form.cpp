@@ -100,11 +100,11 @@ void setCell(QTableWidget* grid, int row, int column, const QString& text) {
 
 }  // namespace
 
-MonteCarloForm::MonteCarloForm(DataSet& data, AppState& state, UserInterface& ui, MonteCarloSetup setup,
+MonteCarloForm::MonteCarloForm(DataSet& dataSet, AppState& state, UserInterface& ui, MonteCarloSetup setup,
                                QWidget* parent)
     : QDialog(parent), state_(state), ui_(ui) {
     setObjectName(QStringLiteral("MonteCarloForm"));
-    model_ = std::make_unique<MonteCarloFormModel>(data, ui, std::move(setup));
+    model_ = std::make_unique<MonteCarloFormModel>(dataSet, ui, std::move(setup));
     model_->setHost(this);
     setWindowTitle(q(model_->title));
 
