@@ -23,6 +23,7 @@ struct BatchOptions {
     std::string savePath;    // "-" is standard output
     std::string outputPath;  // "-" is standard output
     int chemical = 0;        // 0: the file's own choice
+    int threads = 0;         // calculation threads; 0: all cores
     bool help = false;
 };
 
