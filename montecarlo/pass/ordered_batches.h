@@ -69,6 +69,7 @@ public:
 
 private:
     long long size_;
+    long long smallest_;
     long long largest_;
     double startedAt_ = 0.0;
 };
