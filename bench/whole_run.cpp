@@ -12,7 +12,8 @@
 // standard deviation 50; the column: Darcy velocity 0.125, porosity 0.25,
 // dispersion 1, decay rate 0.01. "us_per_point" is the run less the same
 // model on a start-up grid (the first value of each range and both ends of
-// x: two points), per grid point.
+// x: two points), per grid point. Each runs on one thread (threads:1) and on
+// all cores (threads:0).
 
 #include <benchmark/benchmark.h>
 
@@ -29,6 +30,8 @@
 #include "driver_support.h"
 #include "files/data_file.h"
 #include "model/data_set.h"
+#include "montecarlo/pass/ordered_batches.h"
+#include "shell/screen/built_in_kinds.h"
 
 namespace {
 
@@ -155,7 +158,10 @@ double pointsOf(const std::string& path, bm::UserInterface& ui) {
     return points;
 }
 
+// The benchmark's argument is the calculation threads: 1, or 0 for all cores.
 void wholeRun(benchmark::State& state, const Grid& g, const std::string& name) {
+    const bm::ScopedCalculationThreads threads(static_cast<int>(state.range(0)));
+    bm::registerBuiltInKinds();  // as brenmoor-calc's main does
     benchsupport::providePointsFile();
     benchsupport::SilentInterface ui;
     bm::setUserInterface(&ui);
@@ -172,6 +178,7 @@ void wholeRun(benchmark::State& state, const Grid& g, const std::string& name) {
     state.counters["points"] = points;
     state.counters["start_up_ms"] = startUp * 1e3;
     state.counters["us_per_point"] = (best - startUp) / (points - startUpPoints) * 1e6;
+    state.counters["threads"] = bm::calculationThreads();
 }
 
 const Grid kStrip{"sample1.two", "Infinite", "Finite / Line", "10:1010:10", "0:1000:20", "", "0:1100:100"};
@@ -192,13 +199,13 @@ void BM_WholeRun3dFinitePatch(benchmark::State& s) { wholeRun(s, kFinitePatch, "
 void BM_WholeRun3dPoint(benchmark::State& s) { wholeRun(s, kPoint3d, "point.tri"); }
 void BM_WholeRun1dFiniteCauchy(benchmark::State& s) { wholeRun(s, kColumn, "column.one"); }
 
-BENCHMARK(BM_WholeRun2dInfiniteStrip)->Unit(benchmark::kMillisecond)->Iterations(3);
-BENCHMARK(BM_WholeRun2dFiniteStrip)->Unit(benchmark::kMillisecond)->Iterations(3);
-BENCHMARK(BM_WholeRun2dGaussian)->Unit(benchmark::kMillisecond)->Iterations(3);
-BENCHMARK(BM_WholeRun2dPoint)->Unit(benchmark::kMillisecond)->Iterations(3);
-BENCHMARK(BM_WholeRun3dInfinitePatch)->Unit(benchmark::kMillisecond)->Iterations(3);
-BENCHMARK(BM_WholeRun3dFinitePatch)->Unit(benchmark::kMillisecond)->Iterations(3);
-BENCHMARK(BM_WholeRun3dPoint)->Unit(benchmark::kMillisecond)->Iterations(3);
-BENCHMARK(BM_WholeRun1dFiniteCauchy)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_WholeRun2dInfiniteStrip)->ArgName("threads")->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_WholeRun2dFiniteStrip)->ArgName("threads")->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_WholeRun2dGaussian)->ArgName("threads")->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_WholeRun2dPoint)->ArgName("threads")->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_WholeRun3dInfinitePatch)->ArgName("threads")->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_WholeRun3dFinitePatch)->ArgName("threads")->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_WholeRun3dPoint)->ArgName("threads")->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_WholeRun1dFiniteCauchy)->ArgName("threads")->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 }  // namespace

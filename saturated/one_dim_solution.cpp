@@ -90,7 +90,7 @@ double solveOneDimensional(DataSet& data, OneDimParameters& parameters, bool mon
 
     const InflowTermValues terms(data, monteCarlo, parameters.iteration);
     return runLineGrid(data, data.result1D, monteCarlo, progressOwnerOf(ModelFamily::Saturated, data.multiChemical), ui,
-                       [&](double x, double t, double) { return pointConcentration(data, terms, kernel, x, t); });
+                       [&data, &kernel, terms](double x, double t) { return pointConcentration(data, terms, kernel, x, t); });
 }
 
 }  // namespace bm

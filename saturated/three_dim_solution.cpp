@@ -5,6 +5,7 @@
 #include "model/data_set.h"
 #include "model/number_text.h"
 #include "model/model_kinds.h"
+#include "montecarlo/pass/grid_points.h"
 #include "saturated/ratio_clamp.h"
 #include "saturated/quadrature_points.h"
 #include "saturated/spatial_grid.h"
@@ -127,28 +128,28 @@ double solveThreeDimensional(DataSet& data, ThreeDimParameters& parameters, bool
     const ThreeDimSolution solution(parameters, table);
     const InflowTerms terms(data, monteCarlo, iteration);
     const ProgressOwner owner = progressOwnerOf(ModelFamily::Saturated, data.multiChemical);
-    const double totalPoints = static_cast<double>(nx) * ny * nz * nt;
-    double done = 0.0;
+    // Points in the order y, then x, then z, then t; each on its own.
+    struct Indices {
+        int i, k, l, j;
+    };
+    const auto indices = [nx, ny, nz](long long at) {
+        const long long plane = at / ny;
+        return Indices{static_cast<int>(plane % nx) + 1, static_cast<int>(at % ny) + 1,
+                       static_cast<int>(plane / nx % nz) + 1, static_cast<int>(plane / nx / nz) + 1};
+    };
+    auto compute = [&data, &solution, &terms, &parameters, indices](long long at) {
+        const Indices p = indices(at);
+        return pointConcentration(solution, terms, data.xValues(p.i), data.yValues(p.k), data.zValues(p.l),
+                                  data.tValues(p.j), parameters);
+    };
     double c = 0.0;
-    for (int j = 1; j <= nt; ++j) {
-        const double t = data.tValues(j);
-        for (int l = 1; l <= nz; ++l) {
-            const double z = data.zValues(l);
-            for (int i = 1; i <= nx; ++i) {
-                const double x = data.xValues(i);
-                for (int k = 1; k <= ny; ++k) {
-                    if (data.stopRequested) {
-                        data.stopRequested = false;
-                        return 0.0;
-                    }
-                    c = pointConcentration(solution, terms, x, data.yValues(k), z, t, parameters);
-                    data.result3D(i, k, l, j) = c;
-                    done += 1.0;
-                    if (!monteCarlo) ui.reportProgress(owner, totalPoints, done);
-                }
-            }
-        }
-    }
+    const bool finished = runGridPoints<double>(data, static_cast<long long>(nx) * ny * nz * nt, monteCarlo, owner,
+                                                ui, compute, [&](long long at, double value) {
+                                                    const Indices p = indices(at);
+                                                    data.result3D(p.i, p.k, p.l, p.j) = value;
+                                                    c = value;
+                                                });
+    if (!finished) return 0.0;
     const double last = c;
 
     // The selected point: computed on its own when the grid is more than one point.

@@ -5,6 +5,7 @@
 #include "model/data_set.h"
 #include "model/number_text.h"
 #include "model/model_kinds.h"
+#include "montecarlo/pass/grid_points.h"
 #include "saturated/ratio_clamp.h"
 #include "saturated/quadrature_points.h"
 #include "shell/base/checked_math.h"
@@ -134,25 +135,21 @@ double solveTwoDimensional(DataSet& data, TwoDimParameters& parameters, bool mon
     const TwoDimSolution solution(parameters, table);
     const InflowTerms terms(data, monteCarlo, iteration);
     const ProgressOwner owner = progressOwnerOf(ModelFamily::Saturated, data.multiChemical);
-    const double totalPoints = static_cast<double>(nx) * ny * nt;
-    double done = 0.0;
+    // Points in the order y, then x, then t; each on its own.
+    auto compute = [&data, &solution, &terms, &parameters, nx, ny](long long at) {
+        const int k = static_cast<int>(at % ny) + 1;
+        const int i = static_cast<int>(at / ny % nx) + 1;
+        const int j = static_cast<int>(at / ny / nx) + 1;
+        return pointConcentration(solution, terms, data.xValues(i), data.yValues(k), data.tValues(j), parameters);
+    };
     double c = 0.0;
-    for (int j = 1; j <= nt; ++j) {
-        const double t = data.tValues(j);
-        for (int i = 1; i <= nx; ++i) {
-            const double x = data.xValues(i);
-            for (int k = 1; k <= ny; ++k) {
-                if (data.stopRequested) {
-                    data.stopRequested = false;
-                    return 0.0;
-                }
-                c = pointConcentration(solution, terms, x, data.yValues(k), t, parameters);
-                data.result2D(i, k, j) = c;
-                done += 1.0;
-                if (!monteCarlo) ui.reportProgress(owner, totalPoints, done);
-            }
-        }
-    }
+    const bool finished = runGridPoints<double>(
+        data, static_cast<long long>(nx) * ny * nt, monteCarlo, owner, ui, compute, [&](long long at, double value) {
+            data.result2D(static_cast<int>(at / ny % nx) + 1, static_cast<int>(at % ny) + 1,
+                          static_cast<int>(at / ny / nx) + 1) = value;
+            c = value;
+        });
+    if (!finished) return 0.0;
     const double last = c;
 
     // The selected point: computed on its own when the grid is more than one point.

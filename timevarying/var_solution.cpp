@@ -4,11 +4,13 @@
 #include <cfloat>
 #include <cmath>
 #include <functional>
+#include <utility>
 
 #include "model/number_text.h"
 #include "shell/base/checked_math.h"
 #include "shell/base/runtime_error.h"
 #include "montecarlo/pass/calculation_pass.h"
+#include "montecarlo/pass/grid_points.h"
 #include "timevarying/var_output.h"
 #include "timevarying/var_record.h"
 #include "timevarying/var_variants.h"
@@ -48,29 +50,35 @@ float solveGrid(DataSet& data, const kernvarRecord& record, bool monteCarlo, boo
         if (record.timeCount == 1) ts(1) = toFloat(data.tConstant);
     }
 
+    // Points in the order y, then x, then t; a line source is one point per
+    // (t, x), uniform along y. Each point on its own; the alpha of a time is
+    // kept for the points of its time that follow.
     const int nt = record.timeCount, nx = record.xCount, ny = record.yCount;
-    const double total = static_cast<double>(nt) * nx * (line ? 1 : ny);
-    double done = 0;
-    for (int k = 1; k <= nt; ++k) {
+    const int across = line ? 1 : ny;
+    auto compute = [&ts = std::as_const(ts), &xs = std::as_const(xs), &ys = std::as_const(ys), &record, &source, line,
+                    nx, across, time = -1, alpha = 0.0f](long long at) mutable {
+        const int k = static_cast<int>(at / across / nx) + 1;
         const float t = ts(k);
-        const float alpha = alpha_t(record, t);
-        for (int i = 1; i <= nx; ++i) {
-            const float x = xs(i);
-            const int base = (k - 1) * nx * ny + (i - 1) * ny;
-            if (line) {
-                if (data.stopRequested) return 0.0f;
-                const float c = source(t, x, 0.0f, alpha);
-                for (int j = 1; j <= ny; ++j) data.resultVar(base + j) = c;  // uniform along y
-                if (!monteCarlo) ui.reportProgress(ProgressOwner::TimeVaryingForm, total, ++done);
-                continue;
-            }
-            for (int j = 1; j <= ny; ++j) {
-                if (data.stopRequested) return 0.0f;
-                data.resultVar(base + j) = source(t, x, ys(j), alpha);
-                if (!monteCarlo) ui.reportProgress(ProgressOwner::TimeVaryingForm, total, ++done);
-            }
+        if (k != time) {
+            alpha = alpha_t(record, t);
+            time = k;
         }
-    }
+        const float x = xs(static_cast<int>(at / across % nx) + 1);
+        const float y = line ? 0.0f : ys(static_cast<int>(at % across) + 1);
+        return source(t, x, y, alpha);
+    };
+    const bool finished = runGridPoints<float>(
+        data, static_cast<long long>(nt) * nx * across, monteCarlo, ProgressOwner::TimeVaryingForm, ui, compute,
+        [&](long long at, float c) {
+            const int base = static_cast<int>(at / across) * ny;
+            if (line) {
+                for (int j = 1; j <= ny; ++j) data.resultVar(base + j) = c;
+            } else {
+                data.resultVar(base + static_cast<int>(at % across) + 1) = c;
+            }
+        },
+        StopFlag::Kept);
+    if (!finished) return 0.0f;
 
     // The selected point alone.
     if (data.stopRequested) return 0.0f;
@@ -185,9 +193,12 @@ void layOutTimeVaryingGrid(DataSet& data, bool simulate, UserInterface& ui) {
 }
 
 std::optional<double> timeVaryingIteration(DataSet& data, bool simulate, int iteration, UserInterface& ui) {
-    kernvarRecord& record = theVarRecord();
-    if (simulate) copyToDLLStructure(data, record, true, iteration, ui);
-    const float result = solveSource(data, record, simulate, ui);
+    // An iteration of a simulation fills a record of its own, so that
+    // iterations can run side by side; it starts from the regular record, whose
+    // codes it keeps when the model's words name none.
+    kernvarRecord own = theVarRecord();
+    if (simulate) copyToDLLStructure(data, own, true, iteration, ui);
+    const float result = solveSource(data, simulate ? own : theVarRecord(), simulate, ui);
     if (data.stopRequested) return std::nullopt;  // Stop inside the grid
     return result;
 }

@@ -76,12 +76,13 @@ public:
     PointSolver(const DataSet& data, const UnsatParameters& p, bool monteCarlo, const Coefficients& k)
         : data_(data), p_(p), k_(k), inlet_(inletOf(data.contaminantType)), terms_(data, monteCarlo, p.iteration) {}
 
-    // C at (x, t). `c` carries the previous point's value, which the old
-    // contaminant word keeps unchanged.
-    double operator()(double x, double t, double c) const {
-        if (inlet_ == Inlet::OldWord) return c;
+    // C at (x, t). The old contaminant word computes nothing: its grid keeps
+    // the 0 it starts from.
+    double operator()(double x, double t) const {
+        if (inlet_ == Inlet::OldWord) return 0.0;
         const double X = fp::sub(x, p_.xMin);
         const double T = fp::sub(t, p_.tMin);
+        double c = 0.0;
         if (T == 0.0) {
             c = X == 0.0 ? 1.0 : 0.0;
         } else {

@@ -28,6 +28,16 @@ bool takeValue(const std::vector<std::string>& args, std::size_t& i, std::string
     return true;
 }
 
+// The most calculation threads asked for on the command line.
+constexpr int kMostThreads = 1024;
+
+// A text that is a whole number from `least` to `most`.
+bool wholeNumberIn(const std::string& text, int least, int most) {
+    if (!isNumeric(text)) return false;
+    const double value = textValue(text);
+    return value >= least && value <= most && value == static_cast<int>(value);
+}
+
 // A model kind in words, for the refusal of kinds this calculator cannot do yet.
 std::string kindWords(const DataSet& data) {
     std::string words = data.modelType.empty() ? std::string("(no model type)") : data.modelType;
@@ -49,7 +59,8 @@ void deliver(const std::string& path, const std::string& utf8, std::FILE* standa
 }  // namespace
 
 std::string batchUsageText() {
-    return "Usage: brenmoor-calc [--save FILE] [--output FILE] [--chemical N] [--generate [--seed N]] DATAFILE\n"
+    return "Usage: brenmoor-calc [--save FILE] [--output FILE] [--chemical N] [--generate [--seed N]]\n"
+           "                    [--threads N] DATAFILE\n"
            "\n"
            "Reads a Brenmoor data file (.one .two .tri .mc1 .mc2 .mc3 .u1d .mcu .var),\n"
            "runs the calculation exactly as Calculate! does on that model, and writes:\n"
@@ -63,6 +74,8 @@ std::string batchUsageText() {
            "                  calculating; without it the file's samples are used\n"
            "  --seed N        seed the sample generator: the same seed and file give\n"
            "                  the same samples\n"
+           "  --threads N     the threads the calculation spreads over (default: all\n"
+           "                  cores); the results are the same with any number\n"
            "  --help          this text\n"
            "FILE may be - for standard output. With neither --save nor --output the\n"
            "output file goes to standard output. A file is replaced only once the new\n"
@@ -87,7 +100,7 @@ bool parseBatchArguments(const std::vector<std::string>& args, BatchOptions& opt
         } else if (a == "--chemical") {
             std::string n;
             if (!takeValue(args, i, n, error)) return false;
-            if (!isNumeric(n) || textValue(n) < 1 || textValue(n) > 32767 || textValue(n) != static_cast<int>(textValue(n))) {
+            if (!wholeNumberIn(n, 1, 32767)) {
                 error = "--chemical needs a whole number from 1";
                 return false;
             }
@@ -103,6 +116,14 @@ bool parseBatchArguments(const std::vector<std::string>& args, BatchOptions& opt
                 return false;
             }
             options.seed = std::stoull(digits);
+        } else if (a == "--threads") {
+            std::string n;
+            if (!takeValue(args, i, n, error)) return false;
+            if (!wholeNumberIn(n, 1, kMostThreads)) {
+                error = "--threads needs a whole number from 1 to " + std::to_string(kMostThreads);
+                return false;
+            }
+            options.threads = static_cast<int>(textValue(n));
         } else if (a.size() > 1 && a[0] == '-' && a != "-") {
             error = "unknown option " + a;
             return false;

@@ -27,6 +27,7 @@ struct BatchOptions {
     int chemical = 0;        // 0: the file's own choice
     bool generate = false;   // new samples from the file's variant table before calculating
     std::optional<std::uint64_t> seed;  // the random generator's seed (else a fresh one)
+    int threads = 0;         // calculation threads; 0: all cores
     bool help = false;
 };
 

@@ -4,6 +4,7 @@
 
 #include "apps/brenmoor-calc/batch_calculator.h"
 #include "model/app_state.h"
+#include "montecarlo/pass/ordered_batches.h"
 #include "shell/screen/built_in_kinds.h"
 
 int main(int argc, char** argv) {
@@ -18,6 +19,7 @@ int main(int argc, char** argv) {
         std::fputs(bm::batchUsageText().c_str(), stdout);
         return bm::kExitDone;
     }
+    bm::setCalculationThreads(options.threads);
     bm::registerBuiltInKinds();
     bm::theAppState().appPath = bm::programDirectory();
     bm::theAppState().gaussPointsFile = bm::theAppState().appPath + "/glq.pts";

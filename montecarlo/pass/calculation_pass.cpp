@@ -6,6 +6,7 @@
 #include "model/number_text.h"
 #include "model/ranges.h"
 #include "montecarlo/monte_marker.h"
+#include "montecarlo/pass/spread_iterations.h"
 #include "shell/base/error_handler.h"
 #include "shell/base/runtime_error.h"
 
@@ -61,6 +62,13 @@ PassResult runCalculationPass(DataSet& data, const KindCalculation& kind, UserIn
 
     const ProgressOwner owner = progressOwnerOfKind(data, kind);
     for (int i = 1; i <= n - 1; ++i) {
+        if (i == 2 && spreadsIterations(n)) {
+            if (!spreadLaterIterations(data, kind, n, results, pass, owner, ui)) {
+                pass.ending = PassEnding::Stopped;
+                return pass;
+            }
+            break;
+        }
         if (data.stopRequested) {
             data.stopRequested = false;
             pass.ending = PassEnding::Stopped;

@@ -3,10 +3,12 @@
 // columns alike): the counts, the lists and their counters in the DataSet.
 
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "model/data_set.h"
 #include "model/number_text.h"
+#include "montecarlo/pass/grid_points.h"
 #include "shell/base/user_interface.h"
 
 namespace bm {
@@ -29,31 +31,28 @@ void layOutLineGrid(DataSet& data, const LineGridCounts& counts, double xMin, do
                     double tInterval, bool monteCarlo);
 
 // C/Co over the grid laid out in `result`, time by time and x by x, with
-// `point(x, t, previous)` giving each value from the one before it. Stop is
-// looked at before every point and progress reported after it (not in a
-// simulation). Then the selected point (xConstant, tConstant) is computed on its
-// own when the grid has more than one point, and a regular run shows it as the
-// mode text. Returns the last grid value, or 0 when stopped.
+// `point(x, t)` giving each value (on a copy of its own on each calculation
+// thread, see grid_points.h). Stop is looked at before every batch of points
+// and progress reported after it (not in a simulation). Then the selected
+// point (xConstant, tConstant) is computed on its own when the grid has more
+// than one point, and a regular run shows it as the mode text. Returns the
+// last grid value, or 0 when stopped.
 template <class Point>
 double runLineGrid(DataSet& data, Array<double, 2>& result, bool monteCarlo, ProgressOwner owner, UserInterface& ui,
                    Point&& point) {
     const int nx = data.numXTerms;
     const int nt = data.numTTerms;
-    const double totalPoints = static_cast<double>(nx) * static_cast<double>(nt);
-    double done = 0.0;
+    auto compute = [&xs = std::as_const(data.xValues), &ts = std::as_const(data.tValues), point,
+                    nx](long long at) mutable {
+        return point(xs(static_cast<int>(at % nx) + 1), ts(static_cast<int>(at / nx) + 1));
+    };
     double c = 0.0;
-    for (int j = 1; j <= nt; ++j) {
-        for (int i = 1; i <= nx; ++i) {
-            if (data.stopRequested) {
-                data.stopRequested = false;
-                return 0.0;
-            }
-            c = point(data.xValues(i), data.tValues(j), c);
-            result(i, j) = c;
-            done += 1.0;
-            if (!monteCarlo) ui.reportProgress(owner, totalPoints, done);
-        }
-    }
+    const bool finished = runGridPoints<double>(
+        data, static_cast<long long>(nx) * nt, monteCarlo, owner, ui, compute, [&](long long at, double value) {
+            result(static_cast<int>(at % nx) + 1, static_cast<int>(at / nx) + 1) = value;
+            c = value;
+        });
+    if (!finished) return 0.0;
     const double last = c;
 
     if (nx != 1 || nt != 1) {
@@ -61,7 +60,7 @@ double runLineGrid(DataSet& data, Array<double, 2>& result, bool monteCarlo, Pro
         const double savedT = data.tValues(1);
         data.xValues(1) = data.xConstant;
         data.tValues(1) = data.tConstant;
-        data.currentConcentration = point(data.xValues(1), data.tValues(1), c);
+        data.currentConcentration = point(data.xValues(1), data.tValues(1));
         data.xValues(1) = savedX;
         data.tValues(1) = savedT;
     } else {

@@ -107,6 +107,30 @@ TEST(BatchArguments, OptionsAndMisuse) {
     EXPECT_FALSE(parseBatchArguments({"a.one", "b.one"}, p, error));
 }
 
+TEST(BatchArguments, ThreadsAreAWholeNumberFromOne) {
+    BatchOptions o;
+    std::string error;
+    EXPECT_EQ(o.threads, 0);  // all cores unless given
+    ASSERT_TRUE(parseBatchArguments({"--threads", "3", "m.one"}, o, error));
+    EXPECT_EQ(o.threads, 3);
+    for (const char* bad : {"0", "-2", "2.5", "many", "1025"}) {
+        BatchOptions p;
+        EXPECT_FALSE(parseBatchArguments({"--threads", bad, "m.one"}, p, error)) << bad;
+        EXPECT_EQ(error, "--threads needs a whole number from 1 to 1024") << bad;
+    }
+    BatchOptions q;
+    EXPECT_FALSE(parseBatchArguments({"m.one", "--threads"}, q, error));
+}
+
+TEST(BatchProgram, ABadThreadCountIsAWrongCommandLine) {
+    TempDir dir;
+    const ProgramRun r = runProgram("--threads 0 x.one", dir);
+    EXPECT_EQ(r.status, kExitUsage);
+    EXPECT_NE(r.err.find("brenmoor-calc: --threads needs a whole number from 1 to 1024"), std::string::npos) << r.err;
+    EXPECT_NE(r.err.find("Usage: brenmoor-calc"), std::string::npos);
+    EXPECT_NE(runProgram("--help", dir).out.find("--threads N"), std::string::npos);
+}
+
 TEST(BatchProgram, HelpDocumentsOptionsAndExitStatus) {
     TempDir dir;
     const ProgramRun r = runProgram("--help", dir);

@@ -3,8 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <sstream>
 #include <string>
 #include <sys/wait.h>
@@ -34,9 +37,11 @@ std::string sampleText(const std::string& name) {
 }
 
 // Replaces the value of a labelled line of the model block ("Width: 20" ->
-// "Width: 1E+6"); the units above it have a "Time: " of their own.
-void setField(std::string& text, const std::string& label, const std::string& value) {
-    const auto at = text.find("\r\n" + label, text.find("Coor Data"));
+// "Width: 1E+6"); the units above it have a "Time: " of their own. The model's
+// words stand above the coordinates: `after` names the line to look from.
+void setField(std::string& text, const std::string& label, const std::string& value,
+              const std::string& after = "Coor Data") {
+    const auto at = text.find("\r\n" + label, text.find(after));
     ASSERT_NE(at, std::string::npos) << label;
     const auto end = text.find("\r\n", at + 2);
     text.replace(at + 2, end - at - 2, label + value);
@@ -259,5 +264,121 @@ TEST(BatchModels, TimeVaryingSimulationFollowsItsVelocitySamples) {
         const double c = m / (4 * pi * std::sqrt(a) * alpha) *
                          std::exp(-(x - u * t) * (x - u * t) / (4 * alpha) - y * y / (4 * a * alpha));
         EXPECT_CLOSE(values[i], c, 1e-4, 1e-7) << i;
+    }
+}
+
+// ================================================================ the threads
+
+namespace {
+
+struct WrittenFiles {
+    int status = -1;
+    std::string saved, output, messages;
+};
+
+// The model run with --threads from `dir` (the output file names its data file).
+WrittenFiles runOnThreads(const TempDir& dir, const std::string& name, int threads) {
+    WrittenFiles files;
+    std::string out;
+    files.status = runCalc("--threads " + std::to_string(threads) + " --save " + dir.file("saved") + " --output " +
+                               dir.file("output") + " " + dir.file(name),
+                           dir, out, files.messages);
+    // A run that fails writes neither.
+    if (std::filesystem::exists(dir.file("saved"))) files.saved = readFileBytes(dir.file("saved"));
+    if (std::filesystem::exists(dir.file("output"))) files.output = readFileBytes(dir.file("output"));
+    std::remove(dir.file("saved").c_str());
+    std::remove(dir.file("output").c_str());
+    return files;
+}
+
+// The same files, messages and status on one thread and on three.
+void expectTheSameOnAnyThreads(const std::string& model, const std::string& name, int status = 0) {
+    const TempDir dir;
+    writeFileBytes(dir.file(name), model);
+    const WrittenFiles one = runOnThreads(dir, name, 1);
+    const WrittenFiles three = runOnThreads(dir, name, 3);
+    EXPECT_EQ(one.status, status) << name << ": " << one.messages;
+    EXPECT_EQ(three.status, one.status) << name;
+    EXPECT_TRUE(three.saved == one.saved) << name << ": the saved data files differ";
+    EXPECT_TRUE(three.output == one.output) << name << ": the output files differ";
+    EXPECT_EQ(three.messages, one.messages) << name;
+    if (status == 0) {
+        EXPECT_GT(one.output.size(), 2000u) << name;
+    }
+}
+
+struct FinerModel {
+    const char* sample;
+    const char* aquifer;  // "" keeps the sample's
+    const char* contaminant;
+    const char* x;
+    const char* time;
+};
+
+// A model's Monte Carlo samples, each row's variants stretched to `count`
+// values made from its own (every value a little apart from the next).
+std::string withMoreVariants(const std::string& model, int count) {
+    std::vector<std::string> in = lines(model);
+    std::vector<std::string> out;
+    const auto header = std::find(in.begin(), in.end(), "[Begin Monte Carlo Data]");
+    EXPECT_NE(header, in.end());
+    if (header == in.end() || in.end() - header < 4) return model;
+    header[3] = " " + std::to_string(count + 1) + " ";  // the iteration count: one more than the samples
+    for (std::size_t i = 0; i < in.size(); ++i) {
+        out.push_back(in[i]);
+        if (in[i] != "Variants") continue;
+        std::vector<double> own;
+        while (i + 1 < in.size() && bm::isNumeric(in[i + 1])) own.push_back(bm::textValue(in[++i]));
+        EXPECT_FALSE(own.empty());
+        for (int k = 0; k < count && !own.empty(); ++k)
+            out.push_back(" " + bm::generalText(own[static_cast<std::size_t>(k) % own.size()] * (1.0 + 0.001 * (k % 37))) +
+                          " ");
+    }
+    std::string text;
+    for (const std::string& l : out) text += l + "\r\n";
+    return text;
+}
+
+}  // namespace
+
+// Every sample model, and each source and aquifer of its kind, on grids of some
+// thousands of points (many batches on the threads).
+TEST(BatchThreads, EverySampleModelWritesTheSameFilesOnOneThreadAndOnThree) {
+    const FinerModel models[] = {
+        {"sample1.one", "", "", "0:200:1:100", "0:730:7.3:365"},
+        {"sample1.one", "Finite", "Cauchy", "0:200:2:100", "0:730:7.3:365"},
+        {"sample1.one", "Finite", "Dirichlet", "0:200:2:100", "0:730:7.3:365"},
+        {"sample1.two", "", "", "0:500:5:200", "0:1825:365:1825"},
+        {"sample1.two", "Finite", "Finite / Line", "0:500:10:200", "0:1825:365:1825"},
+        {"sample1.two", "Infinite", "Gaussian", "0:500:10:200", "0:1825:365:1825"},
+        {"sample1.two", "Infinite", "Continuous / Point", "0:500:5:200", "0:1825:365:1825"},
+        {"sample1.tri", "", "", "0:500:25:200", "0:1825:365:1825"},
+        {"sample1.tri", "Finite", "Finite / Patch", "0:500:50:200", "0:1825:365:1825"},
+        {"sample1.tri", "Infinite", "Continuous / Point", "0:500:10:200", "0:1825:365:1825"},
+        {"sample1.u1d", "", "", "0:10:0.05:5", "0:730:7.3:365"},
+        {"sample1.var", "", "", "0:500:10:200", "0:1825:365:1825"},
+        {"sample1.var", "", "Line (continuous)", "0:500:5:200", "0:1825:365:1825"},
+    };
+    for (const FinerModel& m : models) {
+        std::string model = sampleText(m.sample);
+        if (*m.aquifer != '\0') setField(model, "Aquifer: ", m.aquifer, "Model: ");
+        if (*m.contaminant != '\0') setField(model, "Contaminant: ", m.contaminant, "Model: ");
+        setField(model, "X: ", m.x);
+        setField(model, "Time: ", m.time);
+        const std::string name = std::string(m.sample);
+        SCOPED_TRACE(name + " " + m.aquifer + " " + m.contaminant);
+        expectTheSameOnAnyThreads(model, name);
+    }
+}
+
+// Monte Carlo runs of every kind with 400 iterations.
+TEST(BatchThreads, MonteCarloRunsWriteTheSameFilesOnOneThreadAndOnThree) {
+    for (const char* input : {"montecarlo_one.one", "montecarlo_two.two", "montecarlo_three.tri",
+                              "montecarlo_unsat_decay.u1d", "montecarlo_var.var"}) {
+        const std::string model = withMoreVariants(
+            readFileBytes(bm::testkit::sourceDir() / "apps" / "brenmoor-calc" / "tests" / "goldens" / "inputs" / input),
+            400);
+        SCOPED_TRACE(input);
+        expectTheSameOnAnyThreads(model, input);
     }
 }

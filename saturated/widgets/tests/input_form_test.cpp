@@ -21,6 +21,7 @@
 
 #include "model/number_text.h"
 #include "montecarlo/monte_marker.h"
+#include "montecarlo/pass/ordered_batches.h"
 #include "saturated/tests/input_form_test_models.h"
 #include "testing/one_dim_test_model.h"
 #include "saturated/widgets/input_form.h"
@@ -345,6 +346,76 @@ TEST_F(InputFormScreen, ALongRunCanAlwaysBeStopped) {
     EXPECT_EQ(points, 500);
     EXPECT_EQ(data.calculationMode, "Regular");
     EXPECT_TRUE(form->findChild<QWidget*>(QStringLiteral("mainElastic"))->isEnabled());
+}
+
+// A long run on several threads: the progress picture moves and repaints
+// between batches, Stop is honoured at the next batch boundary, and the grid
+// left is the one a run on one thread stopped at that same point leaves.
+TEST_F(InputFormScreen, ALongRunOnSeveralThreadsStoppedHalfWayLeavesTheGridOfOneThreadStoppedThere) {
+    DataSet d = testkit::oneDimScreenModel();
+    d.xRange = "0:3000:0.1";  // 30001 x 6 points
+    d.mcAtX = "3000";
+    const double total = 30001.0 * 6.0;
+
+    double stoppedAt = 0;
+    std::vector<QString> percents;
+    int reportsAfterStop = 0;
+    {
+        const ScopedCalculationThreads threads(3);
+        open(d);
+        onPoint = [&](const ScriptedUserInterface::Progress& p) {
+            if (stoppedAt > 0) ++reportsAfterStop;
+            percents.push_back(form->progressPicture()->text());
+            if (stoppedAt == 0 && p.done >= total / 2 && p.done < total) {
+                stoppedAt = p.done;
+                EXPECT_TRUE(form->progressPicture()->isVisible());
+                ui.answers.push_back(MessageAnswer::Yes);
+                QTest::mouseClick(form->stopButton(), Qt::LeftButton);
+            }
+        };
+        form->menuItem(QStringLiteral("mnuFile(20)"))->trigger();
+        settle();
+    }
+    ASSERT_GT(stoppedAt, 0.0) << "no progress report between half way and the end";
+    EXPECT_EQ(reportsAfterStop, 0);  // Stop came in at the boundary after the click
+    ASSERT_GT(percents.size(), 2u);
+    EXPECT_NE(percents.front(), percents.back());  // the picture moved
+    ASSERT_EQ(ui.messages.size(), 1u);
+    EXPECT_EQ(ui.messages[0].title, "Stop Calculation");
+    const Array<double, 2> stoppedOnThreads = data.result1D;
+    const std::string modeOnThreads = data.calculationMode;
+    const QString labelOnThreads = form->resultLabel(1)->text();
+    EXPECT_TRUE(form->findChild<QWidget*>(QStringLiteral("mainElastic"))->isEnabled());
+
+    // The same run on one thread, stopped when the same number of points is done.
+    form->hide();
+    form.reset();
+    ui.messages.clear();
+    ui.answers.clear();
+    double stoppedOneAt = 0;
+    {
+        const ScopedCalculationThreads thread(1);
+        open(d);
+        onPoint = [&](const ScriptedUserInterface::Progress& p) {
+            if (p.done == stoppedAt) {
+                stoppedOneAt = p.done;
+                ui.answers.push_back(MessageAnswer::Yes);
+                QTest::mouseClick(form->stopButton(), Qt::LeftButton);
+            }
+        };
+        form->menuItem(QStringLiteral("mnuFile(20)"))->trigger();
+        settle();
+    }
+    ASSERT_EQ(stoppedOneAt, stoppedAt);
+    EXPECT_EQ(data.result1D, stoppedOnThreads);
+    EXPECT_EQ(data.calculationMode, modeOnThreads);
+    EXPECT_EQ(form->resultLabel(1)->text(), labelOnThreads);
+
+    // Half the grid or more was computed and the rest left at 0.
+    const int nx = 30001;
+    const int kept = static_cast<int>(stoppedAt);
+    EXPECT_NE(stoppedOnThreads(1, (kept - 1) / nx + 1), 0.0);  // the inlet of the last time reached
+    for (int at = kept; at < nx * 6; ++at) ASSERT_EQ(stoppedOnThreads(at % nx + 1, at / nx + 1), 0.0) << at;
 }
 
 // ================================================================ units

@@ -1,0 +1,87 @@
+#include "montecarlo/pass/ordered_batches.h"
+
+#include <chrono>
+
+#include <tbb/blocked_range.h>
+#include <tbb/global_control.h>
+#include <tbb/info.h>
+#include <tbb/parallel_for.h>
+#include <tbb/partitioner.h>
+#include <tbb/task_arena.h>
+
+namespace bm {
+
+namespace {
+
+std::atomic<int> theThreads{0};
+
+double secondsNow() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+// A batch this long keeps the progress display moving and answers Stop at once.
+constexpr double kShortBatch = 0.02;
+constexpr double kLongBatch = 0.08;
+
+}  // namespace
+
+int availableCores() { return std::max(1, tbb::info::default_concurrency()); }
+
+int calculationThreads() {
+    const int threads = theThreads.load();
+    return threads > 0 ? threads : availableCores();
+}
+
+void setCalculationThreads(int threads) { theThreads.store(std::max(threads, 0)); }
+
+ScopedCalculationThreads::ScopedCalculationThreads(int threads) : former_(theThreads.load()) {
+    setCalculationThreads(threads);
+}
+
+ScopedCalculationThreads::~ScopedCalculationThreads() { theThreads.store(former_); }
+
+namespace batches {
+
+// More threads than cores need the process-wide limit raised as well as an
+// arena of that many places.
+struct Spread::Threads {
+    explicit Threads(int threads)
+        : count(threads), limit(tbb::global_control::max_allowed_parallelism, static_cast<std::size_t>(threads)),
+          arena(threads) {}
+    int count;
+    tbb::global_control limit;
+    tbb::task_arena arena;
+};
+
+Spread::Spread(int threads) : threads_(std::make_unique<Threads>(threads)) {}
+
+Spread::~Spread() = default;
+
+// A few pieces a thread, none smaller: neighbouring points share the node
+// values the kernels keep per thread (one line of a grid fills them once), so
+// a thread is not given scattered single points even when it steals.
+void Spread::run(long long first, long long last, const std::function<void(long long, long long, int)>& body) {
+    const long long grain = std::max(1LL, (last - first) / (4LL * threads_->count));
+    threads_->arena.execute([&] {
+        tbb::parallel_for(
+            tbb::blocked_range<long long>(first, last, static_cast<std::size_t>(grain)),
+            [&](const tbb::blocked_range<long long>& piece) {
+                body(piece.begin(), piece.end(), tbb::this_task_arena::current_thread_index());
+            },
+            tbb::simple_partitioner());
+    });
+}
+
+BatchSizer::BatchSizer(int threads) : size_(4LL * threads), smallest_(4LL * threads), largest_(1LL << 20) {}
+
+void BatchSizer::started() { startedAt_ = secondsNow(); }
+
+void BatchSizer::finished() {
+    const double took = secondsNow() - startedAt_;
+    if (took < kShortBatch) size_ = std::min(size_ * 2, largest_);
+    else if (took > kLongBatch) size_ = std::max(size_ / 2, smallest_);
+}
+
+}  // namespace batches
+
+}  // namespace bm

@@ -1,0 +1,161 @@
+// Work spread over the calculation threads in ordered batches: every item's
+// value as computed on its own, stored once and in item order, errors raised
+// as the first failing item raises them, Stop between batches keeping exactly
+// the items before the boundary, on one thread and on more threads than cores.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <optional>
+#include <vector>
+
+#include "montecarlo/pass/ordered_batches.h"
+#include "shell/base/runtime_error.h"
+
+namespace bm {
+namespace {
+
+// A value with a cache that a copy fills as it goes, as the kernels' caches do.
+struct CachedSquareRoot {
+    std::optional<long long> lastItem;
+    double lastValue = 0.0;
+    double operator()(long long item) {
+        if (!lastItem || *lastItem != item) {
+            lastValue = std::sqrt(static_cast<double>(item)) + 1.0 / (1.0 + static_cast<double>(item));
+            lastItem = item;
+        }
+        return lastValue;
+    }
+};
+
+struct ItemRun {
+    std::vector<long long> storedItems;
+    std::vector<double> values;
+    std::vector<long long> progress;
+    bool finished = false;
+    std::optional<int> error;
+};
+
+// Items 0 .. count - 1 on `threads` threads; proceed says no once `stopAfter`
+// items are stored; items at `failAt` and later raise error 6 + item % 3.
+ItemRun runItems(int threads, long long count, long long stopAfter = -1, long long failAt = -1) {
+    const ScopedCalculationThreads scope(threads);
+    ItemRun run;
+    run.values.assign(static_cast<std::size_t>(count), -1.0);
+    auto compute = [cached = CachedSquareRoot{}, failAt](long long item) mutable {
+        if (failAt >= 0 && item >= failAt) raiseError(6 + static_cast<int>(item % 3));
+        return cached(item);
+    };
+    try {
+        run.finished = forEachInOrderedBatches<double>(
+            count, compute,
+            [&](long long item, double value) {
+                run.storedItems.push_back(item);
+                run.values[static_cast<std::size_t>(item)] = value;
+            },
+            [&] { return stopAfter < 0 || static_cast<long long>(run.storedItems.size()) < stopAfter; },
+            [&](long long done) { run.progress.push_back(done); }, [&](long long item) { return compute(item); });
+    } catch (const RuntimeError& e) {
+        run.error = e.number();
+    }
+    return run;
+}
+
+std::vector<long long> itemsUpTo(long long count) {
+    std::vector<long long> items;
+    for (long long i = 0; i < count; ++i) items.push_back(i);
+    return items;
+}
+
+TEST(OrderedBatches, EveryItemIsStoredOnceInOrderWithTheValueItHasOnItsOwn) {
+    const long long count = 20000;
+    for (int threads : {1, 2, 3, 7}) {
+        const ItemRun run = runItems(threads, count);
+        EXPECT_TRUE(run.finished);
+        EXPECT_EQ(run.storedItems, itemsUpTo(count)) << threads << " threads";
+        for (long long i = 0; i < count; ++i) {
+            const double expected = std::sqrt(static_cast<double>(i)) + 1.0 / (1.0 + static_cast<double>(i));
+            ASSERT_EQ(run.values[static_cast<std::size_t>(i)], expected) << "item " << i << ", " << threads << " threads";
+        }
+        ASSERT_FALSE(run.progress.empty());
+        EXPECT_EQ(run.progress.back(), count);
+    }
+}
+
+TEST(OrderedBatches, OneThreadTestsBeforeAndReportsAfterEveryItem) {
+    const ItemRun run = runItems(1, 50, 17);
+    EXPECT_FALSE(run.finished);
+    EXPECT_EQ(run.storedItems, itemsUpTo(17));
+    EXPECT_EQ(run.progress, std::vector<long long>({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17}));
+}
+
+TEST(OrderedBatches, SeveralBatchesReportProgressBetweenThem) {
+    const ItemRun run = runItems(3, 200000);
+    EXPECT_GT(run.progress.size(), 2u);
+    for (std::size_t i = 1; i < run.progress.size(); ++i) EXPECT_GT(run.progress[i], run.progress[i - 1]);
+}
+
+TEST(OrderedBatches, StopBetweenBatchesKeepsExactlyTheItemsBeforeTheBoundary) {
+    // Stop is asked for once 1000 items are stored: the run ends at the next
+    // boundary, with every item before it stored and none after it.
+    const ItemRun run = runItems(3, 200000, 1000);
+    EXPECT_FALSE(run.finished);
+    ASSERT_FALSE(run.progress.empty());
+    const long long boundary = run.progress.back();
+    EXPECT_GE(boundary, 1000);
+    EXPECT_LT(boundary, 200000);
+    EXPECT_EQ(run.storedItems, itemsUpTo(boundary));
+    for (long long i = boundary; i < 200000; ++i) ASSERT_EQ(run.values[static_cast<std::size_t>(i)], -1.0);
+}
+
+TEST(OrderedBatches, AFailingItemRaisesItsErrorAfterTheItemsBeforeItAsOnOneThread) {
+    for (long long failAt : {0LL, 1LL, 5LL, 4097LL, 19999LL}) {
+        const ItemRun reference = runItems(1, 20000, -1, failAt);
+        ASSERT_TRUE(reference.error.has_value());
+        EXPECT_EQ(*reference.error, 6 + static_cast<int>(failAt % 3));
+        EXPECT_EQ(reference.storedItems, itemsUpTo(failAt));
+        for (int threads : {2, 3}) {
+            const ItemRun run = runItems(threads, 20000, -1, failAt);
+            EXPECT_EQ(run.error, reference.error) << "fail at " << failAt << ", " << threads << " threads";
+            EXPECT_EQ(run.storedItems, reference.storedItems) << "fail at " << failAt << ", " << threads << " threads";
+            EXPECT_EQ(run.values, reference.values) << "fail at " << failAt << ", " << threads << " threads";
+        }
+    }
+}
+
+TEST(OrderedBatches, AnItemThatFailsOnAWorkerAloneIsRecoveredOnTheCallingThread) {
+    // Item 300 cannot be computed on a worker; recovered on the calling
+    // thread it gives its value and the work goes on after it.
+    const ScopedCalculationThreads scope(3);
+    auto compute = [](long long item) -> double {
+        if (item == 300) throw std::runtime_error("not on this thread");
+        return static_cast<double>(item) * 0.5;
+    };
+    std::vector<long long> stored;
+    std::vector<double> values;
+    const bool finished = forEachInOrderedBatches<double>(
+        1000, compute,
+        [&](long long item, double value) {
+            stored.push_back(item);
+            values.push_back(value);
+        },
+        [] { return true; }, [](long long) {}, [](long long item) { return static_cast<double>(item) * 0.5; });
+    EXPECT_TRUE(finished);
+    EXPECT_EQ(stored, itemsUpTo(1000));
+    for (long long i = 0; i < 1000; ++i) EXPECT_EQ(values[static_cast<std::size_t>(i)], 0.5 * static_cast<double>(i));
+}
+
+TEST(OrderedBatches, TheThreadCountIsAllCoresUnlessSet) {
+    EXPECT_GE(availableCores(), 1);
+    {
+        const ScopedCalculationThreads scope(0);
+        EXPECT_EQ(calculationThreads(), availableCores());
+    }
+    {
+        const ScopedCalculationThreads scope(5);
+        EXPECT_EQ(calculationThreads(), 5);
+    }
+}
+
+}  // namespace
+}  // namespace bm
