@@ -28,8 +28,13 @@ constexpr long long kLargestFile = 1LL << 31;
 
 std::string loadFile(const std::string& path) {
     struct stat st {};
-    if (path.empty() || ::stat(path.c_str(), &st) != 0 || !S_ISREG(st.st_mode))
-        raiseError(err::FileNotFound);
+    if (path.empty() || ::stat(path.c_str(), &st) != 0) raiseError(err::FileNotFound);
+    // A folder, a device or a pipe holds no data file (and /dev/zero would never end).
+    if (S_ISDIR(st.st_mode))
+        raiseError(err::PathFileAccessError, "Path/File access error: " + path + " is a folder, not a data file");
+    if (!S_ISREG(st.st_mode))
+        raiseError(err::PathFileAccessError,
+                   "Path/File access error: " + path + " is a device or a pipe, not a data file");
     if (st.st_size > kLargestFile) raiseError(err::OutOfMemory);
     std::ifstream in(path, std::ios::binary);
     if (!in) raiseError(err::PathFileAccessError, "Path/File access error: " + path + " cannot be read (" +

@@ -18,11 +18,11 @@ namespace {
 
 constexpr const char* kErrorContext = "File Error";
 
-// Reports an error through the handler and marks the tag. A bounds error, which
-// the handler passes over in silence, means a file of no recognised format here.
+// Reports an error through the handler and marks the tag. A bounds error is
+// passed over without a box, as everywhere; the tag still keeps the half-read
+// model from opening in a screen.
 void reportFileError(const RuntimeError& error, const std::string& path, UserInterface& ui, std::string& statusTag) {
-    if (error.number() == err::SubscriptOutOfRange) handleError(err::InputPastEndOfFile, kErrorContext, path, ui);
-    else handleError(error, kErrorContext, path, ui);
+    handleError(error, kErrorContext, path, ui);
     statusTag = kFileErrorTag;
 }
 

@@ -328,8 +328,25 @@ TEST(DataFileReader, MissingFileIsError53) {
     DataSet d;
     EXPECT_EQ(raisedError([&] { readDataFile(d, "/no/such/folder/model.one"); }), 53);
     EXPECT_EQ(raisedError([&] { readDataFile(d, ""); }), 53);
+}
+
+TEST(DataFileReader, AFolderOrADeviceIsNoDataFile) {
+    DataSet d;
     testkit::TempDir dir;
-    EXPECT_EQ(raisedError([&] { readDataFile(d, dir.path().string()); }), 53);  // a folder is no file
+    try {
+        readDataFile(d, dir.path().string());
+        ADD_FAILURE() << "a folder was read";
+    } catch (const RuntimeError& e) {
+        EXPECT_EQ(e.number(), 75);
+        EXPECT_EQ(e.description(), "Path/File access error: " + dir.path().string() + " is a folder, not a data file");
+    }
+    try {
+        readDataFile(d, "/dev/zero");  // would never end if it were read
+        ADD_FAILURE() << "a device was read";
+    } catch (const RuntimeError& e) {
+        EXPECT_EQ(e.number(), 75);
+        EXPECT_EQ(e.description(), "Path/File access error: /dev/zero is a device or a pipe, not a data file");
+    }
 }
 
 TEST(DataFileReader, DataSetKeepsWhatWasReadBeforeAnError) {

@@ -261,14 +261,15 @@ TEST_F(FileWorkflow, ReadErrorIsReportedAndTagged) {
     EXPECT_FALSE(ui.busy);
 }
 
-TEST_F(FileWorkflow, BoundsErrorOfAFileIsReportedAsAnUnrecognisedFormat) {
+TEST_F(FileWorkflow, BoundsErrorOfAFileShowsNoMessageAndOpensNoScreen) {
     DataSet d;
     const std::string path = fixturePath("files", "more_results_than_rows.one").string();
     ui.fileAnswers = {path};
     EXPECT_FALSE(openModelFile(d, ui, "Open", 0, "", tag));
-    ASSERT_EQ(ui.messages.size(), 1u);
-    EXPECT_EQ(ui.messages[0].title, "Improper File Name");
+    EXPECT_TRUE(ui.messages.empty());
+    EXPECT_EQ(ui.errorsPassedOver, std::vector<int>{9});
     EXPECT_EQ(tag, "File Error");
+    EXPECT_FALSE(d.needsDisplayRefresh);
 }
 
 TEST_F(FileWorkflow, OverflowInAFileIsReportedAsOverflow) {

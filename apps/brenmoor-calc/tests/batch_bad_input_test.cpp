@@ -161,11 +161,11 @@ TEST(BatchBadInput, ADamagedMonteCarloBlockIsAnImproperFile) {
         {"[End MonteCarlo Data]", "[End Monte Carlo Data]", improperFileName(input)},
         // counts that promise records the block does not hold
         {"[Begin Monte Carlo Data]\r\n 0 \r\n", "[Begin Monte Carlo Data]\r\n 3 \r\n", improperFileName(input)},
-        // a result record with no input record to stand beside (a bounds error
-        // while reading, reported as a file of no recognised format)
+        // a result record with no input record to stand beside: a bounds
+        // error while reading, which the workbench passes over without a box
         {"[Begin Monte Carlo Data]\r\n 0 \r\n 0 \r\n 1 \r\n[Begin Chemical  1 ]\r\n",
          "[Begin Monte Carlo Data]\r\n 0 \r\n 1 \r\n 2 \r\n[Begin Chemical  1 ]\r\n" + records + "Median\r\n 0.1 \r\n",
-         improperFileName(input)},
+         "Run-time error 9: Subscript out of range\n"},
         // a comma inside a record shifts every field behind it: the flag is then read from a word
         {"[Begin Monte Carlo Data]\r\n 0 \r\n 0 \r\n 1 \r\n[Begin Chemical  1 ]\r\n",
          "[Begin Monte Carlo Data]\r\n 1 \r\n 0 \r\n 1 \r\n[Begin Chemical  1 ]\r\nVelocity, Darcy\r\n0.1\r\n0.05\r\n"
