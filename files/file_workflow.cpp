@@ -44,13 +44,6 @@ bool reportedRun(const std::function<void()>& work, const std::string& path, Use
     return done;
 }
 
-// The name part of a path has a full stop.
-bool nameHasExtension(const std::string& path) {
-    std::string directory, name;
-    splitPath(path, directory, name);
-    return name.find('.') != std::string::npos;
-}
-
 }  // namespace
 
 bool saveDataFilePrompt(DataSet& data, UserInterface& ui, std::string& statusTag) {
@@ -99,7 +92,8 @@ std::string chooseDataFile(DataSet& data, UserInterface& ui, const std::string& 
         const std::optional<std::string> chosen = ui.askFile(request);
         if (chosen) {  // a cancel is not reported
             path = *chosen;
-            if (!open && !nameHasExtension(path)) path += extension;
+            // A "." anywhere, in a folder's name too, keeps the text as the user wrote it.
+            if (!open && path.find('.') == std::string::npos) path += extension;
             if (open) {
                 if (!fileExists(path)) raiseError(err::FileNotFound);
                 result = path;

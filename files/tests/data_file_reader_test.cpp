@@ -273,6 +273,27 @@ TEST(DataFileReader, CodePageCharactersBecomeUtf8) {
     EXPECT_EQ(d.title, "odd \xC2\x81 byte");  // the unassigned byte keeps its own character
 }
 
+TEST(DataFileReader, TheFileNamesOwnExtensionIgnoresFullStopsInFolders) {
+    EXPECT_EQ(fileNameExtension("./v2.0/a.b.mc1"), "mc1");
+    EXPECT_EQ(fileNameExtension("data.v2/model"), "");
+    EXPECT_EQ(fileNameExtension("a.one"), "one");
+    EXPECT_EQ(fileNameExtension("./sample1.mc1"), "mc1");
+    const auto own = ExtensionRule::FileNameOwn;
+    EXPECT_TRUE(extensionSelectsMultiChemical("./sample1.mc1", "One Dimensional", own));
+    EXPECT_TRUE(extensionSelectsMultiChemical("dir.v2/a.MC1", "One Dimensional", own));
+    EXPECT_FALSE(extensionSelectsMultiChemical("dir.mc1/a.one", "One Dimensional", own));
+    EXPECT_FALSE(extensionSelectsMultiChemical("./sample1.mc1", "One Dimensional"));  // the workbench's rule
+
+    testkit::TempDir dir;
+    std::filesystem::create_directory(dir.path() / "data.v2");
+    const auto path = dir.path() / "data.v2" / "a.mc1";
+    std::filesystem::copy_file(fixture("multi_regular.mc1"), path);
+    DataSet d;
+    readDataFile(d, path.string(), own);
+    EXPECT_TRUE(d.multiChemical);
+    EXPECT_GE(d.numChemicals, 1);
+}
+
 TEST(DataFileReader, FullStopInAFolderNameMakesAMultiChemicalFileReadAsSingle) {
     EXPECT_FALSE(extensionSelectsMultiChemical("C:\\data.v2\\a.mc1", "One Dimensional"));
     EXPECT_TRUE(extensionSelectsMultiChemical("C:\\data\\a.mc1", "One Dimensional"));
