@@ -8,6 +8,7 @@
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
+#include <pthread.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -67,7 +68,30 @@ bool isTemporaryFileName(std::string_view name) {
     return true;
 }
 
+namespace {
+
+// Holds back the terminating signals while a temporary file is made and
+// registered, so that none can end the process between the two.
+class TerminationHeld {
+public:
+    TerminationHeld() {
+        sigset_t held;
+        sigemptyset(&held);
+        for (int signalNumber : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&held, signalNumber);
+        ::pthread_sigmask(SIG_BLOCK, &held, &previous_);
+    }
+    ~TerminationHeld() { ::pthread_sigmask(SIG_SETMASK, &previous_, nullptr); }
+    TerminationHeld(const TerminationHeld&) = delete;
+    TerminationHeld& operator=(const TerminationHeld&) = delete;
+
+private:
+    sigset_t previous_;
+};
+
+}  // namespace
+
 int createTemporaryFile(const std::string& folder, std::string& path) {
+    const TerminationHeld held;
     // A file that a cleaner in another process locked before this process
     // did is given up (that cleaner removes it) and another one is made.
     for (int attempt = 0; attempt < 16; ++attempt) {
