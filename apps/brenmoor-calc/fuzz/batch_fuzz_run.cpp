@@ -66,6 +66,7 @@ std::string batchFuzzViolation(const std::string& bytes) {
             if (quiet.troubleCount() > 0) return "exit 0 after an error's line";
             if (outputs.size() != 2) return "exit 0 without both outputs";
             if (outputs[0].bytes.find("[End File]") == std::string::npos) return "exit 0 with an incomplete data file";
+            if (outputs[0].bytes.find("terms: -") != std::string::npos) return "exit 0 with a negative count saved";
         } else if (status != kExitNotCalculable) {
             if (quiet.troubleCount() == 0) return "exit " + std::to_string(status) + " without a message";
             if (!outputs.empty()) return "a failed run kept its outputs";

@@ -12,7 +12,7 @@ namespace bm {
 
 // What the run broke of the calculator's promises, or empty: an exception that
 // escaped, a failure without a line on standard error, a success after an
-// error's line, a success without its outputs.
+// error's line, a success without its outputs or with a negative count saved.
 std::string batchFuzzViolation(const std::string& bytes);
 
 // Registers the kinds and points the two- and three-dimensional solutions at
