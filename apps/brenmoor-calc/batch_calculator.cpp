@@ -106,14 +106,19 @@ std::string batchUsageText() {
            "                  the output file shows (default: the file's own choice)\n"
            "  --help          this text\n"
            "FILE may be - for standard output. With neither --save nor --output the\n"
-           "output file goes to standard output. A file is replaced only once the new\n"
-           "one is complete.\n"
+           "output file goes to standard output. A FILE must be a file or a new name: a\n"
+           "folder, a named pipe or a device is refused, and so are --save and --output\n"
+           "naming one file and --output naming the data file. No file is replaced\n"
+           "until every output asked for is complete.\n"
            "\n"
-           "Every message box of the run is written to standard error as TITLE: TEXT.\n"
+           "Every message box of the run is written to standard error as TITLE: TEXT;\n"
+           "an error that the workbench passes over in silence gets a line too.\n"
            "\n"
-           "Exit status: 0 done; 1 wrong command line; 2 input refused (the validator's\n"
-           "message); 3 run-time error (a file that cannot be read or written, an\n"
-           "arithmetic fault, a run stopped); 4 a model kind this version cannot calculate.\n";
+           "Exit status: 0 everything asked for was written; 1 wrong command line;\n"
+           "2 input refused (the validator's message); 3 run-time error (a file that\n"
+           "cannot be read or written, standard output included, an arithmetic fault,\n"
+           "a run stopped, any error message of the run); 4 a model kind this version\n"
+           "cannot calculate.\n";
 }
 
 bool parseBatchArguments(const std::vector<std::string>& args, BatchOptions& options, std::string& error) {

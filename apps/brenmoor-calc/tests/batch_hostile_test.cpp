@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "calculator_process.h"
+#include "handler_lines.h"
 #include "testing/test_paths.h"
 
 namespace {
@@ -33,17 +34,10 @@ constexpr int kRuntimeError = 3;
 constexpr int kNotCalculable = 4;
 
 const std::string kOldContents = "the old file, which no failed run may touch\n";
-const std::string kBoundsLine = "Run-time error 9: Subscript out of range\n";
-const std::string kDivisionByZero =
-    "Division by zero: The input data has resulted in an division by zero during analytical computations. Please "
-    "check the data and try again.\n";
-const std::string kOverflow =
-    "Overflow: The input data has resulted in an overflow during analytical computations. Please check the data and "
-    "try again.\n";
-const std::string kIllegalCall =
-    "Illegal Function Call: The input data has resulted in an illegal function call during analytical computations. "
-    "Possible reasons could be taking a square root or a lograthim of a negative number etc. Please check the data "
-    "and try again.\n";
+using bm::testkit::kBoundsLine;
+const std::string& kDivisionByZero = bm::testkit::kDivisionByZeroLine;
+const std::string& kOverflow = bm::testkit::kOverflowLine;
+const std::string& kIllegalCall = bm::testkit::kIllegalFunctionCallLine;
 
 std::string hostile(const std::string& name) { return fixturePath("apps/brenmoor-calc", "hostile/" + name).string(); }
 std::string sample(const std::string& name) { return (bm::testkit::sourceDir() / "data" / "sampldat" / name).string(); }
