@@ -55,9 +55,8 @@ void writeStandardOutput(const BatchStreams& streams, const std::string& bytes) 
     if (streams.standardOutputClosed) raiseStandardOutputError(EBADF);
     errno = 0;
     const bool written = std::fwrite(bytes.data(), 1, bytes.size(), streams.standardOutput) == bytes.size();
-    const int writeError = errno;
-    if (!written || std::fflush(streams.standardOutput) != 0 || std::ferror(streams.standardOutput))
-        raiseStandardOutputError(errno != 0 ? errno : writeError);
+    const bool flushed = std::fflush(streams.standardOutput) == 0;
+    if (!written || !flushed || std::ferror(streams.standardOutput)) raiseStandardOutputError(errno);
 }
 
 // The handler's report of an error; a bounds error gets its line as well (the
@@ -166,8 +165,9 @@ bool parseBatchArguments(const std::vector<std::string>& args, BatchOptions& opt
 int calculateBatch(DataSet& data, const BatchOptions& options, StreamUserInterface& ui, std::FILE* diagnostics,
                    std::vector<BatchOutput>& outputs) {
     if (!batchCanCalculate(data)) {
-        if (diagnostics) std::fprintf(diagnostics, "brenmoor-calc: the %s model of %s cannot be calculated by this version.\n",
-                     kindWords(data).c_str(), options.dataFile.c_str());
+        if (diagnostics)
+            std::fprintf(diagnostics, "brenmoor-calc: the %s model of %s cannot be calculated by this version.\n",
+                         kindWords(data).c_str(), options.dataFile.c_str());
         return kExitNotCalculable;
     }
     if (options.chemical > 0) data.selectedChemical = static_cast<std::int16_t>(options.chemical);
