@@ -34,6 +34,18 @@ bool withinBudget(const DataSet& d) {
     return points <= kMostPoints && d.monteIterations <= kMostIterations && d.superpositionIndex <= 20;
 }
 
+// As in the program, the process-wide interface is the run's own while it lasts.
+class RunsInterface {
+public:
+    explicit RunsInterface(UserInterface& run) : before_(ui()) { setUserInterface(&run); }
+    ~RunsInterface() { setUserInterface(&before_); }
+    RunsInterface(const RunsInterface&) = delete;
+    RunsInterface& operator=(const RunsInterface&) = delete;
+
+private:
+    UserInterface& before_;
+};
+
 // A count line of the output block ("Number of x terms: -3"); the same words
 // elsewhere, in a title or a Monte Carlo record, are the user's own text. Every
 // line of the input block has a label, so none is the block's end marker.
@@ -73,6 +85,7 @@ std::string batchFuzzViolation(const std::string& bytes) {
         options.savePath = "saved";
         options.outputPath = "output";
         StreamUserInterface quiet(nullptr);
+        const RunsInterface installed(quiet);
         std::vector<BatchOutput> outputs;
         const int status = calculateBatch(data, options, quiet, nullptr, outputs);
         if (status == kExitDone) {
