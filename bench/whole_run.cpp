@@ -130,25 +130,30 @@ std::string writeModel(const Grid& g, bool onePoint, const std::string& name) {
     return path;
 }
 
-int runOnce(const std::string& path, bm::UserInterface& ui) {
+// The output file goes to standard output, here a stream into /dev/null (a
+// device is no target for the calculator).
+int runOnce(const std::string& path, bm::StreamUserInterface& ui) {
+    static std::FILE* const nowhere = std::fopen("/dev/null", "wb");
     bm::BatchOptions options;
     options.dataFile = path;
-    options.outputPath = "/dev/null";
-    return bm::runBatch(options, ui, stdout, stderr);
+    options.outputPath = "-";
+    bm::BatchStreams streams;
+    streams.standardOutput = nowhere;
+    return bm::runBatch(options, ui, streams);
 }
 
-double secondsOf(const std::string& path, bm::UserInterface& ui) {
+double secondsOf(const std::string& path, bm::StreamUserInterface& ui) {
     const auto start = std::chrono::steady_clock::now();
     runOnce(path, ui);
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
 // The grid's point count, from the data file the run saves.
-double pointsOf(const std::string& path, bm::UserInterface& ui) {
+double pointsOf(const std::string& path, bm::StreamUserInterface& ui) {
     bm::BatchOptions options;
     options.dataFile = path;
     options.savePath = path + ".saved";
-    bm::runBatch(options, ui, stdout, stderr);
+    bm::runBatch(options, ui, bm::BatchStreams{});
     bm::DataSet d;
     bm::readDataFile(d, options.savePath);
     std::filesystem::remove(options.savePath);

@@ -28,8 +28,13 @@ constexpr long long kLargestFile = 1LL << 31;
 
 std::string loadFile(const std::string& path) {
     struct stat st {};
-    if (path.empty() || ::stat(path.c_str(), &st) != 0 || !S_ISREG(st.st_mode))
-        raiseError(err::FileNotFound);
+    if (path.empty() || ::stat(path.c_str(), &st) != 0) raiseError(err::FileNotFound);
+    // A folder, a device or a pipe holds no data file (and /dev/zero would never end).
+    if (S_ISDIR(st.st_mode))
+        raiseError(err::PathFileAccessError, "Path/File access error: " + path + " is a folder, not a data file");
+    if (!S_ISREG(st.st_mode))
+        raiseError(err::PathFileAccessError,
+                   "Path/File access error: " + path + " is a device or a pipe, not a data file");
     if (st.st_size > kLargestFile) raiseError(err::OutOfMemory);
     std::ifstream in(path, std::ios::binary);
     if (!in) raiseError(err::PathFileAccessError, "Path/File access error: " + path + " cannot be read (" +
@@ -50,7 +55,7 @@ void readContinued(FieldInput& in, std::string& field, std::string_view endMarke
     }
 }
 
-void readCurrentFormat(DataSet& d, FieldInput& in, const std::string& path) {
+void readCurrentFormat(DataSet& d, FieldInput& in, const std::string& path, ExtensionRule rule) {
     in.lineInput();  // "Version 9.1"
     in.lineInput();  // "[Begin Input Data]"
     d.author = labelField(in);
@@ -71,7 +76,7 @@ void readCurrentFormat(DataSet& d, FieldInput& in, const std::string& path) {
     d.concentrationUnit = labelField(in);
     in.lineInput();  // empty line
 
-    const bool multi = extensionSelectsMultiChemical(path, d.modelType);
+    const bool multi = extensionSelectsMultiChemical(path, d.modelType, rule);
     readModelBlock(d, in, multi);
     readMonteCarloBlock(d, in);
     d.multiChemical = multi;
@@ -81,11 +86,19 @@ void readCurrentFormat(DataSet& d, FieldInput& in, const std::string& path) {
 
 }  // namespace
 
-bool extensionSelectsMultiChemical(const std::string& path, const std::string& modelType) {
+std::string fileNameExtension(const std::string& path) {
+    const auto slash = path.find_last_of('/');
+    const std::string name = slash == std::string::npos ? path : path.substr(slash + 1);
+    const auto dot = name.find_last_of('.');
+    return dot == std::string::npos ? std::string() : name.substr(dot + 1);
+}
+
+bool extensionSelectsMultiChemical(const std::string& path, const std::string& modelType, ExtensionRule rule) {
     // The extension of the word's multi-chemical files ("MC1", "MCU") marks them.
     const ModelKindInfo* kind = modelKindInfo(modelType, true);
     if (!kind || !kind->extensionMarksChemicals) return false;
-    return toUpper(textAfter(path, ".")) == toUpper(kind->extension.substr(1));
+    const std::string extension = rule == ExtensionRule::FileNameOwn ? fileNameExtension(path) : textAfter(path, ".");
+    return toUpper(extension) == toUpper(kind->extension.substr(1));
 }
 
 std::string composeDataFile(DataSet& d) {
@@ -127,18 +140,18 @@ void writeDataFile(DataSet& d, const std::string& path) {
     replaceFileContents(path, bytes);
 }
 
-bool parseDataFile(DataSet& d, const std::string& text, const std::string& path) {
+bool parseDataFile(DataSet& d, const std::string& text, const std::string& path, ExtensionRule rule) {
     FieldInput in(text);
     const std::string firstLine = FieldInput(text.substr(0, text.find('\n'))).lineInput();
-    if (contains(toLower(firstLine), "version")) readCurrentFormat(d, in, path);
+    if (contains(toLower(firstLine), "version")) readCurrentFormat(d, in, path, rule);
     else readOldFormat(d, in);
     return true;
 }
 
-bool readDataFile(DataSet& d, const std::string& path) {
+bool readDataFile(DataSet& d, const std::string& path, ExtensionRule rule) {
     try {
         const std::string text = windows1252ToUtf8(loadFile(path));
-        parseDataFile(d, text, path);
+        parseDataFile(d, text, path, rule);
     } catch (const std::bad_alloc&) {
         raiseError(err::OutOfMemory);
     }

@@ -23,10 +23,16 @@
 
 namespace bm {
 
+// How a path's extension is found for the test of multi-chemical files.
+enum class ExtensionRule {
+    FirstFullStop,  // the workbench: behind the first full stop of the whole path
+    FileNameOwn,    // the batch calculator: the file name's own, behind its last full stop
+};
+
 // Reads the file into `data`: the current format when the first line holds
 // "version" in any case, otherwise the old format. On success
 // data.currentFileName is `path`. Returns true; failures raise RuntimeError.
-bool readDataFile(DataSet& data, const std::string& path);
+bool readDataFile(DataSet& data, const std::string& path, ExtensionRule rule = ExtensionRule::FirstFullStop);
 
 // Writes `data` to `path`, replacing the file only once the new text is
 // complete on disk: a failed save leaves the old file as it was and no
@@ -40,12 +46,19 @@ void writeDataFile(DataSet& data, const std::string& path);
 std::string composeDataFile(DataSet& data);
 // Reads a file's text (UTF-8) as readDataFile does, `path` serving only the
 // extension test. Returns true.
-bool parseDataFile(DataSet& data, const std::string& text, const std::string& path);
+bool parseDataFile(DataSet& data, const std::string& text, const std::string& path,
+                   ExtensionRule rule = ExtensionRule::FirstFullStop);
 
-// The extension test of the current reader: the text behind the FIRST full stop
-// of the path, upper-cased, against "MC1", "MC2", "MC3" for the model types of
-// one to three dimensions and "MCU" for the unsaturated ones. A full stop in a
-// folder name ("C:\data.v2\a.mc1") makes a multi-chemical file read as single.
-bool extensionSelectsMultiChemical(const std::string& path, const std::string& modelType);
+// The extension test of the current reader: the extension of the path by
+// `rule`, upper-cased, against "MC1", "MC2", "MC3" for the model types of one
+// to three dimensions and "MCU" for the unsaturated ones. By the workbench's
+// rule a full stop in a folder name ("C:\data.v2\a.mc1", "./a.mc1") makes a
+// multi-chemical file read as single.
+bool extensionSelectsMultiChemical(const std::string& path, const std::string& modelType,
+                                   ExtensionRule rule = ExtensionRule::FirstFullStop);
+
+// The file name's own extension without its full stop ("mc1" of "./v2.0/a.b.mc1"),
+// empty when the name has none.
+std::string fileNameExtension(const std::string& path);
 
 }  // namespace bm

@@ -18,11 +18,11 @@ namespace {
 
 constexpr const char* kErrorContext = "File Error";
 
-// Reports an error through the handler and marks the tag. A bounds error, which
-// the handler passes over in silence, means a file of no recognised format here.
+// Reports an error through the handler and marks the tag. A bounds error is
+// passed over without a box, as everywhere; the tag still keeps the half-read
+// model from opening in a screen.
 void reportFileError(const RuntimeError& error, const std::string& path, UserInterface& ui, std::string& statusTag) {
-    if (error.number() == err::SubscriptOutOfRange) handleError(err::InputPastEndOfFile, kErrorContext, path, ui);
-    else handleError(error, kErrorContext, path, ui);
+    handleError(error, kErrorContext, path, ui);
     statusTag = kFileErrorTag;
 }
 
@@ -42,13 +42,6 @@ bool reportedRun(const std::function<void()>& work, const std::string& path, Use
     }
     ui.setBusy(false);
     return done;
-}
-
-// The name part of a path has a full stop.
-bool nameHasExtension(const std::string& path) {
-    std::string directory, name;
-    splitPath(path, directory, name);
-    return name.find('.') != std::string::npos;
 }
 
 }  // namespace
@@ -99,7 +92,8 @@ std::string chooseDataFile(DataSet& data, UserInterface& ui, const std::string& 
         const std::optional<std::string> chosen = ui.askFile(request);
         if (chosen) {  // a cancel is not reported
             path = *chosen;
-            if (!open && !nameHasExtension(path)) path += extension;
+            // A "." anywhere, in a folder's name too, keeps the text as the user wrote it.
+            if (!open && path.find('.') == std::string::npos) path += extension;
             if (open) {
                 if (!fileExists(path)) raiseError(err::FileNotFound);
                 result = path;

@@ -1,11 +1,17 @@
 #include "model/output_text.h"
 
+#include <algorithm>
+
 #include "model/number_text.h"
 #include "shell/base/common_services.h"
 
 namespace bm {
 
-std::string unitText(const std::string& unit) { return replaceFirst("&", "", unit); }
+std::string unitText(const std::string& unit) {
+    std::string text = unit;
+    text.erase(std::remove(text.begin(), text.end(), '&'), text.end());
+    return text;
+}
 
 std::string shownValue(const std::string& value) { return contains(value, "Monte") ? valueOfCell(value) : value; }
 

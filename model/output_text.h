@@ -13,7 +13,8 @@ inline constexpr const char* kCrlf = "\r\n";
 
 inline std::string outputLine(const std::string& text) { return text + kCrlf; }
 
-// A unit word as the reports print it: a menu caption's "&" dropped.
+// A unit word as the output files print it: every "&" of a menu caption
+// dropped (the printed report drops only the first).
 std::string unitText(const std::string& unit);
 
 // A value line: a MonteMarker shows the number it keeps (between "|" and ":").

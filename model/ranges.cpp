@@ -73,8 +73,9 @@ double rangeMaximum(std::string_view rangeText) {
     return textValue(beforeColon(rest));
 }
 
+// Drops through two ":" that a scalar does not have, so it converts the whole
+// text: a single number is its own interval (parseRange still gives it 0).
 double rangeInterval(std::string_view rangeText) {
-    if (isScalarRange(rangeText)) return 0.0;
     const std::string rest = afterColon(afterColon(trim(rangeText)));
     return textValue(rest);
 }

@@ -149,14 +149,16 @@ private:
         return true;
     }
 
-    // The retardation row: present, at least one, numeric. In two dimensions the
-    // value of the message is read from the one-dimensional list's row of the
-    // same number, which that list does not have: the run-time error is what
-    // the user gets to see.
+    // The retardation row: present, at least one, numeric. A Monte Carlo
+    // marker escapes the test of at least one but not the numeric test, so
+    // retardation cannot be left to a simulation. In two dimensions the value
+    // of the message is read from the one-dimensional list's row of the same
+    // number, which that list does not have: the run-time error is what the
+    // user gets to see.
     bool retardation(int r, bool valueFromOneDimensionalList) {
         if (blank(r)) return fail(kNoInputTitle, m1(cap(r)), at(r));
         if (!monte(r) && value(r) < 1) return fail(kImproperInputTitle, m2(), at(r));
-        if (!monte(r) && !isNumeric(text(r))) {
+        if (!isNumeric(text(r))) {
             const std::string shown = valueFromOneDimensionalList ? formatNumber(rowOf(oneDimensionalRows_, r).text) : val(r);
             return fail(kImproperInputTitle, m3(cap(r), shown), at(r));
         }

@@ -33,6 +33,11 @@ void applyDefaultSettings(AppState& s, const std::string& root, const std::strin
 
 namespace {
 
+ScopedSettingsLineCheck::Check& lineCheck() {
+    static ScopedSettingsLineCheck::Check check;
+    return check;
+}
+
 void clearSettings(AppState& s) {
     for (std::string* f : {&s.textEditorPath, &s.temporaryDataPath, &s.chemicalDbName, &s.surfaceDataPath,
                            &s.plantDataPath, &s.airDataPath, &s.groundwaterDataPath, &s.graphUtilityPath})
@@ -69,23 +74,39 @@ bool readSettings(const std::string& path, const std::string& root, const std::s
         return true;
     }
     clearSettings(state);
+    std::ifstream in;
     try {
-        std::ifstream in(path, std::ios::binary);
+        in.open(path, std::ios::binary);
         if (!in) raiseError(err::PathFileAccessError);
-        std::string line;
-        while (std::getline(in, line)) {
-            if (!line.empty() && line.back() == '\r') line.pop_back();
-            if (std::string* field = settingOfLine(toUpper(line), state)) *field = trim(textAfter(line, "="));
-        }
-        if (in.bad()) raiseError(err::PathFileAccessError);
-        return true;
     } catch (const RuntimeError& e) {
         handleError(e, "", path, ui);
-    } catch (const std::exception&) {
-        handleError(err::OutOfMemory, "", path, ui);
+        return false;
     }
-    return false;
+    bool complete = true;
+    std::string line;
+    while (std::getline(in, line)) {
+        // An error in a line is the handler's: on "resume" the next line is read.
+        try {
+            if (!line.empty() && line.back() == '\r') line.pop_back();
+            if (lineCheck()) lineCheck()(line);
+            if (std::string* field = settingOfLine(toUpper(line), state)) *field = trim(textAfter(line, "="));
+            continue;
+        } catch (const RuntimeError& e) {
+            if (handleError(e, "", path, ui) == kResume) continue;
+        } catch (const std::exception&) {
+            if (handleError(err::OutOfMemory, "", path, ui) == kResume) continue;
+        }
+        return false;
+    }
+    if (in.bad()) {
+        handleError(err::PathFileAccessError, "", path, ui);
+        complete = false;
+    }
+    return complete;
 }
+
+ScopedSettingsLineCheck::ScopedSettingsLineCheck(Check check) { lineCheck() = std::move(check); }
+ScopedSettingsLineCheck::~ScopedSettingsLineCheck() { lineCheck() = nullptr; }
 
 std::string settingsFileText(const AppState& s) {
     const std::string crlf = "\r\n";

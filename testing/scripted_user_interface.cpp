@@ -18,6 +18,8 @@ std::optional<std::string> ScriptedUserInterface::askFile(const FileDialogReques
     return a;
 }
 
+void ScriptedUserInterface::errorPassedOver(int number, const std::string&) { errorsPassedOver.push_back(number); }
+
 void ScriptedUserInterface::setBusy(bool b) {
     busy = b;
     busyCalls.push_back(b);

@@ -30,6 +30,7 @@ public:
     void reportProgress(ProgressOwner owner, double total, double done) override;
     void processEvents() override;
     bool startProgram(const std::string& program, const std::vector<std::string>& arguments) override;
+    void errorPassedOver(int number, const std::string& description) override;
 
     // Queues
     std::deque<MessageAnswer> answers;
@@ -45,6 +46,7 @@ public:
     std::vector<Progress> progress;
     std::vector<ProgramStart> programStarts;
     std::vector<bool> busyCalls;
+    std::vector<int> errorsPassedOver;  // the numbers of the errors the handler showed no box for
     int eventPasses = 0;
     bool busy = false;
 

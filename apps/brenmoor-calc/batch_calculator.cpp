@@ -2,10 +2,15 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <climits>
+#include <cstring>
 #include <exception>
+#include <new>
+#include <stdexcept>
 
 #include "apps/brenmoor-calc/batch_outputs.h"
+#include "apps/brenmoor-calc/batch_targets.h"
 #include "files/code_page.h"
 #include "files/data_file.h"
 #include "files/safe_save.h"
@@ -20,7 +25,11 @@ namespace bm {
 namespace {
 
 bool takeValue(const std::vector<std::string>& args, std::size_t& i, std::string& value, std::string& error) {
-    if (i + 1 >= args.size()) {
+    if (!value.empty()) {
+        error = "option " + args[i] + " is given twice";
+        return false;
+    }
+    if (i + 1 >= args.size() || args[i + 1].empty()) {
         error = "option " + args[i] + " needs a value";
         return false;
     }
@@ -45,15 +54,53 @@ std::string kindWords(const DataSet& data) {
     return words;
 }
 
-// Writes bytes to a path ("-" is standard output); run-time errors as the writers raise them.
-void deliver(const std::string& path, const std::string& utf8, std::FILE* standardOutput) {
-    const std::string bytes = utf8ToWindows1252(utf8);
-    if (path == "-") {
-        std::fwrite(bytes.data(), 1, bytes.size(), standardOutput);
-        std::fflush(standardOutput);
-        return;
+[[noreturn]] void raiseStandardOutputError(int error) {
+    const std::string reason = error != 0 ? std::strerror(error) : "the stream failed";
+    if (error == ENOSPC || error == EDQUOT || error == EFBIG)
+        raiseError(err::DiskFull, "Disk full: standard output cannot be written (" + reason + ")");
+    raiseError(err::PathFileAccessError, "Path/File access error: standard output cannot be written (" + reason + ")");
+}
+
+// Writes to standard output, checked: a full disk, a closed stream or a reader
+// that has gone is an error like that of any other write.
+void writeStandardOutput(const BatchStreams& streams, const std::string& bytes) {
+    if (streams.standardOutputClosed) raiseStandardOutputError(EBADF);
+    errno = 0;
+    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), streams.standardOutput) == bytes.size();
+    const bool flushed = std::fflush(streams.standardOutput) == 0;
+    if (!written || !flushed || std::ferror(streams.standardOutput)) raiseStandardOutputError(errno);
+}
+
+// The handler's report of an error; a bounds error gets its line as well (the
+// stream interface writes what the handler passes over).
+int reportFailure(const RuntimeError& error, const std::string& context, const std::string& extra,
+                  UserInterface& ui) {
+    handleError(error, context, extra, ui);
+    return kExitRuntimeError;
+}
+
+// A calculation step under the handler: every error it raises reported, a
+// failed allocation as "Out Of Memory". False when it raised.
+template <class Step>
+bool guarded(Step step, const std::string& context, UserInterface& ui) {
+    try {
+        step();
+        return true;
+    } catch (const RuntimeError& e) {
+        reportFailure(e, context, "", ui);
+    } catch (const std::bad_alloc&) {
+        reportFailure(RuntimeError(err::OutOfMemory), context, "", ui);
+    } catch (const std::length_error&) {
+        reportFailure(RuntimeError(err::OutOfMemory), context, "", ui);
+    } catch (const std::exception& e) {
+        reportFailure(RuntimeError(err::InvalidProcedureCall, e.what()), context, "", ui);
     }
-    replaceFileContents(path, bytes);
+    return false;
+}
+
+// A grid that claims fewer than no points is no result to write.
+bool countsAreWhole(const DataSet& data) {
+    return data.numXTerms >= 0 && data.numYTerms >= 0 && data.numZTerms >= 0 && data.numTTerms >= 0;
 }
 
 }  // namespace
@@ -78,14 +125,19 @@ std::string batchUsageText() {
            "                  cores); the results are the same with any number\n"
            "  --help          this text\n"
            "FILE may be - for standard output. With neither --save nor --output the\n"
-           "output file goes to standard output. A file is replaced only once the new\n"
-           "one is complete.\n"
+           "output file goes to standard output. A FILE must be a file or a new name: a\n"
+           "folder, a named pipe or a device is refused, and so are --save and --output\n"
+           "naming one file and --output naming the data file. No file is replaced\n"
+           "until every output asked for is complete.\n"
            "\n"
-           "Every message box of the run is written to standard error as TITLE: TEXT.\n"
+           "Every message box of the run is written to standard error as TITLE: TEXT;\n"
+           "an error that the workbench passes over in silence gets a line too.\n"
            "\n"
-           "Exit status: 0 done; 1 wrong command line; 2 input refused (the validator's\n"
-           "message); 3 run-time error (a file that cannot be read or written, an\n"
-           "arithmetic fault, a run stopped); 4 a model kind this version cannot calculate.\n";
+           "Exit status: 0 everything asked for was written; 1 wrong command line;\n"
+           "2 input refused (the validator's message); 3 run-time error (a file that\n"
+           "cannot be read or written, standard output included, an arithmetic fault,\n"
+           "a run stopped, any error message of the run); 4 a model kind this version\n"
+           "cannot calculate.\n";
 }
 
 bool parseBatchArguments(const std::vector<std::string>& args, BatchOptions& options, std::string& error) {
@@ -99,6 +151,10 @@ bool parseBatchArguments(const std::vector<std::string>& args, BatchOptions& opt
             if (!takeValue(args, i, options.outputPath, error)) return false;
         } else if (a == "--chemical") {
             std::string n;
+            if (options.chemical != 0) {
+                error = "option --chemical is given twice";
+                return false;
+            }
             if (!takeValue(args, i, n, error)) return false;
             if (!wholeNumberIn(n, 1, 32767)) {
                 error = "--chemical needs a whole number from 1";
@@ -138,65 +194,103 @@ bool parseBatchArguments(const std::vector<std::string>& args, BatchOptions& opt
         error = "no data file given";
         return false;
     }
-    if (!options.savePath.empty() && options.savePath == options.outputPath && options.savePath != "-") {
-        error = "--save and --output name the same file";
+    if (options.savePath == "-" && options.outputPath == "-") {
+        error = "--save and --output both name standard output";
         return false;
     }
     return true;
 }
 
-int runBatch(const BatchOptions& options, UserInterface& ui, std::FILE* standardOutput, std::FILE* diagnostics) {
-    DataSet data;
-    try {
-        readDataFile(data, options.dataFile);
-    } catch (const RuntimeError& e) {
-        // A bounds error, which the handler passes over in silence, means a
-        // file of no recognised format, as when the workbench opens it.
-        if (e.number() == err::SubscriptOutOfRange)
-            handleError(err::InputPastEndOfFile, "File Error", options.dataFile, ui);
-        else
-            handleError(e, "File Error", options.dataFile, ui);
-        return kExitRuntimeError;
-    } catch (const std::exception&) {
-        handleError(err::OutOfMemory, "File Error", options.dataFile, ui);
-        return kExitRuntimeError;
-    }
+int calculateBatch(DataSet& data, const BatchOptions& options, StreamUserInterface& ui, std::FILE* diagnostics,
+                   std::vector<BatchOutput>& outputs) {
     if (!batchCanCalculate(data)) {
-        std::fprintf(diagnostics, "brenmoor-calc: the %s model of %s cannot be calculated by this version.\n",
-                     kindWords(data).c_str(), options.dataFile.c_str());
+        if (diagnostics)
+            std::fprintf(diagnostics, "brenmoor-calc: the %s model of %s cannot be calculated by this version.\n",
+                         kindWords(data).c_str(), options.dataFile.c_str());
         return kExitNotCalculable;
     }
     if (options.chemical > 0) data.selectedChemical = static_cast<std::int16_t>(options.chemical);
 
     if (options.seed) seedMonteCarlo(*options.seed);
     if (options.generate) {
-        const std::optional<GenerationOutcome> generated = generateStoredVariants(data, ui);
+        std::optional<GenerationOutcome> generated;
+        if (!guarded([&] { generated = generateStoredVariants(data, ui); }, "Calculate", ui)) return kExitRuntimeError;
         if (generated == GenerationOutcome::Refused) return kExitInputRefused;
         if (generated == GenerationOutcome::Failed) return kExitRuntimeError;
     }
 
-    if (!batchAcceptsInput(data, ui)) return kExitInputRefused;
+    bool accepted = false;
+    if (!guarded([&] { accepted = batchAcceptsInput(data, ui); }, "Calculate", ui)) return kExitRuntimeError;
+    if (!accepted) return kExitInputRefused;
+    if (ui.troubleCount() > 0) return kExitRuntimeError;
 
-    const auto run = runBatchModel(data, ui);
-    if (!run || !run->finished) return kExitRuntimeError;
+    bool finished = false;
+    if (!guarded([&] { finished = runBatchModel(data, ui).value_or(BatchRunResult{}).finished; }, "Calculate", ui))
+        return kExitRuntimeError;
+    // An error the run passed over, or a message it went on after, leaves
+    // results that nobody asked for.
+    if (!finished || ui.troubleCount() > 0) return kExitRuntimeError;
+    if (!countsAreWhole(data)) return reportFailure(RuntimeError(err::SubscriptOutOfRange), "Calculate", "", ui);
 
     const bool toStandardOutput = options.savePath.empty() && options.outputPath.empty();
     const std::string outputPath = toStandardOutput ? std::string("-") : options.outputPath;
+    const bool composed = guarded(
+        [&] {
+            if (!options.savePath.empty())
+                outputs.push_back({options.savePath, utf8ToWindows1252(composeDataFile(data))});
+            if (!outputPath.empty())
+                outputs.push_back({outputPath, utf8ToWindows1252(batchOutputText(data).value_or(std::string()))});
+        },
+        "Calculate", ui);
+    if (!composed || ui.troubleCount() > 0) {
+        outputs.clear();
+        return kExitRuntimeError;
+    }
+    return kExitDone;
+}
+
+int runBatch(const BatchOptions& options, StreamUserInterface& ui, const BatchStreams& streams) {
+    const int standardOutputFd = streams.standardOutputClosed ? -1 : ::fileno(streams.standardOutput);
+    if (const std::string why = refuseBatchTargets(options, standardOutputFd); !why.empty()) {
+        std::fprintf(streams.diagnostics, "brenmoor-calc: %s\n", why.c_str());
+        return kExitUsage;
+    }
+
+    DataSet data;
+    try {
+        readDataFile(data, options.dataFile, ExtensionRule::FileNameOwn);
+    } catch (const RuntimeError& e) {
+        return reportFailure(e, "File Error", options.dataFile, ui);
+    } catch (const std::exception&) {
+        return reportFailure(RuntimeError(err::OutOfMemory), "File Error", options.dataFile, ui);
+    }
+    std::vector<BatchOutput> outputs;
+    if (const int status = calculateBatch(data, options, ui, streams.diagnostics, outputs); status != kExitDone)
+        return status;
+
+    // Then every file complete beside its target, then standard output, and
+    // only then the targets replaced. A failure on the way removes the
+    // temporary files and leaves every target as it was.
     std::string target;
     try {
-        if (!options.savePath.empty()) {
-            target = options.savePath;
-            if (options.savePath == "-") deliver("-", composeDataFile(data), standardOutput);
-            else writeDataFile(data, options.savePath);
+        std::vector<std::pair<std::string, PreparedReplacement>> files;
+        for (const BatchOutput& o : outputs) {
+            target = o.path;
+            if (o.path != "-") files.emplace_back(o.path, PreparedReplacement(o.path, o.bytes));
         }
-        if (!outputPath.empty()) {
-            target = outputPath;
-            const auto text = batchOutputText(data);
-            deliver(outputPath, text.value_or(std::string()), standardOutput);
+        for (const BatchOutput& o : outputs) {
+            if (o.path != "-") continue;
+            target = "standard output";
+            writeStandardOutput(streams, o.bytes);
+        }
+        for (auto& [path, file] : files) {
+            target = path;
+            file.commit();
         }
     } catch (const RuntimeError& e) {
-        handleError(e, "File Error", target, ui);
-        return kExitRuntimeError;
+        return reportFailure(e, "File Error", target, ui);
+    } catch (const std::exception&) {
+        return reportFailure(RuntimeError(err::OutOfMemory), "File Error", target, ui);
     }
     return kExitDone;
 }

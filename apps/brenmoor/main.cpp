@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "apps/common/screen_fit.h"
+#include "files/temporary_files.h"
 #include "model/app_state.h"
 #include "model/data_set.h"
 #include "shell/file_commands.h"
@@ -30,6 +31,7 @@
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
+    bm::removeTemporaryFilesOnTermination();  // a save cut short by SIGTERM or SIGINT leaves nothing behind
     QApplication::setApplicationName(QStringLiteral("brenmoor"));
     QGuiApplication::setDesktopFileName(QStringLiteral("brenmoor"));
     bm::ScreenFit::install(app);

@@ -273,6 +273,27 @@ TEST(DataFileReader, CodePageCharactersBecomeUtf8) {
     EXPECT_EQ(d.title, "odd \xC2\x81 byte");  // the unassigned byte keeps its own character
 }
 
+TEST(DataFileReader, TheFileNamesOwnExtensionIgnoresFullStopsInFolders) {
+    EXPECT_EQ(fileNameExtension("./v2.0/a.b.mc1"), "mc1");
+    EXPECT_EQ(fileNameExtension("data.v2/model"), "");
+    EXPECT_EQ(fileNameExtension("a.one"), "one");
+    EXPECT_EQ(fileNameExtension("./sample1.mc1"), "mc1");
+    const auto own = ExtensionRule::FileNameOwn;
+    EXPECT_TRUE(extensionSelectsMultiChemical("./sample1.mc1", "One Dimensional", own));
+    EXPECT_TRUE(extensionSelectsMultiChemical("dir.v2/a.MC1", "One Dimensional", own));
+    EXPECT_FALSE(extensionSelectsMultiChemical("dir.mc1/a.one", "One Dimensional", own));
+    EXPECT_FALSE(extensionSelectsMultiChemical("./sample1.mc1", "One Dimensional"));  // the workbench's rule
+
+    testkit::TempDir dir;
+    std::filesystem::create_directory(dir.path() / "data.v2");
+    const auto path = dir.path() / "data.v2" / "a.mc1";
+    std::filesystem::copy_file(fixture("multi_regular.mc1"), path);
+    DataSet d;
+    readDataFile(d, path.string(), own);
+    EXPECT_TRUE(d.multiChemical);
+    EXPECT_GE(d.numChemicals, 1);
+}
+
 TEST(DataFileReader, FullStopInAFolderNameMakesAMultiChemicalFileReadAsSingle) {
     EXPECT_FALSE(extensionSelectsMultiChemical("C:\\data.v2\\a.mc1", "One Dimensional"));
     EXPECT_TRUE(extensionSelectsMultiChemical("C:\\data\\a.mc1", "One Dimensional"));
@@ -328,8 +349,25 @@ TEST(DataFileReader, MissingFileIsError53) {
     DataSet d;
     EXPECT_EQ(raisedError([&] { readDataFile(d, "/no/such/folder/model.one"); }), 53);
     EXPECT_EQ(raisedError([&] { readDataFile(d, ""); }), 53);
+}
+
+TEST(DataFileReader, AFolderOrADeviceIsNoDataFile) {
+    DataSet d;
     testkit::TempDir dir;
-    EXPECT_EQ(raisedError([&] { readDataFile(d, dir.path().string()); }), 53);  // a folder is no file
+    try {
+        readDataFile(d, dir.path().string());
+        ADD_FAILURE() << "a folder was read";
+    } catch (const RuntimeError& e) {
+        EXPECT_EQ(e.number(), 75);
+        EXPECT_EQ(e.description(), "Path/File access error: " + dir.path().string() + " is a folder, not a data file");
+    }
+    try {
+        readDataFile(d, "/dev/zero");  // would never end if it were read
+        ADD_FAILURE() << "a device was read";
+    } catch (const RuntimeError& e) {
+        EXPECT_EQ(e.number(), 75);
+        EXPECT_EQ(e.description(), "Path/File access error: /dev/zero is a device or a pipe, not a data file");
+    }
 }
 
 TEST(DataFileReader, DataSetKeepsWhatWasReadBeforeAnError) {

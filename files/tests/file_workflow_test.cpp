@@ -200,16 +200,23 @@ TEST_F(FileWorkflow, ANameWithoutExtensionGetsTheModels) {
         SCOPED_TRACE(std::string(c.modelType) + (c.multi ? " multi" : ""));
         DataSet d;
         d.multiChemical = c.multi;
-        ui.fileAnswers = {dir.file("plume")};
+        // A relative name: a temporary folder's own path may hold a full stop.
+        ui.fileAnswers = {"no-such-folder/plume"};
         EXPECT_EQ(chooseDataFile(d, ui, "Save Data File As", "Save", 0, c.modelType, tag),
-                  dir.file(std::string("plume") + c.extension));
+                  std::string("no-such-folder/plume") + c.extension);
     }
     DataSet d;
     ui.fileAnswers = {dir.file("plume.txt")};  // a name with a full stop stays as written
     EXPECT_EQ(chooseDataFile(d, ui, "Save", "Save", 0, "One Dimensional", tag), dir.file("plume.txt"));
-    const fs::path dotted = dir.path() / "data.v2";
-    ui.fileAnswers = {(dotted / "plume").string()};  // a full stop in a folder name is no extension
-    EXPECT_EQ(chooseDataFile(d, ui, "Save", "Save", 0, "One Dimensional", tag), (dotted / "plume.one").string());
+}
+
+TEST_F(FileWorkflow, AFullStopAnywhereInTheChosenTextKeepsItAsWritten) {
+    DataSet d;
+    // The full stop of a folder's name counts as well: no extension is added.
+    ui.fileAnswers = {"data.v2/plume"};
+    EXPECT_EQ(chooseDataFile(d, ui, "Save", "Save", 0, "One Dimensional", tag), "data.v2/plume");
+    ui.fileAnswers = {"./plume"};
+    EXPECT_EQ(chooseDataFile(d, ui, "Save", "Save", 0, "Two Dimensional", tag), "./plume");
 }
 
 // ---- open ------------------------------------------------------------------------------
@@ -261,14 +268,15 @@ TEST_F(FileWorkflow, ReadErrorIsReportedAndTagged) {
     EXPECT_FALSE(ui.busy);
 }
 
-TEST_F(FileWorkflow, BoundsErrorOfAFileIsReportedAsAnUnrecognisedFormat) {
+TEST_F(FileWorkflow, BoundsErrorOfAFileShowsNoMessageAndOpensNoScreen) {
     DataSet d;
     const std::string path = fixturePath("files", "more_results_than_rows.one").string();
     ui.fileAnswers = {path};
     EXPECT_FALSE(openModelFile(d, ui, "Open", 0, "", tag));
-    ASSERT_EQ(ui.messages.size(), 1u);
-    EXPECT_EQ(ui.messages[0].title, "Improper File Name");
+    EXPECT_TRUE(ui.messages.empty());
+    EXPECT_EQ(ui.errorsPassedOver, std::vector<int>{9});
     EXPECT_EQ(tag, "File Error");
+    EXPECT_FALSE(d.needsDisplayRefresh);
 }
 
 TEST_F(FileWorkflow, OverflowInAFileIsReportedAsOverflow) {

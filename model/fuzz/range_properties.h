@@ -60,7 +60,7 @@ void checkRangeReaders(const std::string& text, Fail fail) {
     if (parseError == 0) {
         require(same(minimum, rangeMinimum(text)), "minimum");
         require(same(maximum, rangeMaximum(text)), "maximum");
-        require(same(interval, rangeInterval(text)), "interval");
+        require(same(scalar ? textValue(text) : interval, rangeInterval(text)), "interval");
         require(same(constant, rangeConstant(text)), "constant");
         require(terms == rangeTermCount(minimum, maximum, interval), "count");
         require(interval != 0 || terms == 1, "zero interval is one term");

@@ -109,6 +109,16 @@ TEST(RangeSpec, IntervalFieldTakesTheRestLeniently) {
     EXPECT_EQ(rangeInterval("0:100:1:50"), 1);
 }
 
+TEST(RangeSpec, IntervalOfASingleNumberIsTheNumberItself) {
+    // With no ":" to drop through, the whole text is converted.
+    EXPECT_EQ(rangeInterval("7.5"), 7.5);
+    EXPECT_EQ(rangeInterval(" 42 "), 42);
+    EXPECT_EQ(rangeInterval(""), 0);
+    // The parser keeps a scalar's interval at 0, which makes it one term.
+    EXPECT_EQ(parseRange("7.5").interval, 0);
+    EXPECT_EQ(parseRange("7.5").terms, 1);
+}
+
 TEST(RangeSpec, ListValuesByMultiplication) {
     const ParsedRange r = parseRange("0:10:4");
     EXPECT_EQ(rangeValue(4, r.minimum, r.interval), 12);

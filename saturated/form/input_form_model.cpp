@@ -135,7 +135,9 @@ bool InputFormModel::holdDataSet() {
         data_.currentConcentration = 0.0;
         return true;
     } catch (const RuntimeError& e) {
+        // The handler tells the cause; the box after it says where it struck.
         handleError(e, "Error in holddataset()", "", ui_);
+        ui_.message(MessageIcon::None, MessageButtons::Ok, "brenmoor", "Error in holddataset()");
         return false;
     }
 }

@@ -228,8 +228,10 @@ TEST(InputFormHold, RangeOverflowIsReported) {
     Screen s(testkit::oneDimScreenModel());
     s.form.row(3).text = "0:1:0.00001";
     EXPECT_FALSE(s.form.holdDataSet());
-    ASSERT_EQ(s.ui.messages.size(), 1u);
+    ASSERT_EQ(s.ui.messages.size(), 2u);
     EXPECT_EQ(s.ui.messages[0].title, "Overflow");
+    EXPECT_EQ(s.ui.messages[1].title, "brenmoor");
+    EXPECT_EQ(s.ui.messages[1].text, "Error in holddataset()");
 }
 
 // ================================================================ edit checks
@@ -612,9 +614,11 @@ TEST(InputFormMenus, CloseKeepsTheModelKindAndEmptiesTheRows) {
     EXPECT_EQ(s.form.windowTitle(), "Ground Water Model (Saturated) -- FileName: ");
 }
 
-TEST(InputFormMenus, NewShowsTheChosenLayoutOrAnotherScreen) {
+TEST(InputFormMenus, NewShowsTheChosenLayoutWithTheOtherInputsKeptOrAnotherScreen) {
     Screen s(testkit::oneDimScreenModel());
     s.data.dataState = kDataUnchanged;
+    s.data.title = "Column test";
+    ASSERT_EQ(s.data.velocity, "0.3");
     s.host.newModelOk = true;
     s.host.newModelChoice = [](DataSet& d) {
         d.modelType = "Two Dimensional";
@@ -625,7 +629,10 @@ TEST(InputFormMenus, NewShowsTheChosenLayoutOrAnotherScreen) {
     s.form.menuFileClick(fileItem::New);
     EXPECT_EQ(s.form.dimension(), 2);
     EXPECT_EQ(s.form.row(2).caption, kStdDevCaption);
-    EXPECT_EQ(s.form.row(4).text, "");
+    EXPECT_EQ(s.form.row(4).text, "0.3");  // the velocity, now in the row of the two-dimensional layout
+    EXPECT_EQ(s.data.velocity, "0.3");
+    EXPECT_EQ(s.data.title, "Column test");
+    EXPECT_EQ(s.data.aquiferType, "Infinite");
     EXPECT_FALSE(s.form.saveEnabled);
     s.host.newModelChoice = [](DataSet& d) {
         d.modelType = "Two Dimensional";

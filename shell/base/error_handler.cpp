@@ -18,6 +18,7 @@ std::int16_t handleError(const RuntimeError& error, const std::string& context, 
     try {
         switch (error.number()) {
         case 9:
+            ui.errorPassedOver(error.number(), defaultErrorDescription(error.number()));
             ui.setBusy(true);
             return kResume;
         case 6:
@@ -75,6 +76,7 @@ std::int16_t handleError(const RuntimeError& error, const std::string& context, 
             exclaim(ui, "Disk Not ready", std::string("Disk not ready!") + kBreak + "Please check the disk and try again.");
             return kLeave;
         case 776:
+            ui.errorPassedOver(error.number(), defaultErrorDescription(error.number()));
             return kLeave;
         case 444:
             exclaim(ui, "Cannot Delete", "Please finish adding the new chemical before making any deletions.");
@@ -82,6 +84,7 @@ std::int16_t handleError(const RuntimeError& error, const std::string& context, 
         case 32755:
         case 438:
         case 3020:
+            ui.errorPassedOver(error.number(), defaultErrorDescription(error.number()));
             return kLeave;
         case 3022:
             exclaim(ui, "Duplicate Chemical Name",

@@ -43,9 +43,20 @@ StreamUserInterface::StreamUserInterface(std::FILE* stream) : stream_(stream) {}
 
 MessageAnswer StreamUserInterface::showMessage(const MessageRequest& request) {
     ++messages_;
-    std::fprintf(stream_, "%s: %s\n", request.title.c_str(), flattenMessageText(request.text).c_str());
-    std::fflush(stream_);
+    if (request.icon != MessageIcon::Information) ++troubles_;
+    if (stream_) {
+        std::fprintf(stream_, "%s: %s\n", request.title.c_str(), flattenMessageText(request.text).c_str());
+        std::fflush(stream_);
+    }
     return defaultAnswer(request);
+}
+
+void StreamUserInterface::errorPassedOver(int number, const std::string& description) {
+    ++troubles_;
+    if (stream_) {
+        std::fprintf(stream_, "Run-time error %d: %s\n", number, flattenMessageText(description).c_str());
+        std::fflush(stream_);
+    }
 }
 
 std::optional<std::string> StreamUserInterface::askFile(const FileDialogRequest&) { return std::nullopt; }

@@ -55,6 +55,10 @@ public:
     virtual void processEvents() = 0;
     // Starts a program without waiting; false when it could not be started.
     virtual bool startProgram(const std::string& program, const std::vector<std::string>& arguments) = 0;
+    // A run-time error that the error handler passes over without a box (a
+    // bounds error, the closing of files): a screen shows nothing; a log may
+    // still record it. `description` is the runtime's own ("Subscript out of range").
+    virtual void errorPassedOver(int /*number*/, const std::string& /*description*/) {}
 
     // Convenience wrapper of showMessage.
     MessageAnswer message(MessageIcon icon, MessageButtons buttons, const std::string& title, const std::string& text,
@@ -63,7 +67,9 @@ public:
 
 // A user interface that answers every box with its default, writes each message
 // as "TITLE: TEXT" on a line of its own to a stream (line breaks inside the text
-// become blanks), cancels file dialogs, and starts no programs.
+// become blanks), cancels file dialogs, and starts no programs. An error that a
+// screen passes over in silence gets its line too ("Run-time error 9: Subscript
+// out of range"), since a log without it would hide why a run did not finish.
 class StreamUserInterface : public UserInterface {
 public:
     explicit StreamUserInterface(std::FILE* stream);
@@ -73,11 +79,16 @@ public:
     void reportProgress(ProgressOwner, double, double) override {}
     void processEvents() override {}
     bool startProgram(const std::string&, const std::vector<std::string>&) override { return false; }
+    void errorPassedOver(int number, const std::string& description) override;
     int messageCount() const { return messages_; }
+    // Lines that tell of a failure: every message but a notice (the
+    // information icon), and every error passed over.
+    int troubleCount() const { return troubles_; }
 
 private:
     std::FILE* stream_;
     int messages_ = 0;
+    int troubles_ = 0;
 };
 
 // The process-wide user interface (the workbench installs its own at start).

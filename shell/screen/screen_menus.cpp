@@ -91,16 +91,9 @@ void ScreenModel::mnuFileClick(int index) {
 bool ScreenModel::fileNew() {
     if (!savePrompt(data_, ui_)) return false;
     if (!host_ || !host_->showNewModelDialog()) return false;
-    // A new model keeps only what the dialog chose.
-    const std::string model = data_.modelType, aquifer = data_.aquiferType, contaminant = data_.contaminantType;
-    const bool multi = data_.multiChemical;
-    closeModel(data_, "Partial");
-    data_.modelType = model;
-    data_.aquiferType = aquifer;
-    data_.contaminantType = contaminant;
-    data_.multiChemical = multi;
+    // The dialog sets the model's kind; every other input stays, so that a
+    // model can be tried as another kind without typing it again.
     data_.needsDisplayRefresh = true;
-    data_.dataState = kDataUnchanged;
     if (!shownHere()) {
         host_->openScreenForModel();
         return true;

@@ -15,6 +15,7 @@
 #include <sys/wait.h>
 #include <vector>
 
+#include "handler_lines.h"
 #include "testing/test_paths.h"
 
 namespace {
@@ -28,20 +29,9 @@ using bm::testkit::writeFileBytes;
 constexpr int kRuntimeErrorStatus = 3;
 constexpr int kTimedOut = 124;
 
-// The handler's messages as the program writes them, one line each.
-std::string improperFileName(const std::string& path) {
-    return "Improper File Name: " + path + " is not in one of the recognized formats.   Please open another file.\n";
-}
-const std::string kOverflow =
-    "Overflow: The input data has resulted in an overflow during analytical computations. Please check the data and "
-    "try again.\n";
-const std::string kTypeMismatch =
-    "Type Mismatch Error: The input data has resulted in a type mis-match error during analytical computations. "
-    "Possible reasons could be improper input e.g. an alphabet or blank instead of a number etc. Please check the "
-    "data and try again.\n";
-const std::string kOutOfMemory =
-    "Out Of Memory: Insufficient memory!  Please reduce the number of chemicals selected and/or number of montecarlo "
-    "terms.\n";
+using bm::testkit::improperFileName;
+const std::string& kOverflow = bm::testkit::kOverflowLine;
+const std::string& kTypeMismatch = bm::testkit::kTypeMismatchLine;
 
 struct RefusedRun {
     int status = -1;
@@ -161,11 +151,11 @@ TEST(BatchBadInput, ADamagedMonteCarloBlockIsAnImproperFile) {
         {"[End MonteCarlo Data]", "[End Monte Carlo Data]", improperFileName(input)},
         // counts that promise records the block does not hold
         {"[Begin Monte Carlo Data]\r\n 0 \r\n", "[Begin Monte Carlo Data]\r\n 3 \r\n", improperFileName(input)},
-        // a result record with no input record to stand beside (a bounds error
-        // while reading, reported as a file of no recognised format)
+        // a result record with no input record to stand beside: a bounds
+        // error while reading, which the workbench passes over without a box
         {"[Begin Monte Carlo Data]\r\n 0 \r\n 0 \r\n 1 \r\n[Begin Chemical  1 ]\r\n",
          "[Begin Monte Carlo Data]\r\n 0 \r\n 1 \r\n 2 \r\n[Begin Chemical  1 ]\r\n" + records + "Median\r\n 0.1 \r\n",
-         improperFileName(input)},
+         bm::testkit::kBoundsLine},
         // a comma inside a record shifts every field behind it: the flag is then read from a word
         {"[Begin Monte Carlo Data]\r\n 0 \r\n 0 \r\n 1 \r\n[Begin Chemical  1 ]\r\n",
          "[Begin Monte Carlo Data]\r\n 1 \r\n 0 \r\n 1 \r\n[Begin Chemical  1 ]\r\nVelocity, Darcy\r\n0.1\r\n0.05\r\n"
