@@ -26,6 +26,7 @@
 #include "shell/widgets/main_window.h"
 #include "shell/widgets/qt_user_interface.h"
 #include "saturated/widgets/input_form.h"
+#include "timevarying/widgets/merla_form.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
@@ -51,6 +52,7 @@ int main(int argc, char** argv) {
     // The model kinds the pass calculates, and the screens that show them.
     bm::registerBuiltInKinds();
     bm::registerInputForm();
+    bm::registerMerlaForm();
 
     bm::MainWindow main(bm::theDataSet(), bm::theAppState(), bm::fileCommands());
     ui.setMainWindow(&main);

@@ -38,13 +38,6 @@ QString q(const std::string& s) { return QString::fromStdString(s); }
 
 QString indexed(const QString& name, int index) { return indexedName(name, index); }
 
-
-bool isTyping(const QKeyEvent* key) {
-    if (key->key() == Qt::Key_Backspace || key->key() == Qt::Key_Delete) return true;
-    const QString t = key->text();
-    return !t.isEmpty() && t.at(0).unicode() >= 32 && t.at(0).unicode() != 127;
-}
-
 }  // namespace
 
 // ---------------------------------------------------------------- construction
@@ -255,34 +248,9 @@ bool InputForm::eventFilter(QObject* watched, QEvent* event) {
     if (r < 0 || d != m.dimension()) return QDialog::eventFilter(watched, event);
     const RowWidgets& w = rows_[static_cast<std::size_t>(d)][static_cast<std::size_t>(r)];
 
-    switch (type) {
-    case QEvent::KeyPress: {
-        if (watched != w.entry) break;
-        auto* key = static_cast<QKeyEvent*>(event);
-        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {  // "{TAB}"
-            focusNextChild();
-            return true;
-        }
-        if (isTyping(key) && !m.rowKeyPress(r)) return true;
-        break;
-    }
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonDblClick:
-        if (!m.rowClicked(r)) return true;
-        break;
-    case QEvent::FocusIn:
-        if (watched == w.entry) m.rowEntered(r);
-        break;
-    case QEvent::FocusOut: {
-        if (watched != w.entry) break;
-        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-        // Another window taking the focus is no leaving of the row.
-        if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason) break;
-        if (!closing()) m.rowLeft(r);
-        break;
-    }
-    default: break;
-    }
+    const RowEvents on{[&m, r] { return m.rowKeyPress(r); }, [&m, r] { return m.rowClicked(r); },
+                       [&m, r] { return m.rowLeft(r); }, [&m, r] { m.rowEntered(r); }};
+    if (rowEvent(watched, event, w.entry, on)) return true;
     return QDialog::eventFilter(watched, event);
 }
 

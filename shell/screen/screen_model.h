@@ -23,6 +23,7 @@
 #include "model/units.h"
 #include "shell/base/user_interface.h"
 #include "shell/screen/notes_pad.h"
+#include "shell/screen/printed_lines.h"
 #include "shell/screen/screen_host.h"
 
 namespace bm {
@@ -120,12 +121,12 @@ public:
     // ---- Menus
     std::vector<MenuItem> topMenus() const;
     std::vector<MenuItem> fileMenu() const;
-    std::vector<MenuItem> resultsMenu() const;
+    virtual std::vector<MenuItem> resultsMenu() const;
     std::vector<MenuItem> unitMenu(UnitMenu menu) const;
     std::vector<MenuItem> monteCarloMenu() const;
     void mnuFileClick(int index);  // Calculate! (20), Help (50)
     void menuFileClick(int index);
-    void menuResultsClick(int index);
+    virtual void menuResultsClick(int index);
     void menuUnitsClick(UnitMenu menu, int index);
     void menuMonteCarloClick(int index);
     // Closing the screen by Exit or by the window: the save offer, then
@@ -134,6 +135,8 @@ public:
 
     // ---- Units
     std::string& unitWord(UnitMenu menu);
+    // Whether the screen offers a unit menu (every screen has Length and Time).
+    virtual bool offersUnitMenu(UnitMenu) const { return true; }
 
     // The unit labels of the inputs shown, for relabelling.
     virtual std::vector<std::string*> unitLabels() { return {}; }
@@ -149,7 +152,7 @@ public:
     // The Stop button.
     void stopClicked();
     // The result label and its caption from calculationMode.
-    void refreshResultLabel();
+    virtual void refreshResultLabel();
     void updateResultsMenuState();
 
     // ---- Results
@@ -185,6 +188,14 @@ protected:
     virtual void resetTabs() {}
     // The layout shown, for the focus requests (a screen with one layout: 0).
     virtual int layoutShown() const { return 0; }
+    // The counts of the range texts (rangeTexts' order) as the kind's grid counts them.
+    virtual std::vector<int> rangeCounts(const std::vector<std::string>& ranges) const;
+    // The stale-results question of the Results menu: true when the user goes on.
+    bool resultsQuestionAnswered();
+    // "Output Data are not correct!", titled "Error Information".
+    void outputNotCorrect();
+    // A report to the host's printer, its Tab columns as the printer's column stops.
+    void printLines(const std::vector<PrintedLine>& lines);
 
     // What every screen shows of the DataSet: the captions of the model words,
     // the notes and the unit words (the defaults where the model has none).
@@ -217,7 +228,6 @@ private:
     bool fileSave(const std::string& kind);
     bool fileClose();
     bool shownHere() const;
-    bool resultsQuestionAnswered();
 };
 
 // The percentage the progress picture shows: done * 100 / total as a

@@ -1,6 +1,7 @@
 #include "shell/widgets/model_screen_dialog.h"
 
 #include <QAction>
+#include <QFocusEvent>
 #include <QFontMetricsF>
 #include <QFrame>
 #include <QGridLayout>
@@ -131,6 +132,7 @@ void ModelScreenDialog::buildMenus(QMenuBar* bar) {
     const std::array<QString, 3> unitCaptions = {QStringLiteral("&Length"), QStringLiteral("&Time"),
                                                  QStringLiteral("&Concentration")};
     for (std::size_t k = 0; k < kUnitMenus.size(); ++k) {
+        if (!m.offersUnitMenu(kUnitMenus[k].first)) continue;
         const QString name = QString::fromLatin1(kUnitMenus[k].second);
         QMenu* sub = units->addMenu(unitCaptions[k]);
         sub->setObjectName(name);
@@ -300,6 +302,48 @@ bool ModelScreenDialog::sharedEvent(QObject* watched, QEvent* event) {
             focusNextChild();
             return true;
         }
+    }
+    return false;
+}
+
+namespace {
+
+bool isTyping(const QKeyEvent* key) {
+    if (key->key() == Qt::Key_Backspace || key->key() == Qt::Key_Delete) return true;
+    const QString t = key->text();
+    return !t.isEmpty() && t.at(0).unicode() >= 32 && t.at(0).unicode() != 127;
+}
+
+}  // namespace
+
+bool ModelScreenDialog::rowEvent(QObject* watched, QEvent* event, QObject* entry, const RowEvents& on) {
+    switch (event->type()) {
+    case QEvent::KeyPress: {
+        if (watched != entry) break;
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {  // "{TAB}"
+            focusNextChild();
+            return true;
+        }
+        if (isTyping(key) && !on.keyPress()) return true;
+        break;
+    }
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        if (!on.clicked()) return true;
+        break;
+    case QEvent::FocusIn:
+        if (watched == entry) on.entered();
+        break;
+    case QEvent::FocusOut: {
+        if (watched != entry) break;
+        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+        // Another window taking the focus is no leaving of the row.
+        if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason) break;
+        if (!closing()) on.left();
+        break;
+    }
+    default: break;
     }
     return false;
 }

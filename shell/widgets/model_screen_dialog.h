@@ -81,6 +81,17 @@ protected:
     // While the close path runs: the inputs' focus-out checks hold back.
     bool closing() const { return closing_; }
 
+    // The events of an input row (its entry, caption and unit), as every model
+    // screen handles them: Return moves on ("{TAB}"), typing into a locked row
+    // and clicking on it are refused (keyPress, clicked: false), the focus
+    // coming in shows the row's hint, leaving it runs its checks. True when the
+    // event was taken.
+    struct RowEvents {
+        std::function<bool()> keyPress, clicked, left;
+        std::function<void()> entered;
+    };
+    bool rowEvent(QObject* watched, QEvent* event, QObject* entry, const RowEvents& on);
+
 private:
     QAction* addItem(QMenu* menu, const QString& name, const QString& caption, std::function<void()> action);
     void buildMenus(QMenuBar* bar);
