@@ -50,12 +50,12 @@ std::string stripWord(const std::string& caption, const std::string& word) {
 }  // namespace
 
 std::string ScreenModel::modelWord() const { return stripWord(modelCaption, "Model: "); }
-std::string ScreenModel::aquiferWord() const { return stripWord(aquiferCaption, "Aquifer: "); }
+std::string ScreenModel::aquiferWord() const { return stripWord(aquiferCaption, aquiferLabel); }
 std::string ScreenModel::contaminantWord() const { return stripWord(contaminantCaption, "Contaminant: "); }
 
 void ScreenModel::showModelWords() {
     modelCaption = "Model: " + data_.modelType;
-    aquiferCaption = "Aquifer: " + data_.aquiferType;
+    aquiferCaption = aquiferLabel + data_.aquiferType;
     contaminantCaption = "Contaminant: " + data_.contaminantType;
     titleText = data_.title;
     authorText = data_.author;

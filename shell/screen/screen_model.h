@@ -86,7 +86,7 @@ public:
 
     // ---- Captions and state shown
     std::string modelCaption;        // ModelE: "Model: " + modelType
-    std::string aquiferCaption;      // AquiferE
+    std::string aquiferCaption;      // AquiferE: aquiferLabel + aquiferType
     std::string contaminantCaption;  // ContaminantE
     std::string titleText, authorText, commentsText;  // TitleTB, AuthorTB, CommentsTB
     std::string helpPanel;           // HelpPanel
@@ -206,6 +206,9 @@ protected:
     std::string modelWord() const;
     std::string aquiferWord() const;
     std::string contaminantWord() const;
+
+    // The words in front of aquiferType in AquiferE (a time-varying model names its dispersion function there).
+    std::string aquiferLabel = "Aquifer: ";
 
     // The kind of the open model as registered with the pass, or nullptr.
     const KindCalculation* kindCalculation() const;

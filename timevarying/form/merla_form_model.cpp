@@ -21,6 +21,7 @@ bool isRangeRow(int index) { return index == varrow::X || index == varrow::Time 
 
 MerlaFormModel::MerlaFormModel(DataSet& data, AppState& state, UserInterface& ui)
     : ScreenModel(data, state, ui, ModelScreen::merlaform) {
+    aquiferLabel = "Dispersion Coefficient: ";
     rows_ = varRowsOf(DataSet{}, lengthUnit, timeUnit);
     dirty_.assign(rows_.size(), false);
     shownLength_ = lengthUnit;

@@ -87,7 +87,7 @@ TEST(MerlaForm, RowsShowTheirFieldsUnderTheirCaptions) {
 TEST(MerlaForm, TheConstantFunctionLeavesTheTravelTimeUnused) {
     MerlaScreen s(merlaModel("Point (continuous)", "Constant"));
     EXPECT_FALSE(s.form.row(varrow::MeanTravelTime).enabled);
-    EXPECT_EQ(s.form.aquiferCaption, "Aquifer: Constant");
+    EXPECT_EQ(s.form.aquiferCaption, "Dispersion Coefficient: Constant");
     for (const char* f : {"Linear", "Asymptotic", "Exponential"}) {
         MerlaScreen t(merlaModel("Point (continuous)", f));
         EXPECT_TRUE(t.form.row(varrow::MeanTravelTime).enabled) << f;
@@ -131,6 +131,7 @@ TEST(MerlaForm, HoldDataSetWritesTheRowsToTheirFields) {
     EXPECT_EQ(s.data.porosity, "0.25");
     EXPECT_EQ(s.data.sourceMagnitude, "40");
     EXPECT_EQ(s.data.contaminantType, "Line (continuous)");
+    EXPECT_EQ(s.data.aquiferType, "Asymptotic");  // back from "Dispersion Coefficient: Asymptotic"
     EXPECT_EQ(s.data.dataState, kParametersChanged);
     EXPECT_TRUE(s.form.saveEnabled);
 }
