@@ -212,18 +212,8 @@ void InputForm::refreshInputs() {
         for (std::size_t i = 0; i < rows.size(); ++i) {
             const FormRow& r = rows[i];
             RowWidgets& w = rows_[static_cast<std::size_t>(d)][i];
-            w.panel->setText(q(r.caption));
-            w.units->setText(q(r.unitCaption));
-            if (!w.entry) continue;
-            const QString text = q(r.text);
-            if (w.entry->text() != text) {
-                w.entry->setText(text);
-                w.entry->setCursorPosition(0);  // a marker shows its visible word
-            }
-            w.entry->setEnabled(r.enabled);
-            const bool locked = m.rowLocked(static_cast<int>(i));
-            w.entry->setReadOnly(locked);
-            w.entry->setStyleSheet(locked ? QStringLiteral("QLineEdit { color: rgb(255, 0, 0); }") : QString());
+            showInputRow(w.panel, w.entry, w.units, r.caption, r.unitCaption, r.text, r.enabled,
+                         m.rowLocked(static_cast<int>(i)));
         }
         if (QLabel* result = resultLabels_[static_cast<std::size_t>(d)]) result->setText(q(m.resultLabel));
         if (QLabel* l5 = label5_[static_cast<std::size_t>(d)]) l5->setText(q(m.resultCaption));
@@ -257,15 +247,8 @@ bool InputForm::eventFilter(QObject* watched, QEvent* event) {
 void InputForm::moveFocus(const FocusRequest& focus) {
     // After the event that asked for it: a focus change inside a focus event is not taken.
     QTimer::singleShot(0, this, [this, focus] {
+        if (sharedFocus(focus)) return;
         const int d = focus.dimension;
-        if (focus.stop) {
-            stopButton()->setFocus(Qt::OtherFocusReason);
-            return;
-        }
-        if (focus.next) {
-            focusNextChild();
-            return;
-        }
         if (d < 1 || d > 3) return;
         QTabWidget* tabs = tabs_[static_cast<std::size_t>(d)];
         if (focus.tab >= 0) tabs->setCurrentIndex(focus.tab);
@@ -286,13 +269,6 @@ void InputForm::moveFocus(const FocusRequest& focus) {
 
 // ---------------------------------------------------------------- registration
 
-void registerInputForm() {
-    registerModelScreen(ModelScreen::inputForm,
-                        modelScreenOpener(ModelScreen::inputForm, [](QWidget* parent, bool saveEnabled) {
-                            auto form = std::make_unique<InputForm>(theDataSet(), theAppState(), ui(), parent);
-                            form->load(saveEnabled);
-                            return std::unique_ptr<ModelScreenDialog>(std::move(form));
-                        }));
-}
+void registerInputForm() { registerScreenForm<InputForm>(ModelScreen::inputForm); }
 
 }  // namespace bm

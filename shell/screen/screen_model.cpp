@@ -147,6 +147,27 @@ void ScreenModel::hover(HintPlace place) {
     changed();
 }
 
+// ---------------------------------------------------------------- rows under Monte Carlo control
+
+bool ScreenModel::rowClicked(int index) {
+    if (!rowLocked(index)) return true;
+    ui_.message(MessageIcon::Exclamation, MessageButtons::Ok, kReadOnlyTitle,
+                "Monte Carlo selected values for " + rowCaptionText(index) +
+                    " are read only.\r\rTo unselect a monte carlo option please use Generate from the Monte Carlo "
+                    "menu.");
+    return false;
+}
+
+bool ScreenModel::rowKeyPress(int index) {
+    if (rowClicked(index)) return true;
+    FocusRequest f;
+    f.dimension = layoutShown();
+    f.row = index;
+    f.next = true;  // typing in a locked row sends a Tab
+    requestFocus(f);
+    return false;
+}
+
 // ---------------------------------------------------------------- units
 
 std::string& ScreenModel::unitWord(UnitMenu menu) {

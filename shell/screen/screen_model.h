@@ -165,6 +165,15 @@ public:
     void viewSimulation(const std::string& kind);
     virtual void printReport() {}
 
+    // ---- Rows under Monte Carlo control
+    // Whether an input row holds a Monte Carlo marker (it cannot be edited then).
+    virtual bool rowLocked(int) const { return false; }
+    // A key in a row (before it goes in): false when the row is read only; the
+    // "Read Only" message is shown and the focus moves on (typing sends a Tab).
+    bool rowKeyPress(int index);
+    // A click on a row's entry, caption or unit: false (and the message) when read only.
+    bool rowClicked(int index);
+
     // Sends the user to a place (validation, edit checks).
     virtual void requestFocus(const FocusRequest& focus);
     void changed();
@@ -186,6 +195,8 @@ protected:
     virtual void unitsChanged() {}
     // The tab set brought forward before a load.
     virtual void resetTabs() {}
+    // The caption of an input row, for the messages about it.
+    virtual std::string rowCaptionText(int) const { return {}; }
     // The layout shown, for the focus requests (a screen with one layout: 0).
     virtual int layoutShown() const { return 0; }
     // The counts of the range texts (rangeTexts' order) as the kind's grid counts them.

@@ -65,6 +65,20 @@ QLabel* panelLabel(const QString& name, QWidget* parent) {
     return l;
 }
 
+void showInputRow(QLabel* panel, QLineEdit* entry, QLabel* units, const std::string& caption,
+                  const std::string& unitCaption, const std::string& text, bool enabled, bool locked) {
+    panel->setText(q(caption));
+    units->setText(q(unitCaption));
+    if (!entry) return;
+    if (entry->text() != q(text)) {
+        entry->setText(q(text));
+        entry->setCursorPosition(0);  // a marker shows its visible word
+    }
+    entry->setEnabled(enabled);
+    entry->setReadOnly(locked);
+    entry->setStyleSheet(locked ? QStringLiteral("QLineEdit { color: rgb(255, 0, 0); }") : QString());
+}
+
 QString indexedName(const QString& name, int index) { return name + u'(' + QString::number(index) + u')'; }
 
 ModelScreenDialog::ModelScreenDialog(QWidget* parent) : QDialog(parent) {
@@ -344,6 +358,18 @@ bool ModelScreenDialog::rowEvent(QObject* watched, QEvent* event, QObject* entry
         break;
     }
     default: break;
+    }
+    return false;
+}
+
+bool ModelScreenDialog::sharedFocus(const FocusRequest& focus) {
+    if (focus.stop) {
+        stopCB_->setFocus(Qt::OtherFocusReason);
+        return true;
+    }
+    if (focus.next) {
+        focusNextChild();
+        return true;
     }
     return false;
 }

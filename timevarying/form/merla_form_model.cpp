@@ -100,30 +100,7 @@ bool MerlaFormModel::rowLocked(int index) const {
     return holdsMonteMarker(row(index).text);
 }
 
-void MerlaFormModel::readOnlyMessage(int index) {
-    ui_.message(MessageIcon::Exclamation, MessageButtons::Ok, kReadOnlyTitle,
-                "Monte Carlo selected values for " + row(index).caption +
-                    " are read only.\r\rTo unselect a monte carlo option please use Generate from the Monte Carlo "
-                    "menu.");
-}
-
 // ---------------------------------------------------------------- editing
-
-bool MerlaFormModel::rowKeyPress(int index) {
-    if (!rowLocked(index)) return true;
-    readOnlyMessage(index);
-    FocusRequest f;
-    f.row = index;
-    f.next = true;  // typing in a locked row sends a Tab
-    requestFocus(f);
-    return false;
-}
-
-bool MerlaFormModel::rowClicked(int index) {
-    if (!rowLocked(index)) return true;
-    readOnlyMessage(index);
-    return false;
-}
 
 void MerlaFormModel::rowEdited(int index, const std::string& text) {
     VarRow& r = row(index);

@@ -37,19 +37,14 @@ public:
     const VarRow& row(int index) const;
     bool lineSource() const;
 
-    // ---- Editing
-    // A key in a row (before it goes in): false when the row is read only; the
-    // "Read Only" message is shown and the focus moves on.
-    bool rowKeyPress(int index);
-    // A click on a row's entry, caption or unit: false (and the message) when read only.
-    bool rowClicked(int index);
+    // ---- Editing (the locked rows' key and click checks are the ScreenModel's)
     void rowEdited(int index, const std::string& text);
     // Focus in: the row's hint.
     void rowEntered(int index);
     // Focus out of a range row: its format checked, the selected point's rows
     // set from the Constants once it was typed in. False when the focus is to stay.
     bool rowLeft(int index);
-    bool rowLocked(int index) const;
+    bool rowLocked(int index) const override;
 
     // ---- Units: Length and Time only; the compound units are relabelled behind their "mg".
     bool offersUnitMenu(UnitMenu menu) const override { return menu != UnitMenu::Concentration; }
@@ -77,9 +72,9 @@ protected:
     bool inputsHoldMarker() const override;
     void unmarkInputs() override;
     void unitsChanged() override;
+    std::string rowCaptionText(int index) const override { return row(index).caption; }
 
 private:
-    void readOnlyMessage(int index);
     void setMonteCarloCaption();
     void rewritePointRows();
 

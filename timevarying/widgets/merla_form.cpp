@@ -6,7 +6,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QScrollArea>
 #include <QTabWidget>
 #include <QTimer>
@@ -146,19 +145,9 @@ void MerlaForm::refreshInputs() {
     const auto& rows = m.rows();
     for (std::size_t i = 0; i < rows.size() && i < rows_.size(); ++i) {
         const VarRow& r = rows[i];
-        RowWidgets& w = rows_[i];
-        w.panel->setText(q(r.caption));
-        w.units->setText(q(r.unitCaption));
-        if (!w.entry) continue;
-        const QString text = q(r.text);
-        if (w.entry->text() != text) {
-            w.entry->setText(text);
-            w.entry->setCursorPosition(0);  // a marker shows its visible word
-        }
-        w.entry->setEnabled(r.enabled);
-        const bool locked = m.rowLocked(static_cast<int>(i));
-        w.entry->setReadOnly(locked);
-        w.entry->setStyleSheet(locked ? QStringLiteral("QLineEdit { color: rgb(255, 0, 0); }") : QString());
+        const RowWidgets& w = rows_[i];
+        showInputRow(w.panel, w.entry, w.units, r.caption, r.unitCaption, r.text, r.enabled,
+                     m.rowLocked(static_cast<int>(i)));
     }
     resultLabel_->setText(q(m.resultLabel));
     label5_->setText(q(m.resultCaption));
@@ -180,11 +169,8 @@ bool MerlaForm::eventFilter(QObject* watched, QEvent* event) {
 void MerlaForm::moveFocus(const FocusRequest& focus) {
     // After the event that asked for it: a focus change inside a focus event is not taken.
     QTimer::singleShot(0, this, [this, focus] {
-        if (focus.stop) {
-            stopButton()->setFocus(Qt::OtherFocusReason);
-        } else if (focus.next) {
-            focusNextChild();
-        } else if (focus.row >= 0 && focus.row < static_cast<int>(rows_.size())) {
+        if (sharedFocus(focus)) return;
+        if (focus.row >= 0 && focus.row < static_cast<int>(rows_.size())) {
             if (QLineEdit* e = rows_[static_cast<std::size_t>(focus.row)].entry) {
                 e->setFocus(Qt::OtherFocusReason);
                 e->selectAll();
@@ -193,13 +179,6 @@ void MerlaForm::moveFocus(const FocusRequest& focus) {
     });
 }
 
-void registerMerlaForm() {
-    registerModelScreen(ModelScreen::merlaform,
-                        modelScreenOpener(ModelScreen::merlaform, [](QWidget* parent, bool saveEnabled) {
-                            auto form = std::make_unique<MerlaForm>(theDataSet(), theAppState(), ui(), parent);
-                            form->load(saveEnabled);
-                            return std::unique_ptr<ModelScreenDialog>(std::move(form));
-                        }));
-}
+void registerMerlaForm() { registerScreenForm<MerlaForm>(ModelScreen::merlaform); }
 
 }  // namespace bm

@@ -228,7 +228,9 @@ TEST_F(MerlaFormScreen, Pictures) {
                     EXPECT_GE(caption->width(), caption->fontMetrics().horizontalAdvance(word)) << i;
                 QLabel* unit = form->rowUnits(i);
                 EXPECT_GE(unit->width(), unit->fontMetrics().horizontalAdvance(unit->text())) << i;
-                if (QLineEdit* e = form->rowEntry(i)) EXPECT_GE(e->width(), 100) << i;
+                if (QLineEdit* e = form->rowEntry(i)) {
+                    EXPECT_GE(e->width(), 100) << i;
+                }
             }
             form.reset();
         }
