@@ -7,6 +7,7 @@
 #include "merla_test_screen.h"
 #include "montecarlo/monte_marker.h"
 #include "montecarlo/pass/kind_calculation.h"
+#include "testing/test_paths.h"
 
 namespace bm {
 namespace {
@@ -134,6 +135,32 @@ TEST(MerlaForm, HoldDataSetWritesTheRowsToTheirFields) {
     EXPECT_EQ(s.data.aquiferType, "Asymptotic");  // back from "Dispersion Coefficient: Asymptotic"
     EXPECT_EQ(s.data.dataState, kParametersChanged);
     EXPECT_TRUE(s.form.saveEnabled);
+}
+
+TEST(MerlaForm, ALineModelSavedAndReadBackShowsTheSameRows) {
+    testkit::TempDir dir;
+    MerlaScreen s(merlaModel("Line (continuous)", "Exponential"));
+    s.type(varrow::Decay, "0.003");
+    const std::string path = dir.file("line.var");
+    s.ui.fileAnswers.push_back(path);
+    s.form.menuFileClick(fileItem::SaveAs);
+    for (const auto& m : s.ui.messages) ADD_FAILURE() << m.title << ": " << m.text;
+    EXPECT_EQ(s.form.windowTitle(), "Ground Water Model  -- FileName: " + path);
+
+    MerlaScreen other(merlaModel());
+    other.data.dataState = kDataUnchanged;
+    other.ui.fileAnswers.push_back(path);
+    other.form.menuFileClick(fileItem::Open);
+    for (const auto& m : other.ui.messages) ADD_FAILURE() << m.title << ": " << m.text;
+    for (int i = 0; i < varrow::Count; ++i) {
+        EXPECT_EQ(other.form.row(i).text, s.form.row(i).text) << i;
+        EXPECT_EQ(other.form.row(i).caption, s.form.row(i).caption) << i;
+        EXPECT_EQ(other.form.row(i).enabled, s.form.row(i).enabled) << i;
+    }
+    EXPECT_EQ(other.form.row(varrow::Y).text, "Not Used");
+    EXPECT_EQ(other.form.row(varrow::Decay).text, "0.003");
+    EXPECT_EQ(other.form.aquiferCaption, "Dispersion Coefficient: Exponential");
+    EXPECT_TRUE(other.form.validate()) << other.ui.lastText();
 }
 
 TEST(MerlaForm, HoldDataSetRefusesASourceOutsideTheEight) {

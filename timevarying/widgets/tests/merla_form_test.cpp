@@ -7,6 +7,8 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QFile>
+#include <QProcess>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -19,6 +21,7 @@
 #include "shell/widgets/model_screens.h"
 #include "shell/widgets/progress_picture.h"
 #include "testing/qt_test_support.h"
+#include "testing/test_paths.h"
 #include "testing/scripted_user_interface.h"
 #include "timevarying/tests/merla_test_screen.h"
 #include "timevarying/widgets/merla_form.h"
@@ -203,6 +206,30 @@ TEST_F(MerlaFormScreen, AFinishedRunShowsTheValueAtThePoint) {
     EXPECT_EQ(form->resultLabel()->text().toStdString(), data.varResultText);
     EXPECT_EQ(form->findChild<QLabel*>(QStringLiteral("Label5"))->text(), QStringLiteral("Computed at"));
     EXPECT_EQ(form->rowEntry(varrow::PointX)->text().toStdString(), formatNumber(data.xConstant));
+}
+
+TEST_F(MerlaFormScreen, PrintedReportAsPdf) {
+    testkit::TempDir dir;
+    DataSet d = testkit::merlaModel("Line (initial)", "Linear");
+    d.title = "Plume";
+    open(d);
+    const QString pdf = QString::fromStdString(dir.file("report.pdf"));
+    form->setPdfOutput(pdf);
+    form->menuItem(QStringLiteral("menuFile(50)"))->trigger();
+    settle();
+    ASSERT_TRUE(QFile::exists(pdf));
+    QProcess p;
+    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
+    ASSERT_TRUE(p.waitForFinished(20000));
+    QStringList lines;
+    for (const QString& l : QString::fromUtf8(p.readAllStandardOutput()).split(u'\n'))
+        if (!l.trimmed().isEmpty()) lines << qtest::spelledOut(l).simplified();
+    for (const char* expected : {"Saturated Ground Water Model with Time Dependent Dispersion Coefficients", "Plume",
+                                 "Contaminant Source: Line (initial)", "Dispersion Coefficient: Linear",
+                                 "X Axis 10 30 10", "Y Axis Not Used", "Time Range 20 40 20",
+                                 "Monte Carlo simulation at t: 30", "Mean Travel Time: 20"})
+        EXPECT_TRUE(lines.contains(QString::fromLatin1(expected))) << expected << "\n"
+                                                                   << lines.join(u'\n').toStdString();
 }
 
 // Pictures at the sizes users have; nothing of a row may be cut off.
