@@ -163,6 +163,23 @@ TEST(MerlaForm, ALineModelSavedAndReadBackShowsTheSameRows) {
     EXPECT_TRUE(other.form.validate()) << other.ui.lastText();
 }
 
+TEST(MerlaForm, AReadSimulationShowsItsResultsOnlyWhenTheyAreComplete) {
+    DataSet d = merlaModel();
+    d.calculationMode = "Monte Carlo";
+    d.monteStore(ModelKind::TimeVarying).monteIterations = 4;
+    d.mcResultVar.redim(3);
+    MerlaScreen complete(d);
+    EXPECT_EQ(complete.form.resultLabel, "Monte Carlo");
+    EXPECT_EQ(complete.form.resultCaption, "Monte Carlo Computed at");
+    d.mcResultVar.redim(2);
+    MerlaScreen partial(d);
+    EXPECT_EQ(partial.form.resultLabel, "");
+    d.calculationMode = "Regular";
+    MerlaScreen regular(d);
+    EXPECT_EQ(regular.form.resultLabel, "Regular");
+    EXPECT_EQ(regular.form.resultCaption, "Computed at");
+}
+
 TEST(MerlaForm, HoldDataSetRefusesASourceOutsideTheEight) {
     MerlaScreen s(merlaModel("Point (pulsed)"));
     EXPECT_FALSE(s.form.holdDataSet());
@@ -289,6 +306,17 @@ TEST(MerlaValidation, RowsOutOfUseNeedNoValue) {
     d.distributionCoefficient = "";
     Check c(d);
     EXPECT_TRUE(c.run()) << c.s.ui.lastText();
+}
+
+TEST(MerlaValidation, ALineSourcesVelocityInYIsNotLookedAt) {
+    DataSet d = merlaModel("Line (continuous)");
+    d.velocityY = "-1";  // left from a point source; the row is disabled
+    Check c(d);
+    EXPECT_TRUE(c.run()) << c.s.ui.lastText();
+    Check point(merlaModel("Point (continuous)"));
+    point.s.type(varrow::VelocityY, "-1");
+    point.expect("Improper input data", "Steady-state Darcy Velocity in Y-Direction (v) must be greater than or equal to 0.",
+                 4);
 }
 
 TEST(MerlaValidation, XAndTimeMustBeRanges) {

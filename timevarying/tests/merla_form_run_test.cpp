@@ -171,6 +171,16 @@ TEST(MerlaResults, ViewWritesTheOutputFileOfTheRun) {
     EXPECT_EQ(s.ui.lastTitle(), "Missing Text Editor");
 }
 
+TEST(MerlaResults, GraphHandsTheFileToThePlottingUtility) {
+    ResultsScreen s(constantModel("Line (initial)"));
+    s.state.graphUtilityPath = s.dir.file("no-trazel");
+    s.form.calculate();
+    s.form.menuResultsClick(resultsItem::Graph);
+    EXPECT_EQ(s.plotFile(), timeVaryingOutputText(s.data));
+    EXPECT_EQ(s.plotFile().rfind("Ground Water\r\nModel: Line Source\r\n", 0), 0u);
+    EXPECT_EQ(s.ui.lastTitle(), "Missing Trazel Utility");
+}
+
 TEST(MerlaResults, ChangedInputsAskFirst) {
     ResultsScreen s(constantModel("Point (continuous)"));
     s.form.calculate();
