@@ -61,6 +61,11 @@ inline constexpr int Generate = 10, Graph = 20, View = 30;
 
 inline constexpr const char* kReadOnlyTitle = "Read Only";
 inline constexpr const char* kComputationStatus = " Computation Status:";
+inline constexpr const char* kStaleResultsText =
+    "Input data has been changed. The results shown would be from a previous computation.\rIn order to update the "
+    "results please press calculate from the menu.\r\rDo you want to continue ?";
+inline constexpr const char* kNotCorrectText =
+    "Output Data are not correct! \r\r  Please select calculate before choosing this option.";
 
 class ScreenModel {
 public:
@@ -201,10 +206,11 @@ protected:
     virtual int layoutShown() const { return 0; }
     // The counts of the range texts (rangeTexts' order) as the kind's grid counts them.
     virtual std::vector<int> rangeCounts(const std::vector<std::string>& ranges) const;
-    // The stale-results question of the Results menu: true when the user goes on.
-    bool resultsQuestionAnswered();
+    // The stale-results question of the Results menu ("Results Not Updated"):
+    // true when the user goes on.
+    bool resultsQuestionAnswered(const std::string& text = kStaleResultsText);
     // "Output Data are not correct!", titled "Error Information".
-    void outputNotCorrect();
+    void outputNotCorrect(const std::string& text = kNotCorrectText);
     // A report to the host's printer, its Tab columns as the printer's column stops.
     void printLines(const std::vector<PrintedLine>& lines);
 

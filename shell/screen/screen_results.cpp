@@ -46,9 +46,8 @@ std::vector<int> ScreenModel::rangeCounts(const std::vector<std::string>& ranges
     return counts;
 }
 
-void ScreenModel::outputNotCorrect() {
-    ui_.message(MessageIcon::Exclamation, MessageButtons::Ok, "Error Information",
-                "Output Data are not correct! \r\r  Please select calculate before choosing this option.");
+void ScreenModel::outputNotCorrect(const std::string& text) {
+    ui_.message(MessageIcon::Exclamation, MessageButtons::Ok, "Error Information", text);
 }
 
 void ScreenModel::printLines(const std::vector<PrintedLine>& lines) {
@@ -65,14 +64,10 @@ bool ScreenModel::singlePointGrid() const {
     return true;
 }
 
-bool ScreenModel::resultsQuestionAnswered() {
+bool ScreenModel::resultsQuestionAnswered(const std::string& text) {
     if (!mcPointChangedOf(data_, data_.modelType)) return true;
-    const MessageAnswer answer = ui_.message(
-        MessageIcon::Question, MessageButtons::YesNo, "Results Not Updated",
-        "Input data has been changed. The results shown would be from a previous computation.\rIn order to "
-        "update the results please press calculate from the menu.\r\rDo you want to continue ?",
-        1);
-    return answer == MessageAnswer::Yes;
+    return ui_.message(MessageIcon::Question, MessageButtons::YesNo, "Results Not Updated", text, 1) ==
+           MessageAnswer::Yes;
 }
 
 void ScreenModel::menuResultsClick(int index) {

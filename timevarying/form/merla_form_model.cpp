@@ -250,10 +250,10 @@ void MerlaFormModel::menuResultsClick(int index) {
     if (index != resultsItem::Graph && index != resultsItem::View) return;
     updateResultsMenuState();
     changed();
-    if (!resultsQuestionAnswered()) return;
+    if (!resultsQuestionAnswered(kMerlaStaleResultsText)) return;
     // A simulation's results are the Monte Carlo menu's.
     if (contains(data_.calculationMode, "Monte Carlo")) {
-        outputNotCorrect();
+        outputNotCorrect(kMerlaNotCorrectText);
         return;
     }
     if (index == resultsItem::Graph) {
@@ -262,11 +262,11 @@ void MerlaFormModel::menuResultsClick(int index) {
         else if (resultsAreValid())
             viewResults("Trazelh");
         else
-            outputNotCorrect();
+            outputNotCorrect(kMerlaNotCorrectText);
     } else if (singlePointGrid() || resultsAreValid()) {
         viewResults("Numbers");
     } else {
-        outputNotCorrect();
+        outputNotCorrect(kMerlaNotCorrectText);
     }
 }
 

@@ -19,6 +19,12 @@ namespace bm {
 inline constexpr const char* kMerlaTitle = "Ground Water Model with Time Dependent Dispersion Coefficients";
 inline constexpr const char* kMerlaFileTitlePrefix = "Ground Water Model  -- FileName: ";
 inline constexpr const char* kSinglePointText = " Only single value is computed! ";
+// The Results menu's words of this model, with single line breaks.
+inline constexpr const char* kMerlaStaleResultsText =
+    "Input data has been changed. The results shown would be from a previous computation.\rIn order to update the "
+    "results please press calculate from the menu.\rDo you want to continue ?";
+inline constexpr const char* kMerlaNotCorrectText =
+    "Output Data are not correct!   Please select calculate before choosing this option.";
 // The Results menu's text view of the report.
 inline constexpr int kReportItem = 30;
 

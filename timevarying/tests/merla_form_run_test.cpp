@@ -191,6 +191,10 @@ TEST(MerlaResults, ChangedInputsAskFirst) {
     ASSERT_EQ(s.ui.messages.size(), 1u);
     EXPECT_EQ(s.ui.lastTitle(), "Results Not Updated");
     EXPECT_EQ(s.ui.messages[0].buttons, MessageButtons::YesNo);
+    EXPECT_EQ(s.ui.messages[0].defaultButton, 1);  // No
+    EXPECT_EQ(s.ui.lastText(),
+              "Input data has been changed. The results shown would be from a previous computation.\rIn order to "
+              "update the results please press calculate from the menu.\rDo you want to continue ?");
     EXPECT_TRUE(s.plotFile().empty());
 }
 
@@ -215,13 +219,13 @@ TEST(MerlaResults, ASimulationsResultsAreTheMonteCarloMenus) {
     s.data.calculationMode = "Monte Carlo";
     s.form.menuResultsClick(resultsItem::View);
     EXPECT_EQ(s.ui.lastTitle(), "Error Information");
-    EXPECT_EQ(s.ui.lastText(), "Output Data are not correct! \r\r  Please select calculate before choosing this option.");
+    EXPECT_EQ(s.ui.lastText(), "Output Data are not correct!   Please select calculate before choosing this option.");
 }
 
 TEST(MerlaResults, NothingComputedIsNotCorrect) {
     ResultsScreen s(constantModel("Point (instantaneous)"));
     s.form.menuResultsClick(resultsItem::Graph);
-    EXPECT_EQ(s.ui.lastText(), "Output Data are not correct! \r\r  Please select calculate before choosing this option.");
+    EXPECT_EQ(s.ui.lastText(), "Output Data are not correct!   Please select calculate before choosing this option.");
 }
 
 // ---------------------------------------------------------------- the report
