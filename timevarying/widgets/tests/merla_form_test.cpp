@@ -264,6 +264,29 @@ TEST_F(MerlaFormScreen, Pictures) {
     }
 }
 
+// A run in progress and its end, pictured at the small size.
+TEST_F(MerlaFormScreen, PicturesOfARun) {
+    DataSet d = testkit::merlaModel("Point (continuous)", "Linear");
+    d.xRange = "1:200:1:20";  // 200 x 3 y 2 t
+    open(d);
+    form->resize(1024, 700);
+    settle();
+    bool shot = false;
+    onPoint = [&](const ScriptedUserInterface::Progress& p) {
+        if (p.done != 600) return;
+        form->repaint();
+        qtest::saveShot(form.get(), QStringLiteral("merlaform-running-1024x700"));
+        shot = form->progressPicture()->isVisible() && form->stopButton()->isVisible() &&
+               form->helpPanel()->text() == QStringLiteral(" Computation Status:");
+    };
+    form->menuItem(QStringLiteral("mnuFile(20)"))->trigger();
+    settle();
+    EXPECT_TRUE(shot);
+    qtest::saveShot(form.get(), QStringLiteral("merlaform-finished-1024x700"));
+    EXPECT_EQ(form->resultLabel()->text().toStdString(), data.varResultText);
+    EXPECT_GE(form->resultLabel()->width(), form->resultLabel()->fontMetrics().horizontalAdvance(form->resultLabel()->text()));
+}
+
 TEST(MerlaFormRegistry, RegisteredForTheTimeVaryingModel) {
     registerMerlaForm();
     EXPECT_TRUE(hasModelScreen(ModelScreen::merlaform));
