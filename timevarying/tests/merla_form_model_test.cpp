@@ -248,6 +248,22 @@ TEST(MerlaForm, AValueUnderMonteCarloControlIsReadOnly) {
     EXPECT_TRUE(holdsMonteMarker(s.form.row(varrow::Retardation).text));
 }
 
+TEST(MerlaForm, GenerateOpensTheMonteCarloScreenFromNumbers) {
+    DataSet d = merlaModel();
+    d.retardation = formFieldMarker("2.5", 1);
+    MerlaScreen s(d);
+    s.host.monteCarloAvailable = true;
+    s.form.menuMonteCarloClick(monteCarloItem::Generate);
+    EXPECT_EQ(s.host.monteCarloScreens, 1);
+    EXPECT_EQ(s.data.retardation, "2.5");  // the set-up starts from the number the marker stood for
+    EXPECT_EQ(s.form.row(varrow::Retardation).text, "2.5");
+    EXPECT_FALSE(s.ui.busy);
+
+    MerlaScreen without(merlaModel());  // no Monte Carlo screen in this build
+    without.form.menuMonteCarloClick(monteCarloItem::Generate);
+    EXPECT_EQ(without.ui.lastTitle(), "Monte Carlo");
+}
+
 TEST(MerlaForm, LeavingATypedRangeChecksItAndMovesThePointRows) {
     MerlaScreen s(merlaModel());
     s.type(varrow::X, "10:100:10:40");
