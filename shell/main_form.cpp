@@ -14,6 +14,7 @@
 #include "shell/base/runtime_error.h"
 #include "shell/base/user_interface.h"
 #include "shell/screen/viewers.h"
+#include "timevarying/var_record.h"
 
 namespace bm {
 
@@ -156,12 +157,29 @@ void MainForm::helpKey() { host_.showHelp(HelpCommand::Context, helpContext_); }
 
 void MainForm::menuStatusClick() { host_.showPreferences(); }
 
-bool MainForm::timeVaryingItemVisible() const { return modelKindOf(data_.modelType, false) == ModelKind::TimeVarying; }
+// The item is always offered, whatever model the program was started for.
+bool MainForm::timeVaryingItemVisible() const { return true; }
 
 void MainForm::menuTimeVaryingClick() {
     try {
-        host_.showModelScreen(ModelScreen::merlaform, true);
+        // A time-varying model with its source chosen goes straight to its screen;
+        // anything else starts a new one through the time-varying dialog.
+        if (modelKindOf(data_.modelType, false) == ModelKind::TimeVarying && varSourceCode(data_.contaminantType) != 0) {
+            host_.showModelScreen(ModelScreen::merlaform, true);
+            return;
+        }
+        data_.newModelConfirmed = false;
+        if (!files_.saveDataFilePrompt(data_)) return;
+        const std::string kept = data_.modelType;
+        closeModel(data_, "Complete");
+        data_.modelType = modelTypeOf(ModelKind::TimeVarying);
+        host_.showNewModelDialog(NewModelDialog::timeVaryingNewForm);
+        if (data_.newModelConfirmed)
+            openScreenForModel(false);
+        else
+            data_.modelType = kept;
     } catch (...) {
+        ui_.setBusy(false);
         handle(std::current_exception(), "brenmoor");
     }
 }

@@ -73,6 +73,15 @@ Watchdog::Watchdog(int ms) : state_(new State) {
 Watchdog::~Watchdog() { delete state_; }
 bool Watchdog::fired() const { return state_->fired; }
 
+QString spelledOut(QString line) {
+    line.replace(QChar(0xFB00), QStringLiteral("ff"));
+    line.replace(QChar(0xFB01), QStringLiteral("fi"));
+    line.replace(QChar(0xFB02), QStringLiteral("fl"));
+    line.replace(QChar(0xFB03), QStringLiteral("ffi"));
+    line.replace(QChar(0xFB04), QStringLiteral("ffl"));
+    return line;
+}
+
 void saveShot(QWidget* widget, const QString& name) {
     const QByteArray dir = qgetenv("BRENMOOR_SCREENSHOT_DIR");
     if (dir.isEmpty() || !widget) return;

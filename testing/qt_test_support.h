@@ -30,6 +30,9 @@ private:
 // Waits (running events) until `done` or `ms` passed.
 bool waitFor(const std::function<bool()>& done, int ms = 10000);
 
+// A line of pdftotext's text with its ligatures spelled out.
+QString spelledOut(QString line);
+
 // Saves a picture of the widget into $BRENMOOR_SCREENSHOT_DIR when that is set (for looking at the screens).
 void saveShot(QWidget* widget, const QString& name);
 

@@ -91,6 +91,12 @@ std::int16_t varTermCount(float minimum, float maximum, float interval) {
     return checkedInt16(static_cast<long long>(whole) + 1);
 }
 
+std::int16_t varRangeCount(const std::string& rangeText) {
+    if (trim(rangeText) == "Not Used") return 1;
+    const Axis axis = parseAxis(rangeText);
+    return varTermCount(axis.minimum, axis.maximum, axis.interval);
+}
+
 void copyToDLLStructure(DataSet& data, kernvarRecord& record, bool monteCarlo, int iteration, UserInterface& ui) {
     // 1. The two codes.
     if (const std::int16_t source = varSourceCode(data.contaminantType); source != 0)

@@ -31,6 +31,9 @@ bool isLineSourceCode(std::int16_t code);
 // whole number counts as that number, so 0:0.3:0.1 has 4 terms); error 6 past 16 bits.
 std::int16_t varTermCount(float minimum, float maximum, float interval);
 
+// The count of a range text as the record counts it ("Not Used": 1).
+std::int16_t varRangeCount(const std::string& rangeText);
+
 // Fills the record for one iteration. Unknown source or dispersion texts show
 // their message (the code stays as it was). In a simulation (monteCarlo) every
 // count is 1 and the minima are mcAtX, mcAtY and mcAtT; the selected point

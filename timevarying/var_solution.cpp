@@ -14,6 +14,7 @@
 #include "timevarying/var_output.h"
 #include "timevarying/var_record.h"
 #include "timevarying/var_variants.h"
+#include "timevarying/var_rows.h"
 
 namespace bm {
 
@@ -180,6 +181,7 @@ float solveSource(DataSet& data, const kernvarRecord& record, bool simulate, Use
 void layOutTimeVaryingGrid(DataSet& data, bool simulate, UserInterface& ui) {
     // The regular form of the record gives the counts of the lists.
     kernvarRecord& record = theVarRecord();
+    data.varResultText.clear();  // a run stopped before the selected point leaves no value
     copyToDLLStructure(data, record, false, 1, ui);
     const int nt = record.timeCount, nx = record.xCount, ny = record.yCount;
     data.varTValues.redim(std::max(nt, 1));
@@ -206,11 +208,15 @@ std::optional<double> timeVaryingIteration(DataSet& data, bool simulate, int ite
 KindCalculation timeVaryingCalculation() {
     KindCalculation k;
     k.kind = ModelKind::TimeVarying;
+    k.validate = validateTimeVaryingInputs;
     k.inputRows = timeVaryingInputRows;
     k.parsesCoordinates = false;  // the record counts the lists
     k.layOutGrid = layOutTimeVaryingGrid;
     k.iterate = timeVaryingIteration;
     k.scalesByInflowSamples = false;  // no inflow terms
+    k.resultGridBounds = [](const DataSet& d) {
+        return std::vector<int>{d.varXValues.ub(), d.varYValues.ub(), d.varTValues.ub()};
+    };
     k.regularOutput = timeVaryingOutputText;
     k.simulationOutput = timeVaryingMonteCarloOutputText;
     k.monteVariants = timeVaryingVariants;

@@ -28,6 +28,7 @@
 #include "shell/widgets/qt_user_interface.h"
 #include "montecarlo/widgets/monte_carlo_form.h"
 #include "saturated/widgets/input_form.h"
+#include "timevarying/widgets/merla_form.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
@@ -55,6 +56,7 @@ int main(int argc, char** argv) {
     bm::registerBuiltInKinds();
     bm::registerInputForm();
     bm::registerMonteCarloForm();
+    bm::registerMerlaForm();
 
     bm::MainWindow main(bm::theDataSet(), bm::theAppState(), bm::fileCommands());
     ui.setMainWindow(&main);

@@ -3,10 +3,13 @@
 # every window stands within the screen's available area.
 include(${CMAKE_CURRENT_LIST_DIR}/../../cmake/ScriptSupport.cmake)
 bm_require_variables(scaled_smoke_test.cmake PROGRAM CHECK MODEL OUT)
+if(NOT SCREEN)
+  set(SCREEN inputForm)  # the model screen the file opens
+endif()
 set(ENV{QT_SCALE_FACTOR} 1.5)
 bm_smoke_workbench(err 1600x1000 ${PROGRAM} ${OUT} ${MODEL})
 bm_check_screenshot(${CHECK} ${OUT})
-string(FIND "${err}" "window inputForm " at)
+string(FIND "${err}" "window ${SCREEN} " at)
 if(at EQUAL -1)
   message(FATAL_ERROR "the model named on the command line did not open its screen")
 endif()

@@ -216,30 +216,6 @@ bool InputFormModel::rowLocked(int index) const {
     return holdsMonteMarker(row(index).text);
 }
 
-void InputFormModel::readOnlyMessage(int index) {
-    ui_.message(MessageIcon::Exclamation, MessageButtons::Ok, kReadOnlyTitle,
-                "Monte Carlo selected values for " + row(index).caption +
-                    " are read only.\r\rTo unselect a monte carlo option please use Generate from the Monte Carlo "
-                    "menu.");
-}
-
-bool InputFormModel::rowKeyPress(int index) {
-    if (!rowLocked(index)) return true;
-    readOnlyMessage(index);
-    FocusRequest f;
-    f.dimension = dimension_;
-    f.row = index;
-    f.next = true;  // typing in a locked row sends a Tab
-    requestFocus(f);
-    return false;
-}
-
-bool InputFormModel::rowClicked(int index) {
-    if (!rowLocked(index)) return true;
-    readOnlyMessage(index);
-    return false;
-}
-
 void InputFormModel::rowEdited(int index, const std::string& text) {
     FormRow& r = row(index);
     if (r.text == text) return;

@@ -55,18 +55,13 @@ public:
     static const char* tabSetName(int dimension);
 
     // ---- Editing
-    // A key in a row (before it goes in): false when the row is read only; the
-    // "Read Only" message is shown and the focus moves on.
-    bool rowKeyPress(int index);
-    // A click on a row's entry, caption or unit: false (and the message) when read only.
-    bool rowClicked(int index);
     // The row's text as typed (the change event).
     void rowEdited(int index, const std::string& text);
     // Focus in: the row's hint.
     void rowEntered(int index);
     // Focus out: the edit checks. False when the focus is to stay on the row.
     bool rowLeft(int index);
-    bool rowLocked(int index) const;
+    bool rowLocked(int index) const override;
     // A grid cell is about to be edited: false (and the message) when it holds a marker.
     bool gridBeforeEdit(int row, int column);
     void gridEdited(int row, int column, const std::string& text);
@@ -97,11 +92,11 @@ protected:
     void unitsChanged() override { ChangeTDBGridUnits(); }
     void resetTabs() override { currentTab.fill(kCoordinatesTab); }
     int layoutShown() const override { return dimension_; }
+    std::string rowCaptionText(int index) const override { return row(index).caption; }
 
 private:
     void buildRows(int dimension);
     void rewritePointRows();
-    void readOnlyMessage(int index);
     void setMonteCarloCaption();
     void resizeGrid(int count);
 

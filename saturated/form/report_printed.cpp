@@ -18,12 +18,7 @@ namespace {
 PrintedLine text(const std::string& s) { return {{0, s}}; }
 PrintedLine blank() { return {}; }
 
-// A unit as the report names it: the checked menu caption without its "&".
-std::string unitName(UnitMenu menu, const std::string& word) {
-    const int index = unitIndexOfWord(menu, word);
-    if (index == 0) return replaceFirst("&", "", word);
-    return replaceFirst("&", "", unitMenuCaptions(menu)[static_cast<std::size_t>(index / 10 - 1)]);
-}
+std::string unitName(UnitMenu menu, const std::string& word) { return reportUnitName(menu, word); }
 
 std::string value(const std::string& s) { return formatCell(s); }
 
@@ -60,13 +55,7 @@ std::vector<PrintedLine> printedReportLines(const InputFormModel& form) {
     add(blank());
     add(blank());
 
-    const auto note = [&](const std::string& label, const std::string& field) {
-        add(text(label));
-        if (!field.empty()) add(text("   " + field));
-    };
-    note(" Title: ", d.title);
-    note(" Author: ", d.author);
-    note(" Comments: ", d.comments);
+    appendReportNotes(out, d.title, d.author, d.comments);
 
     add(blank());
     add(text("Input Data file name: " + d.currentFileName));
@@ -77,20 +66,11 @@ std::vector<PrintedLine> printedReportLines(const InputFormModel& form) {
     add({{0, "Contaminant: "}, {20, d.contaminantType}});
     add(blank());
 
-    add(text("Units:"));
-    add({{0, "  Length:  "}, {20, unitName(UnitMenu::Length, d.lengthUnit)}});
-    add({{0, "  Time:  "}, {20, unitName(UnitMenu::Time, d.timeUnit)}});
-    add({{0, "  Concentration: "}, {20, unitName(UnitMenu::Concentration, d.concentrationUnit)}});
+    appendReportUnits(out, d.lengthUnit, d.timeUnit, d.concentrationUnit);
     add(blank());
 
-    add(text("Coordinate and Time Data"));
-    add({{13, "Minimum"}, {30, "Maximum"}, {45, "Length of Interval"}});
-    const auto axis = [&](const std::string& name, const std::string& rangeText) {
-        add({{0, name},
-             {14, formatNumber(rangeMinimum(rangeText))},
-             {32, formatNumber(rangeMaximum(rangeText))},
-             {50, formatNumber(rangeInterval(rangeText))}});
-    };
+    appendCoordinateHeadings(out);
+    const auto axis = [&](const std::string& name, const std::string& rangeText) { add(coordinateRow(name, rangeText)); };
     axis(" X Axis", d.xRange);
     if (dim >= 2) axis(" Y Axis", d.yRange);
     if (dim >= 3) axis(" Z Axis", d.zRange);
@@ -165,71 +145,13 @@ std::vector<PrintedLine> printedReportLines(const InputFormModel& form) {
     return out;
 }
 
-std::string printedLineText(const PrintedLine& line) {
-    std::string out;
-    std::size_t lineStart = 0;
-    for (const PrintedPiece& p : line) {
-        if (p.column > 0) {
-            const std::size_t target = static_cast<std::size_t>(p.column - 1);
-            const std::size_t position = out.size() - lineStart;
-            if (position > target) {
-                out += '\n';
-                lineStart = out.size();
-                out.append(target, ' ');
-            } else {
-                out.append(target - position, ' ');
-            }
-        }
-        out += p.text;
-    }
-    return out;
-}
-
-std::string printedReportText(const std::vector<PrintedLine>& lines) {
-    std::string out;
-    for (const PrintedLine& l : lines) out += printedLineText(l) + "\n";
-    return out;
-}
-
-std::vector<int> printedTabColumns(const std::vector<PrintedLine>& lines) {
-    std::set<int> columns;
-    for (const PrintedLine& l : lines)
-        for (const PrintedPiece& p : l)
-            if (p.column > 0) columns.insert(p.column);
-    return {columns.begin(), columns.end()};
-}
-
-std::vector<std::string> tabbedReportLines(const std::vector<PrintedLine>& lines, const std::vector<int>& columns) {
-    std::vector<std::string> out;
-    for (const PrintedLine& l : lines) {
-        std::string s;
-        int cell = 0;  // the cell being written; cell k >= 1 starts at stop k - 1
-        for (const PrintedPiece& p : l) {
-            if (p.column > 0) {
-                const auto it = std::find(columns.begin(), columns.end(), p.column);
-                const int wanted = static_cast<int>(it - columns.begin()) + 1;
-                // A stop that lies behind the line's cell already gives no new cell.
-                while (cell < wanted) {
-                    s += '\t';
-                    ++cell;
-                }
-            }
-            s += p.text;
-        }
-        out.push_back(s);
-    }
-    return out;
-}
-
 // ---------------------------------------------------------------- the print command
 
 void InputFormModel::printReport() {
     if (!holdDataSet()) return;
     ui_.setBusy(true);
     try {
-        const std::vector<PrintedLine> lines = printedReportLines(*this);
-        const std::vector<int> columns = printedTabColumns(lines);
-        if (host_) host_->printReport(tabbedReportLines(lines, columns), columns);
+        printLines(printedReportLines(*this));
     } catch (const RuntimeError& e) {
         ui_.setBusy(false);
         handleError(e, "printReport", "", ui_);

@@ -38,13 +38,6 @@ QString q(const std::string& s) { return QString::fromStdString(s); }
 
 QString indexed(const QString& name, int index) { return indexedName(name, index); }
 
-
-bool isTyping(const QKeyEvent* key) {
-    if (key->key() == Qt::Key_Backspace || key->key() == Qt::Key_Delete) return true;
-    const QString t = key->text();
-    return !t.isEmpty() && t.at(0).unicode() >= 32 && t.at(0).unicode() != 127;
-}
-
 }  // namespace
 
 // ---------------------------------------------------------------- construction
@@ -219,18 +212,8 @@ void InputForm::refreshInputs() {
         for (std::size_t i = 0; i < rows.size(); ++i) {
             const FormRow& r = rows[i];
             RowWidgets& w = rows_[static_cast<std::size_t>(d)][i];
-            w.panel->setText(q(r.caption));
-            w.units->setText(q(r.unitCaption));
-            if (!w.entry) continue;
-            const QString text = q(r.text);
-            if (w.entry->text() != text) {
-                w.entry->setText(text);
-                w.entry->setCursorPosition(0);  // a marker shows its visible word
-            }
-            w.entry->setEnabled(r.enabled);
-            const bool locked = m.rowLocked(static_cast<int>(i));
-            w.entry->setReadOnly(locked);
-            w.entry->setStyleSheet(locked ? QStringLiteral("QLineEdit { color: rgb(255, 0, 0); }") : QString());
+            showInputRow(w.panel, w.entry, w.units, r.caption, r.unitCaption, r.text, r.enabled,
+                         m.rowLocked(static_cast<int>(i)));
         }
         if (QLabel* result = resultLabels_[static_cast<std::size_t>(d)]) result->setText(q(m.resultLabel));
         if (QLabel* l5 = label5_[static_cast<std::size_t>(d)]) l5->setText(q(m.resultCaption));
@@ -255,49 +238,17 @@ bool InputForm::eventFilter(QObject* watched, QEvent* event) {
     if (r < 0 || d != m.dimension()) return QDialog::eventFilter(watched, event);
     const RowWidgets& w = rows_[static_cast<std::size_t>(d)][static_cast<std::size_t>(r)];
 
-    switch (type) {
-    case QEvent::KeyPress: {
-        if (watched != w.entry) break;
-        auto* key = static_cast<QKeyEvent*>(event);
-        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {  // "{TAB}"
-            focusNextChild();
-            return true;
-        }
-        if (isTyping(key) && !m.rowKeyPress(r)) return true;
-        break;
-    }
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonDblClick:
-        if (!m.rowClicked(r)) return true;
-        break;
-    case QEvent::FocusIn:
-        if (watched == w.entry) m.rowEntered(r);
-        break;
-    case QEvent::FocusOut: {
-        if (watched != w.entry) break;
-        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-        // Another window taking the focus is no leaving of the row.
-        if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason) break;
-        if (!closing()) m.rowLeft(r);
-        break;
-    }
-    default: break;
-    }
+    const RowEvents on{[&m, r] { return m.rowKeyPress(r); }, [&m, r] { return m.rowClicked(r); },
+                       [&m, r] { return m.rowLeft(r); }, [&m, r] { m.rowEntered(r); }};
+    if (rowEvent(watched, event, w.entry, on)) return true;
     return QDialog::eventFilter(watched, event);
 }
 
 void InputForm::moveFocus(const FocusRequest& focus) {
     // After the event that asked for it: a focus change inside a focus event is not taken.
     QTimer::singleShot(0, this, [this, focus] {
+        if (sharedFocus(focus)) return;
         const int d = focus.dimension;
-        if (focus.stop) {
-            stopButton()->setFocus(Qt::OtherFocusReason);
-            return;
-        }
-        if (focus.next) {
-            focusNextChild();
-            return;
-        }
         if (d < 1 || d > 3) return;
         QTabWidget* tabs = tabs_[static_cast<std::size_t>(d)];
         if (focus.tab >= 0) tabs->setCurrentIndex(focus.tab);
@@ -318,13 +269,6 @@ void InputForm::moveFocus(const FocusRequest& focus) {
 
 // ---------------------------------------------------------------- registration
 
-void registerInputForm() {
-    registerModelScreen(ModelScreen::inputForm,
-                        modelScreenOpener(ModelScreen::inputForm, [](QWidget* parent, bool saveEnabled) {
-                            auto form = std::make_unique<InputForm>(theDataSet(), theAppState(), ui(), parent);
-                            form->load(saveEnabled);
-                            return std::unique_ptr<ModelScreenDialog>(std::move(form));
-                        }));
-}
+void registerInputForm() { registerScreenForm<InputForm>(ModelScreen::inputForm); }
 
 }  // namespace bm

@@ -50,12 +50,12 @@ std::string stripWord(const std::string& caption, const std::string& word) {
 }  // namespace
 
 std::string ScreenModel::modelWord() const { return stripWord(modelCaption, "Model: "); }
-std::string ScreenModel::aquiferWord() const { return stripWord(aquiferCaption, "Aquifer: "); }
+std::string ScreenModel::aquiferWord() const { return stripWord(aquiferCaption, aquiferLabel); }
 std::string ScreenModel::contaminantWord() const { return stripWord(contaminantCaption, "Contaminant: "); }
 
 void ScreenModel::showModelWords() {
     modelCaption = "Model: " + data_.modelType;
-    aquiferCaption = "Aquifer: " + data_.aquiferType;
+    aquiferCaption = aquiferLabel + data_.aquiferType;
     contaminantCaption = "Contaminant: " + data_.contaminantType;
     titleText = data_.title;
     authorText = data_.author;
@@ -145,6 +145,27 @@ void ScreenModel::hover(HintPlace place) {
     if (running) return;  // the status line shows the computation status
     helpPanel = hintFor(place);
     changed();
+}
+
+// ---------------------------------------------------------------- rows under Monte Carlo control
+
+bool ScreenModel::rowClicked(int index) {
+    if (!rowLocked(index)) return true;
+    ui_.message(MessageIcon::Exclamation, MessageButtons::Ok, kReadOnlyTitle,
+                "Monte Carlo selected values for " + rowCaptionText(index) +
+                    " are read only.\r\rTo unselect a monte carlo option please use Generate from the Monte Carlo "
+                    "menu.");
+    return false;
+}
+
+bool ScreenModel::rowKeyPress(int index) {
+    if (rowClicked(index)) return true;
+    FocusRequest f;
+    f.dimension = layoutShown();
+    f.row = index;
+    f.next = true;  // typing in a locked row sends a Tab
+    requestFocus(f);
+    return false;
 }
 
 // ---------------------------------------------------------------- units

@@ -23,6 +23,7 @@
 #include "model/units.h"
 #include "shell/base/user_interface.h"
 #include "shell/screen/notes_pad.h"
+#include "shell/screen/printed_lines.h"
 #include "shell/screen/screen_host.h"
 
 namespace bm {
@@ -60,6 +61,11 @@ inline constexpr int Generate = 10, Graph = 20, View = 30;
 
 inline constexpr const char* kReadOnlyTitle = "Read Only";
 inline constexpr const char* kComputationStatus = " Computation Status:";
+inline constexpr const char* kStaleResultsText =
+    "Input data has been changed. The results shown would be from a previous computation.\rIn order to update the "
+    "results please press calculate from the menu.\r\rDo you want to continue ?";
+inline constexpr const char* kNotCorrectText =
+    "Output Data are not correct! \r\r  Please select calculate before choosing this option.";
 
 class ScreenModel {
 public:
@@ -85,7 +91,7 @@ public:
 
     // ---- Captions and state shown
     std::string modelCaption;        // ModelE: "Model: " + modelType
-    std::string aquiferCaption;      // AquiferE
+    std::string aquiferCaption;      // AquiferE: aquiferLabel + aquiferType
     std::string contaminantCaption;  // ContaminantE
     std::string titleText, authorText, commentsText;  // TitleTB, AuthorTB, CommentsTB
     std::string helpPanel;           // HelpPanel
@@ -120,12 +126,12 @@ public:
     // ---- Menus
     std::vector<MenuItem> topMenus() const;
     std::vector<MenuItem> fileMenu() const;
-    std::vector<MenuItem> resultsMenu() const;
+    virtual std::vector<MenuItem> resultsMenu() const;
     std::vector<MenuItem> unitMenu(UnitMenu menu) const;
     std::vector<MenuItem> monteCarloMenu() const;
     void mnuFileClick(int index);  // Calculate! (20), Help (50)
     void menuFileClick(int index);
-    void menuResultsClick(int index);
+    virtual void menuResultsClick(int index);
     void menuUnitsClick(UnitMenu menu, int index);
     void menuMonteCarloClick(int index);
     // Closing the screen by Exit or by the window: the save offer, then
@@ -134,6 +140,8 @@ public:
 
     // ---- Units
     std::string& unitWord(UnitMenu menu);
+    // Whether the screen offers a unit menu (every screen has Length and Time).
+    virtual bool offersUnitMenu(UnitMenu) const { return true; }
 
     // The unit labels of the inputs shown, for relabelling.
     virtual std::vector<std::string*> unitLabels() { return {}; }
@@ -149,7 +157,7 @@ public:
     // The Stop button.
     void stopClicked();
     // The result label and its caption from calculationMode.
-    void refreshResultLabel();
+    virtual void refreshResultLabel();
     void updateResultsMenuState();
 
     // ---- Results
@@ -161,6 +169,15 @@ public:
     void viewResults(const std::string& kind);
     void viewSimulation(const std::string& kind);
     virtual void printReport() {}
+
+    // ---- Rows under Monte Carlo control
+    // Whether an input row holds a Monte Carlo marker (it cannot be edited then).
+    virtual bool rowLocked(int) const { return false; }
+    // A key in a row (before it goes in): false when the row is read only; the
+    // "Read Only" message is shown and the focus moves on (typing sends a Tab).
+    bool rowKeyPress(int index);
+    // A click on a row's entry, caption or unit: false (and the message) when read only.
+    bool rowClicked(int index);
 
     // Sends the user to a place (validation, edit checks).
     virtual void requestFocus(const FocusRequest& focus);
@@ -181,8 +198,19 @@ protected:
     virtual void unitsChanged() {}
     // The tab set brought forward before a load.
     virtual void resetTabs() {}
+    // The caption of an input row, for the messages about it.
+    virtual std::string rowCaptionText(int) const { return {}; }
     // The layout shown, for the focus requests (a screen with one layout: 0).
     virtual int layoutShown() const { return 0; }
+    // The counts of the range texts (rangeTexts' order) as the kind's grid counts them.
+    virtual std::vector<int> rangeCounts(const std::vector<std::string>& ranges) const;
+    // The stale-results question of the Results menu ("Results Not Updated"):
+    // true when the user goes on.
+    bool resultsQuestionAnswered(const std::string& text = kStaleResultsText);
+    // "Output Data are not correct!", titled "Error Information".
+    void outputNotCorrect(const std::string& text = kNotCorrectText);
+    // A report to the host's printer, its Tab columns as the printer's column stops.
+    void printLines(const std::vector<PrintedLine>& lines);
 
     // What every screen shows of the DataSet: the captions of the model words,
     // the notes and the unit words (the defaults where the model has none).
@@ -193,6 +221,9 @@ protected:
     std::string modelWord() const;
     std::string aquiferWord() const;
     std::string contaminantWord() const;
+
+    // The words in front of aquiferType in AquiferE (a time-varying model names its dispersion function there).
+    std::string aquiferLabel = "Aquifer: ";
 
     // The kind of the open model as registered with the pass, or nullptr.
     const KindCalculation* kindCalculation() const;
@@ -215,7 +246,6 @@ private:
     bool fileSave(const std::string& kind);
     bool fileClose();
     bool shownHere() const;
-    bool resultsQuestionAnswered();
 };
 
 // The percentage the progress picture shows: done * 100 / total as a

@@ -26,20 +26,33 @@ bool ScreenModel::resultsAreValid() {
         kindResults(*kind, data_).upper() == data_.monteStore(kind->kind).monteIterations - 1)
         return true;
     try {
-        // Each range of the screen counts the points of its axis of the grid;
-        // x and t are read first, then the axes between them.
+        // Each range of the screen counts the points of its axis of the grid.
         const std::vector<std::string> ranges = rangeTexts();
         if (ranges.empty() || !kind->resultGridBounds) return false;
-        const std::size_t last = ranges.size() - 1;
-        std::vector<int> counts(ranges.size());
-        counts[0] = parseRange(ranges[0]).terms;
-        counts[last] = parseRange(ranges[last]).terms;
-        for (std::size_t axis = 1; axis < last; ++axis) counts[axis] = parseRange(ranges[axis]).terms;
-        return kind->resultGridBounds(data_) == counts;
+        return kind->resultGridBounds(data_) == rangeCounts(ranges);
     } catch (const RuntimeError& e) {
         handleError(e, "resultsAreValid", "", ui_);
         return false;
     }
+}
+
+std::vector<int> ScreenModel::rangeCounts(const std::vector<std::string>& ranges) const {
+    // x and t are read first, then the axes between them.
+    const std::size_t last = ranges.size() - 1;
+    std::vector<int> counts(ranges.size());
+    counts[0] = parseRange(ranges[0]).terms;
+    counts[last] = parseRange(ranges[last]).terms;
+    for (std::size_t axis = 1; axis < last; ++axis) counts[axis] = parseRange(ranges[axis]).terms;
+    return counts;
+}
+
+void ScreenModel::outputNotCorrect(const std::string& text) {
+    ui_.message(MessageIcon::Exclamation, MessageButtons::Ok, "Error Information", text);
+}
+
+void ScreenModel::printLines(const std::vector<PrintedLine>& lines) {
+    const std::vector<int> columns = printedTabColumns(lines);
+    if (host_) host_->printReport(tabbedReportLines(lines, columns), columns);
 }
 
 bool ScreenModel::singlePointGrid() const {
@@ -51,14 +64,10 @@ bool ScreenModel::singlePointGrid() const {
     return true;
 }
 
-bool ScreenModel::resultsQuestionAnswered() {
+bool ScreenModel::resultsQuestionAnswered(const std::string& text) {
     if (!mcPointChangedOf(data_, data_.modelType)) return true;
-    const MessageAnswer answer = ui_.message(
-        MessageIcon::Question, MessageButtons::YesNo, "Results Not Updated",
-        "Input data has been changed. The results shown would be from a previous computation.\rIn order to "
-        "update the results please press calculate from the menu.\r\rDo you want to continue ?",
-        1);
-    return answer == MessageAnswer::Yes;
+    return ui_.message(MessageIcon::Question, MessageButtons::YesNo, "Results Not Updated", text, 1) ==
+           MessageAnswer::Yes;
 }
 
 void ScreenModel::menuResultsClick(int index) {
@@ -67,10 +76,7 @@ void ScreenModel::menuResultsClick(int index) {
     changed();
     if (!resultsQuestionAnswered()) return;
     const bool monteCarlo = data_.calculationMode == "Monte Carlo";
-    const auto notCorrect = [this] {
-        ui_.message(MessageIcon::Exclamation, MessageButtons::Ok, "Error Information",
-                    "Output Data are not correct! \r\r  Please select calculate before choosing this option.");
-    };
+    const auto notCorrect = [this] { outputNotCorrect(); };
     if (index == resultsItem::Graph) {
         if (resultsAreValid()) {
             if (monteCarlo)

@@ -162,6 +162,38 @@ TEST(MainForm, TimeVaryingStartUsesItsDialogAndScreen) {
     EXPECT_TRUE(f.form.timeVaryingItemVisible());
 }
 
+TEST(MainForm, TimeVaryingItemStartsATimeVaryingModelFromAnyStart) {
+    Fixture f;
+    EXPECT_TRUE(f.form.timeVaryingItemVisible());  // offered in a constant-dispersion start too
+    f.host.onDialog = [&](NewModelDialog) {
+        EXPECT_EQ(f.data.modelType, "Time Varying");  // the dialog shows the time-varying choices
+        TimeVaryingNewForm form;
+        form.load(f.data);
+        form.ok(f.data);
+    };
+    f.form.menuTimeVaryingClick();
+    ASSERT_EQ(f.host.dialogs.size(), 1u);
+    EXPECT_EQ(f.host.dialogs.at(0), NewModelDialog::timeVaryingNewForm);
+    ASSERT_EQ(f.host.screens.size(), 1u);
+    EXPECT_EQ(f.host.screens.at(0), std::make_pair(ModelScreen::merlaform, false));  // nothing to save yet
+
+    // a time-varying model with its source goes straight to its screen
+    f.data.modelType = "Time Varying";
+    f.data.contaminantType = "Line (continuous)";
+    f.form.menuTimeVaryingClick();
+    EXPECT_EQ(f.host.dialogs.size(), 1u);
+    ASSERT_EQ(f.host.screens.size(), 2u);
+    EXPECT_EQ(f.host.screens.at(1), std::make_pair(ModelScreen::merlaform, true));
+}
+
+TEST(MainForm, TimeVaryingItemCancelledKeepsTheModelWord) {
+    Fixture f;
+    f.form.menuTimeVaryingClick();  // the dialog is closed without OK
+    EXPECT_EQ(f.host.dialogs.size(), 1u);
+    EXPECT_TRUE(f.host.screens.empty());
+    EXPECT_EQ(f.data.modelType, "");
+}
+
 TEST(MainForm, OpenShowsTheScreenOfTheFileRead) {
     Fixture f;
     f.files.reader = [](DataSet& d) {

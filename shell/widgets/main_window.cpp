@@ -213,7 +213,7 @@ void MainWindow::buildMenus() {
         connect(a, &QAction::triggered, this, [f, i] { f->mnuHelpClick(i); });
     }
 
-    // menuTimeVarying: opens the time-varying screen directly; shown in a time-varying start.
+    // menuTimeVarying: opens the time-varying screen directly.
     timeVarying_ = bar->addAction(QStringLiteral("Time varying"));
     timeVarying_->setObjectName(QStringLiteral("menuTimeVarying"));
     timeVarying_->setVisible(false);

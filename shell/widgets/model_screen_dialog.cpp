@@ -1,6 +1,7 @@
 #include "shell/widgets/model_screen_dialog.h"
 
 #include <QAction>
+#include <QFocusEvent>
 #include <QFontMetricsF>
 #include <QFrame>
 #include <QGridLayout>
@@ -62,6 +63,20 @@ QLabel* panelLabel(const QString& name, QWidget* parent) {
     l->setFrameShadow(QFrame::Sunken);
     l->setMinimumHeight(24);
     return l;
+}
+
+void showInputRow(QLabel* panel, QLineEdit* entry, QLabel* units, const std::string& caption,
+                  const std::string& unitCaption, const std::string& text, bool enabled, bool locked) {
+    panel->setText(q(caption));
+    units->setText(q(unitCaption));
+    if (!entry) return;
+    if (entry->text() != q(text)) {
+        entry->setText(q(text));
+        entry->setCursorPosition(0);  // a marker shows its visible word
+    }
+    entry->setEnabled(enabled);
+    entry->setReadOnly(locked);
+    entry->setStyleSheet(locked ? QStringLiteral("QLineEdit { color: rgb(255, 0, 0); }") : QString());
 }
 
 QString indexedName(const QString& name, int index) { return name + u'(' + QString::number(index) + u')'; }
@@ -131,6 +146,7 @@ void ModelScreenDialog::buildMenus(QMenuBar* bar) {
     const std::array<QString, 3> unitCaptions = {QStringLiteral("&Length"), QStringLiteral("&Time"),
                                                  QStringLiteral("&Concentration")};
     for (std::size_t k = 0; k < kUnitMenus.size(); ++k) {
+        if (!m.offersUnitMenu(kUnitMenus[k].first)) continue;
         const QString name = QString::fromLatin1(kUnitMenus[k].second);
         QMenu* sub = units->addMenu(unitCaptions[k]);
         sub->setObjectName(name);
@@ -300,6 +316,60 @@ bool ModelScreenDialog::sharedEvent(QObject* watched, QEvent* event) {
             focusNextChild();
             return true;
         }
+    }
+    return false;
+}
+
+namespace {
+
+bool isTyping(const QKeyEvent* key) {
+    if (key->key() == Qt::Key_Backspace || key->key() == Qt::Key_Delete) return true;
+    const QString t = key->text();
+    return !t.isEmpty() && t.at(0).unicode() >= 32 && t.at(0).unicode() != 127;
+}
+
+}  // namespace
+
+bool ModelScreenDialog::rowEvent(QObject* watched, QEvent* event, QObject* entry, const RowEvents& on) {
+    switch (event->type()) {
+    case QEvent::KeyPress: {
+        if (watched != entry) break;
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {  // "{TAB}"
+            focusNextChild();
+            return true;
+        }
+        if (isTyping(key) && !on.keyPress()) return true;
+        break;
+    }
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        if (!on.clicked()) return true;
+        break;
+    case QEvent::FocusIn:
+        if (watched == entry) on.entered();
+        break;
+    case QEvent::FocusOut: {
+        if (watched != entry) break;
+        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+        // Another window taking the focus is no leaving of the row.
+        if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason) break;
+        if (!closing()) on.left();
+        break;
+    }
+    default: break;
+    }
+    return false;
+}
+
+bool ModelScreenDialog::sharedFocus(const FocusRequest& focus) {
+    if (focus.stop) {
+        stopCB_->setFocus(Qt::OtherFocusReason);
+        return true;
+    }
+    if (focus.next) {
+        focusNextChild();
+        return true;
     }
     return false;
 }

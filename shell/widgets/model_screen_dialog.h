@@ -15,7 +15,10 @@
 #include <map>
 #include <memory>
 
+#include "model/app_state.h"
+#include "model/data_set.h"
 #include "shell/screen/screen_model.h"
+#include "shell/widgets/model_screens.h"
 
 class QAction;
 class QKeyEvent;
@@ -81,6 +84,20 @@ protected:
     // While the close path runs: the inputs' focus-out checks hold back.
     bool closing() const { return closing_; }
 
+    // The events of an input row (its entry, caption and unit), as every model
+    // screen handles them: Return moves on ("{TAB}"), typing into a locked row
+    // and clicking on it are refused (keyPress, clicked: false), the focus
+    // coming in shows the row's hint, leaving it runs its checks. True when the
+    // event was taken.
+    struct RowEvents {
+        std::function<bool()> keyPress, clicked, left;
+        std::function<void()> entered;
+    };
+    bool rowEvent(QObject* watched, QEvent* event, QObject* entry, const RowEvents& on);
+    // The focus requests every screen answers alike: Stop during a run, and the
+    // next control ("{TAB}"). True when the request was one of them.
+    bool sharedFocus(const FocusRequest& focus);
+
 private:
     QAction* addItem(QMenu* menu, const QString& name, const QString& caption, std::function<void()> action);
     void buildMenus(QMenuBar* bar);
@@ -107,6 +124,22 @@ using ModelScreenFactory = std::function<std::unique_ptr<ModelScreenDialog>(QWid
 // The opener a screen registers: the screen made, shown modally; when it
 // closed because the model now open needs another screen, that one is opened.
 std::function<void(QWidget* parent, bool saveEnabled)> modelScreenOpener(ModelScreen self, ModelScreenFactory make);
+
+// Registers a model screen whose widget class is made from the process-wide
+// DataSet, state and user interface, and loaded before it is shown.
+template <class Form>
+void registerScreenForm(ModelScreen screen) {
+    registerModelScreen(screen, modelScreenOpener(screen, [](QWidget* parent, bool saveEnabled) {
+                            auto form = std::make_unique<Form>(theDataSet(), theAppState(), ui(), parent);
+                            form->load(saveEnabled);
+                            return std::unique_ptr<ModelScreenDialog>(std::move(form));
+                        }));
+}
+
+// An input row shown: its caption, its unit, and its entry (when it has one)
+// with the text, the enabled state and the red read-only look of a locked row.
+void showInputRow(QLabel* panel, QLineEdit* entry, QLabel* units, const std::string& caption,
+                  const std::string& unitCaption, const std::string& text, bool enabled, bool locked);
 
 // "Name(index)", the object name of a control of an indexed array.
 QString indexedName(const QString& name, int index);

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include <cmath>
 #include <cstdio>
 #include <fstream>
@@ -251,8 +253,21 @@ TEST(BatchProgram, TimeVaryingModelSavesItsResults) {
     ASSERT_EQ(r.status, 0) << r.err;
     EXPECT_EQ(r.out.rfind("Ground Water\r\n", 0), 0u);
     const std::string saved = readFileBytes(dir.file("saved.var"));
-    EXPECT_NE(saved.find("Number of x terms:  21\r\nNumber of y terms:  21\r\nNumber of t terms:  6\r\n"),
+    EXPECT_NE(saved.find("Number of x terms:  20\r\nNumber of y terms:  10\r\nNumber of t terms:  6\r\n"),
               std::string::npos);
+}
+
+TEST(BatchProgram, TimeVaryingModelIsCheckedBeforeItRuns) {
+    TempDir dir;
+    std::string model = readFileBytes(sample("sample1.var"));
+    const std::string from = "Aquifer Porosity: 0.3";
+    model.replace(model.find(from), from.size(), "Aquifer Porosity: 1.5");
+    writeFileBytes(dir.file("bad.var"), model);
+    const ProgramRun r = runProgram("--save " + dir.file("saved.var") + " " + dir.file("bad.var"), dir);
+    EXPECT_EQ(r.status, kExitInputRefused);
+    EXPECT_EQ(r.err, "Improper input data: Aquifer Porosity (n) must be greater than 0 and less than or equal to 1.\n");
+    EXPECT_EQ(r.out, "");
+    EXPECT_FALSE(std::filesystem::exists(dir.file("saved.var")));
 }
 
 TEST(BatchProgram, MultipleChemicalModelsAreNotCalculableYet) {

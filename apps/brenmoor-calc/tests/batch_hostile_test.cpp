@@ -99,10 +99,13 @@ TEST(BatchHostile, ABoundsErrorInTheRunGetsItsLineAndStatusThree) {
     CalculatorRun r = runOverOldSave(hostile("unsat_time_range_downward.u1d"));
     EXPECT_EQ(r.status, kRuntimeError);
     EXPECT_EQ(r.err, kBoundsLine);
-    // A y range that runs downwards: the old save must survive (it used to be replaced before the failure).
+    // A y range that runs downwards: the time-varying screen's checks refuse it
+    // before the run now; the old save must survive (it used to be replaced
+    // before the failure).
     r = runOverOldSave(hostile("var_y_range_downward.var"));
-    EXPECT_EQ(r.status, kRuntimeError);
-    EXPECT_EQ(r.err, kBoundsLine);
+    EXPECT_EQ(r.status, 2);
+    EXPECT_EQ(r.err, "Improper input data: The maximum value of Y Coordinates (y) must be greater than its minimum "
+                     "value. Please give a proper input value.\n");
 }
 
 TEST(BatchHostile, AnUnknownTimeVaryingSourceIsAFailureNotAnAllZeroGrid) {

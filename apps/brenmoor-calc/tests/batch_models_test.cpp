@@ -356,8 +356,8 @@ TEST(BatchThreads, EverySampleModelWritesTheSameFilesOnOneThreadAndOnThree) {
         {"sample1.tri", "Finite", "Finite / Patch", "0:500:50:200", "0:1825:365:1825"},
         {"sample1.tri", "Infinite", "Continuous / Point", "0:500:10:200", "0:1825:365:1825"},
         {"sample1.u1d", "", "", "0:10:0.05:5", "0:730:7.3:365"},
-        {"sample1.var", "", "", "0:500:10:200", "0:1825:365:1825"},
-        {"sample1.var", "", "Line (continuous)", "0:500:5:200", "0:1825:365:1825"},
+        {"sample1.var", "", "", "10:500:10:200", "0:1825:365:1825"},
+        {"sample1.var", "", "Line (continuous)", "5:500:5:200", "0:1825:365:1825"},
     };
     for (const FinerModel& m : models) {
         std::string model = sampleText(m.sample);

@@ -572,17 +572,7 @@ TEST_F(InputFormScreen, TheUsualShortcutsLeaveTheCaptionsAlone) {
 
 // ================================================================ the printed report as a PDF
 
-// A line of pdftotext's text with its ligatures spelled out and its runs of blanks made one.
-QString spelledOut(QString line) {
-    line.replace(QChar(0xFB00), QStringLiteral("ff"));
-    line.replace(QChar(0xFB01), QStringLiteral("fi"));
-    line.replace(QChar(0xFB02), QStringLiteral("fl"));
-    line.replace(QChar(0xFB03), QStringLiteral("ffi"));
-    line.replace(QChar(0xFB04), QStringLiteral("ffl"));
-    return line;
-}
-
-std::string normalised(const QString& line) { return spelledOut(line).simplified().toStdString(); }
+std::string normalised(const QString& line) { return qtest::spelledOut(line).simplified().toStdString(); }
 
 TEST_F(InputFormScreen, PrintedReportAsPdf) {
     testkit::TempDir dir;
@@ -650,7 +640,7 @@ std::vector<std::vector<PdfWord>> pdfLines(const QString& pdf) {
     auto it = word.globalMatch(QString::fromUtf8(p.readAllStandardOutput()));
     while (it.hasNext()) {
         const auto m = it.next();
-        byLine[m.captured(2).toDouble()].push_back({m.captured(1).toDouble(), spelledOut(m.captured(3))});
+        byLine[m.captured(2).toDouble()].push_back({m.captured(1).toDouble(), qtest::spelledOut(m.captured(3))});
     }
     std::vector<std::vector<PdfWord>> out;
     for (auto& [y, words] : byLine) out.push_back(words);

@@ -1,0 +1,105 @@
+#include "shell/screen/printed_lines.h"
+
+#include <algorithm>
+#include <set>
+
+#include "model/number_text.h"
+#include "model/ranges.h"
+#include "shell/base/common_services.h"
+
+namespace bm {
+
+std::string reportUnitName(UnitMenu menu, const std::string& word) {
+    const int index = unitIndexOfWord(menu, word);
+    if (index == 0) return replaceFirst("&", "", word);
+    return replaceFirst("&", "", unitMenuCaptions(menu)[static_cast<std::size_t>(index / 10 - 1)]);
+}
+
+void appendReportNotes(std::vector<PrintedLine>& lines, const std::string& title, const std::string& author,
+                       const std::string& comments) {
+    const auto note = [&](const std::string& label, const std::string& field) {
+        lines.push_back({{0, label}});
+        if (!field.empty()) lines.push_back({{0, "   " + field}});
+    };
+    note(" Title: ", title);
+    note(" Author: ", author);
+    note(" Comments: ", comments);
+}
+
+void appendReportUnits(std::vector<PrintedLine>& lines, const std::string& lengthWord, const std::string& timeWord,
+                       const std::string& concentrationWord) {
+    lines.push_back({{0, "Units:"}});
+    lines.push_back({{0, "  Length:  "}, {20, reportUnitName(UnitMenu::Length, lengthWord)}});
+    lines.push_back({{0, "  Time:  "}, {20, reportUnitName(UnitMenu::Time, timeWord)}});
+    lines.push_back({{0, "  Concentration: "}, {20, reportUnitName(UnitMenu::Concentration, concentrationWord)}});
+}
+
+void appendCoordinateHeadings(std::vector<PrintedLine>& lines) {
+    lines.push_back({{0, "Coordinate and Time Data"}});
+    lines.push_back({{13, "Minimum"}, {30, "Maximum"}, {45, "Length of Interval"}});
+}
+
+PrintedLine coordinateRow(const std::string& name, const std::string& rangeText) {
+    return {{0, name},
+            {14, formatNumber(rangeMinimum(rangeText))},
+            {32, formatNumber(rangeMaximum(rangeText))},
+            {50, formatNumber(rangeInterval(rangeText))}};
+}
+
+std::string printedLineText(const PrintedLine& line) {
+    std::string out;
+    std::size_t lineStart = 0;
+    for (const PrintedPiece& p : line) {
+        if (p.column > 0) {
+            const std::size_t target = static_cast<std::size_t>(p.column - 1);
+            const std::size_t position = out.size() - lineStart;
+            if (position > target) {
+                out += '\n';
+                lineStart = out.size();
+                out.append(target, ' ');
+            } else {
+                out.append(target - position, ' ');
+            }
+        }
+        out += p.text;
+    }
+    return out;
+}
+
+std::string printedReportText(const std::vector<PrintedLine>& lines) {
+    std::string out;
+    for (const PrintedLine& l : lines) out += printedLineText(l) + "\n";
+    return out;
+}
+
+std::vector<int> printedTabColumns(const std::vector<PrintedLine>& lines) {
+    std::set<int> columns;
+    for (const PrintedLine& l : lines)
+        for (const PrintedPiece& p : l)
+            if (p.column > 0) columns.insert(p.column);
+    return {columns.begin(), columns.end()};
+}
+
+std::vector<std::string> tabbedReportLines(const std::vector<PrintedLine>& lines, const std::vector<int>& columns) {
+    std::vector<std::string> out;
+    for (const PrintedLine& l : lines) {
+        std::string s;
+        int cell = 0;  // the cell being written; cell k >= 1 starts at stop k - 1
+        for (const PrintedPiece& p : l) {
+            if (p.column > 0) {
+                const auto it = std::find(columns.begin(), columns.end(), p.column);
+                const int wanted = static_cast<int>(it - columns.begin()) + 1;
+                // A stop that lies behind the line's cell already gives no new cell.
+                while (cell < wanted) {
+                    s += '\t';
+                    ++cell;
+                }
+            }
+            s += p.text;
+        }
+        out.push_back(s);
+    }
+    return out;
+}
+
+}  // namespace bm

@@ -1,0 +1,184 @@
+#include "timevarying/widgets/merla_form.h"
+
+#include <QFrame>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollArea>
+#include <QTabWidget>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "model/data_set.h"
+#include "shell/widgets/model_screens.h"
+#include "shell/widgets/numeric_key_filter.h"
+
+namespace bm {
+
+namespace {
+
+const char* const kRowProperty = "bmRow";
+
+QString q(const std::string& s) { return QString::fromStdString(s); }
+
+}  // namespace
+
+MerlaForm::MerlaForm(DataSet& dataSet, AppState& state, UserInterface& ui, QWidget* parent)
+    : ModelScreenDialog(parent), model_(std::make_unique<MerlaFormModel>(dataSet, state, ui)) {
+    setObjectName(QStringLiteral("merlaform"));
+    QVBoxLayout* outer = attach(*model_, ProgressOwner::TimeVaryingForm);
+    addCaptions(outer);
+
+    mainElastic_ = new QWidget(this);
+    mainElastic_->setObjectName(QStringLiteral("mainElastic"));
+    auto* mainLayout = new QVBoxLayout(mainElastic_);
+    mainLayout->setContentsMargins(0, 4, 0, 0);
+    tabs_ = new QTabWidget(mainElastic_);
+    tabs_->setObjectName(QStringLiteral("TabElastic"));
+    tabs_->addTab(buildInputs(), QStringLiteral("Input &Data"));
+    mainLayout->addWidget(tabs_);
+    outer->addWidget(mainElastic_, 1);
+    mainElastic_->installEventFilter(this);
+
+    addStatusLine(outer);
+    resize(1280, 760);
+}
+
+void MerlaForm::addRow(int index, QGridLayout* layout, int line) {
+    const VarRow& r = model_->row(index);
+    RowWidgets& w = rows_[static_cast<std::size_t>(index)];
+    QWidget* parent = layout->parentWidget();
+    w.panel = new QLabel(parent);
+    w.panel->setObjectName(indexedName(QStringLiteral("Text2Panel"), index));
+    w.panel->setWordWrap(true);
+    w.panel->setMinimumWidth(170);
+    w.units = new QLabel(parent);
+    w.units->setObjectName(indexedName(QStringLiteral("Text2Units"), index));
+    w.units->setMinimumWidth(72);
+    layout->addWidget(w.panel, line, 0);
+    if (r.result) {
+        resultLabel_ = panelLabel(QStringLiteral("LabelResult"), parent);
+        resultLabel_->setMinimumWidth(130);
+        resultLabel_->setStyleSheet(QStringLiteral("QLabel { font-weight: bold; }"));
+        layout->addWidget(resultLabel_, line, 1);
+    } else {
+        w.entry = new QLineEdit(parent);
+        w.entry->setObjectName(indexedName(QStringLiteral("Text2"), index));
+        w.entry->setMinimumWidth(130);
+        w.entry->installEventFilter(NumericKeyFilter::instance());
+        w.entry->installEventFilter(this);  // the screen's own filter comes first
+        connect(w.entry, &QLineEdit::textEdited, this,
+                [this, index](const QString& t) { model_->rowEdited(index, t.toStdString()); });
+        layout->addWidget(w.entry, line, 1);
+    }
+    layout->addWidget(w.units, line, 2);
+    for (QWidget* x : std::initializer_list<QWidget*>{w.panel, w.entry, w.units}) {
+        if (!x) continue;
+        x->setProperty(kRowProperty, index);
+        if (x != w.entry) x->installEventFilter(this);
+    }
+}
+
+QWidget* MerlaForm::buildInputs() {
+    rows_.assign(model_->rows().size(), RowWidgets{});
+    auto* scroll = new QScrollArea;
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    auto* page = new QWidget;
+    auto* columns = new QHBoxLayout(page);
+    const auto group = [&](const QString& title) {
+        auto* box = new QGroupBox(title, page);
+        auto* grid = new QGridLayout(box);
+        grid->setVerticalSpacing(5);
+        grid->setHorizontalSpacing(8);
+        grid->setColumnStretch(0, 1);
+        return grid;
+    };
+
+    // Left: the coordinates, then the selected point and its concentration.
+    auto* left = new QVBoxLayout;
+    QGridLayout* coordinates = group(QStringLiteral("Coordinates"));
+    int line = 0;
+    for (int i : {varrow::X, varrow::Y, varrow::Time}) addRow(i, coordinates, line++);
+    left->addWidget(coordinates->parentWidget());
+    QGridLayout* point = group(QString());
+    label5_ = new QLabel(QStringLiteral("Computed at"), point->parentWidget());
+    label5_->setObjectName(QStringLiteral("Label5"));
+    label5_->setStyleSheet(QStringLiteral("QLabel { font-weight: bold; }"));
+    point->addWidget(label5_, 0, 0, 1, 3);
+    line = 1;
+    for (int i : {varrow::PointX, varrow::PointY, varrow::PointT, varrow::Concentration}) addRow(i, point, line++);
+    left->addWidget(point->parentWidget());
+    left->addStretch(1);
+
+    // Right: the field and chemical constants.
+    auto* right = new QVBoxLayout;
+    QGridLayout* constants = group(QStringLiteral("Field and Chemical Constants"));
+    line = 0;
+    for (int i : {varrow::Mass, varrow::VelocityX, varrow::VelocityY, varrow::Porosity, varrow::Retardation,
+                  varrow::MolecularDiffusion, varrow::MaximumDiffusion, varrow::DispersionRatio, varrow::MeanTravelTime,
+                  varrow::Decay})
+        addRow(i, constants, line++);
+    right->addWidget(constants->parentWidget());
+    right->addStretch(1);
+
+    columns->addLayout(left, 1);
+    columns->addLayout(right, 1);
+    scroll->setWidget(page);
+    return scroll;
+}
+
+QLineEdit* MerlaForm::rowEntry(int i) const { return rows_.at(static_cast<std::size_t>(i)).entry; }
+QLabel* MerlaForm::rowCaption(int i) const { return rows_.at(static_cast<std::size_t>(i)).panel; }
+QLabel* MerlaForm::rowUnits(int i) const { return rows_.at(static_cast<std::size_t>(i)).units; }
+
+void MerlaForm::load(bool saveEnabled) {
+    model_->load(saveEnabled);
+    refresh();
+}
+
+void MerlaForm::refreshInputs() {
+    MerlaFormModel& m = *model_;
+    tabs_->setEnabled(m.tabEnabled);
+    const auto& rows = m.rows();
+    for (std::size_t i = 0; i < rows.size() && i < rows_.size(); ++i) {
+        const VarRow& r = rows[i];
+        const RowWidgets& w = rows_[i];
+        showInputRow(w.panel, w.entry, w.units, r.caption, r.unitCaption, r.text, r.enabled,
+                     m.rowLocked(static_cast<int>(i)));
+    }
+    resultLabel_->setText(q(m.resultLabel));
+    label5_->setText(q(m.resultCaption));
+    mainElastic_->setEnabled(m.mainEnabled);
+}
+
+bool MerlaForm::eventFilter(QObject* watched, QEvent* event) {
+    if (sharedEvent(watched, event)) return true;
+    const QVariant property = watched->property(kRowProperty);
+    if (!property.isValid()) return QDialog::eventFilter(watched, event);
+    const int r = property.toInt();
+    MerlaFormModel& m = *model_;
+    const RowEvents on{[&m, r] { return m.rowKeyPress(r); }, [&m, r] { return m.rowClicked(r); },
+                       [&m, r] { return m.rowLeft(r); }, [&m, r] { m.rowEntered(r); }};
+    if (rowEvent(watched, event, rows_.at(static_cast<std::size_t>(r)).entry, on)) return true;
+    return QDialog::eventFilter(watched, event);
+}
+
+void MerlaForm::moveFocus(const FocusRequest& focus) {
+    // After the event that asked for it: a focus change inside a focus event is not taken.
+    QTimer::singleShot(0, this, [this, focus] {
+        if (sharedFocus(focus)) return;
+        if (focus.row >= 0 && focus.row < static_cast<int>(rows_.size())) {
+            if (QLineEdit* e = rows_[static_cast<std::size_t>(focus.row)].entry) {
+                e->setFocus(Qt::OtherFocusReason);
+                e->selectAll();
+            }
+        }
+    });
+}
+
+void registerMerlaForm() { registerScreenForm<MerlaForm>(ModelScreen::merlaform); }
+
+}  // namespace bm
