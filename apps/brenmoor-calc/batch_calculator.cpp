@@ -48,6 +48,7 @@ void deliver(const std::string& path, const std::string& utf8, std::FILE* standa
 
 std::string batchUsageText() {
     return "Usage: brenmoor-calc [--save FILE] [--output FILE] [--chemical N] DATAFILE\n"
+           "       brenmoor-calc --fit OBS --vary NAME[=LO:HI][,...] [--log NAME,...] [--save FILE] DATAFILE\n"
            "\n"
            "Reads a Brenmoor data file (.one .two .tri .mc1 .mc2 .mc3 .u1d .mcu .var),\n"
            "runs the calculation exactly as Calculate! does on that model, and writes:\n"
@@ -56,6 +57,7 @@ std::string batchUsageText() {
            "                  after a simulation), as the Results view writes it\n"
            "  --chemical N    in a multiple-chemical model, the chemical whose results\n"
            "                  the output file shows (default: the file's own choice)\n"
+           + fitUsageText() +
            "  --help          this text\n"
            "FILE may be - for standard output. With neither --save nor --output the\n"
            "output file goes to standard output. A file is replaced only once the new\n"
@@ -85,6 +87,8 @@ bool parseBatchArguments(const std::vector<std::string>& args, BatchOptions& opt
                 return false;
             }
             options.chemical = static_cast<int>(textValue(n));
+        } else if (const int taken = takeFitOption(args, i, options.fit, error); taken != 0) {
+            if (taken < 0) return false;
         } else if (a.size() > 1 && a[0] == '-' && a != "-") {
             error = "unknown option " + a;
             return false;
@@ -99,6 +103,7 @@ bool parseBatchArguments(const std::vector<std::string>& args, BatchOptions& opt
         error = "no data file given";
         return false;
     }
+    if (!checkFitOptions(options.fit, error)) return false;
     if (!options.savePath.empty() && options.savePath == options.outputPath && options.savePath != "-") {
         error = "--save and --output name the same file";
         return false;
@@ -130,11 +135,15 @@ int runBatch(const BatchOptions& options, UserInterface& ui, std::FILE* standard
     if (options.chemical > 0) data.selectedChemical = static_cast<std::int16_t>(options.chemical);
 
     if (!batchAcceptsInput(data, ui)) return kExitInputRefused;
+    if (options.fit.asked()) {  // the report on standard output, unless a file goes there
+        std::FILE* report = options.savePath == "-" || options.outputPath == "-" ? diagnostics : standardOutput;
+        if (const int status = fitBatchModel(options.fit, data, ui, report); status != kExitDone) return status;
+    }
 
     const auto run = runBatchModel(data, ui);
     if (!run || !run->finished) return kExitRuntimeError;
 
-    const bool toStandardOutput = options.savePath.empty() && options.outputPath.empty();
+    const bool toStandardOutput = options.savePath.empty() && options.outputPath.empty() && !options.fit.asked();
     const std::string outputPath = toStandardOutput ? std::string("-") : options.outputPath;
     std::string target;
     try {

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "apps/brenmoor-calc/batch_fit.h"
 #include "shell/base/user_interface.h"
 
 namespace bm {
@@ -24,6 +25,7 @@ struct BatchOptions {
     std::string outputPath;  // "-" is standard output
     int chemical = 0;        // 0: the file's own choice
     bool help = false;
+    BatchFitOptions fit;
 };
 
 // Parses the command line (without the program name). False with a reason on misuse.
