@@ -21,12 +21,16 @@ namespace bm {
 
 namespace {
 
-// The calculation's messages reach the user; its per-point progress does not
-// (the fit reports its own), and events pass only where the fit lets them.
+// The calculation's messages reach the user, each once however many runs
+// raise it; its per-point progress does not (the fit reports its own), and
+// events pass only where the fit lets them.
 class FitUserInterface : public UserInterface {
 public:
     explicit FitUserInterface(UserInterface& ui) : ui_(ui) {}
-    MessageAnswer showMessage(const MessageRequest& request) override { return ui_.showMessage(request); }
+    MessageAnswer showMessage(const MessageRequest& request) override {
+        if (!shown_.insert(request.title + "\n" + request.text).second) return defaultAnswer(request);
+        return ui_.showMessage(request);
+    }
     std::optional<std::string> askFile(const FileDialogRequest& request) override { return ui_.askFile(request); }
     void setBusy(bool) override {}
     void reportProgress(ProgressOwner, double, double) override {}
@@ -37,6 +41,7 @@ public:
 
 private:
     UserInterface& ui_;
+    std::set<std::string> shown_;
 };
 
 // One varying input as the solver sees it: u = value / scale, or ln(value).

@@ -150,3 +150,22 @@ TEST(FitKinds, TimeVaryingPointSourceGivesItsInputsBackToItsSinglePrecision) {
 
 }  // namespace
 }  // namespace bm
+
+namespace bm {
+namespace {
+
+TEST(FitKindsMessages, AMessageOfTheCalculationIsShownOnceForTheWholeFit) {
+    // The time-varying record keeps its source when the text is not recognised, and says so at every run.
+    const Case c = timeVaryingCase();
+    const ObservationSet observations = testkit::gridObservations(c.truth, c.places, 0.0, 1, false);
+    DataSet model = c.truth;
+    model.contaminantType = "Point (somewhere)";
+    testkit::ScriptedUserInterface ui;
+    const FitReport report = fitModel(model, observations, c.request, ui);
+    EXPECT_TRUE(report.fitted()) << report.problem;
+    ASSERT_EQ(ui.messages.size(), 1u);
+    EXPECT_EQ(ui.messages[0].text, "Contaminant Source not identified, copyToDLLStructure ");
+}
+
+}  // namespace
+}  // namespace bm

@@ -151,3 +151,31 @@ TEST(FitParameters, FittedValuesKeepSevenDigitsAndReadBack) {
 
 }  // namespace
 }  // namespace bm
+
+namespace bm {
+namespace {
+
+ObservationSet at(double x, double y, double t) {
+    ObservationSet set;
+    set.fileName = "wells.csv";
+    set.points.push_back(Observation{x, y, 0, t, 0.1, 1, 2});
+    return set;
+}
+
+TEST(ObservationDomain, TimesFromZeroAColumnWithinItsLengthAStripWithinItsWalls) {
+    DataSet column = testkit::fitColumn();
+    EXPECT_EQ(observationsOutsideDomain(at(3, 0, 5), column), "");
+    EXPECT_EQ(observationsOutsideDomain(at(3, 0, -1), column), "Line 2 of wells.csv: the time -1 lies before the start of the model (0).");
+    EXPECT_EQ(observationsOutsideDomain(at(50, 0, 5), column), "");  // a semi-infinite column goes on
+    column.aquiferType = "Finite";
+    EXPECT_EQ(observationsOutsideDomain(at(50, 0, 5), column),
+              "Line 2 of wells.csv: x = 50 lies outside the finite column (0 to 20).");
+    DataSet strip = testkit::sampleModel(".two");
+    EXPECT_EQ(observationsOutsideDomain(at(100, 150, 5), strip), "");  // an infinite aquifer has no walls
+    strip.aquiferType = "Finite";
+    EXPECT_EQ(observationsOutsideDomain(at(100, 150, 5), strip),
+              "Line 2 of wells.csv: y = 150 lies outside the aquifer's width (-100 to 100).");
+}
+
+}  // namespace
+}  // namespace bm

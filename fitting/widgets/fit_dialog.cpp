@@ -200,6 +200,9 @@ void FitDialog::chooseObservations() {
     request.kind = FileDialogRequest::Kind::Open;
     request.title = "Observed Concentrations";
     request.filter = "Observations (*.csv;*.txt;*.dat)|*.csv;*.txt;*.dat|All Files (*.*)|*.*";
+    // Where the model's file is, or where the last observations were.
+    const std::string near = form_.observationFile().empty() ? model_.currentFileName : form_.observationFile();
+    if (const auto slash = near.find_last_of('/'); slash != std::string::npos) request.initialDirectory = near.substr(0, slash);
     const std::optional<std::string> path = ui_.askFile(request);
     if (!path || path->empty()) return;
     form_.chooseObservations(*path);
