@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <cmath>
+#include <cstdio>
 
 #include "model/model_kinds.h"
 #include "model/number_text.h"
@@ -121,6 +122,12 @@ const std::string& fitParameterText(const DataSet& data, const FitParameterInfo&
     static const std::string none;
     if (parameter.field != nullptr) return data.*parameter.field;
     return data.terms.ub() >= 1 ? data.terms(1).concentration : none;
+}
+
+std::string significantText(double value, int digits) {
+    char buffer[48];
+    std::snprintf(buffer, sizeof buffer, "%.*g", digits, value);
+    return buffer;
 }
 
 std::string fittedValueText(double value) {

@@ -32,6 +32,9 @@ const FitParameterInfo* findFitParameter(const std::vector<FitParameterInfo>& pa
 std::string& fitParameterText(DataSet& data, const FitParameterInfo& parameter);
 const std::string& fitParameterText(const DataSet& data, const FitParameterInfo& parameter);
 
+// A number with `digits` significant digits ("%g": "0.5", "1.25e-07").
+std::string significantText(double value, int digits);
+
 // A fitted value as the rows hold it: seven significant digits.
 std::string fittedValueText(double value);
 

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "fitting/fit_parameters.h"
 #include "fitting/fitter.h"
 #include "model/number_text.h"
 
@@ -9,11 +10,7 @@ namespace bm {
 
 namespace {
 
-std::string g(double value) {
-    char buffer[40];
-    std::snprintf(buffer, sizeof buffer, "%.6g", value);
-    return buffer;
-}
+std::string g(double value) { return significantText(value, 6); }
 
 std::string padded(std::string text, std::size_t width) {
     if (text.size() < width) text.append(width - text.size(), ' ');

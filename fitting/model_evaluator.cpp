@@ -17,11 +17,7 @@ namespace bm {
 namespace {
 
 // Full precision, so that the numerical derivatives see the step they made.
-std::string exactText(double value) {
-    char buffer[40];
-    std::snprintf(buffer, sizeof buffer, "%.17g", value);
-    return buffer;
-}
+std::string exactText(double value) { return significantText(value, 17); }
 
 // Distinct times equally spaced (three or more) make one run over a range.
 bool equallySpaced(const std::vector<double>& times) {

@@ -16,20 +16,14 @@ namespace {
 
 using namespace testkit;
 
-constexpr double kV = 0.5, kD = 0.8, kHalfLife = 40;
+constexpr double kV = kColumnVelocity, kD = kColumnDispersion, kHalfLife = kColumnHalfLife;
 
 ObservationSet columnObservations(double sigma, unsigned seed, int count = 12) {
     return observationsOf({3.0, 8.0}, 2.0, 3.0, count,
                           [](double x, double t) { return columnRatio(kV, kD, kHalfLife, x, t); }, sigma, seed);
 }
 
-DataSet startedAway() {
-    DataSet d = fitColumn();
-    d.velocity = "0.7";
-    d.dispersionX = "0.5";
-    d.halfLife = "60";
-    return d;
-}
+DataSet startedAway() { return columnStartedAway(); }
 
 TEST(FitColumn, NoiseFreeObservationsGiveTheTrueInputs) {
     ScriptedUserInterface ui;

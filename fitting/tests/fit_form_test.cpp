@@ -14,12 +14,8 @@ namespace {
 using namespace testkit;
 
 std::string observationFile(const TempDir& dir) {
-    std::string text = "x t C/Co\n";
-    for (const double x : {3.0, 8.0})
-        for (int k = 1; k <= 10; ++k)
-            text += generalText(x) + " " + generalText(3.0 * k) + " " + generalText(columnRatio(0.5, 0.8, 40, x, 3.0 * k)) + "\n";
-    writeFileBytes(dir.file("wells.txt"), text);
-    return dir.file("wells.txt");
+    writeFileBytes(dir.file("wells.csv"), columnObservationText());
+    return dir.file("wells.csv");
 }
 
 TEST(FitForm, RowsShowTheModelsInputsAndLockThoseUnderMonteCarlo) {
@@ -45,7 +41,7 @@ TEST(FitForm, RunsTheTickedRowsWithTheirBoundsAndAppliesTheEstimates) {
     model.halfLife = "50";
     FitForm form(model, ui);
     ASSERT_TRUE(form.chooseObservations(observationFile(dir)));
-    EXPECT_EQ(form.observationSummary(), "20 observations of C/Co at 2 places");
+    EXPECT_EQ(form.observationSummary(), "24 observations of C/Co at 2 places");
     form.rows[0].vary = true;
     form.rows[0].lower = "0.1";
     form.rows[0].upper = "2";
@@ -59,9 +55,9 @@ TEST(FitForm, RunsTheTickedRowsWithTheirBoundsAndAppliesTheEstimates) {
     const auto curves = form.curves();
     ASSERT_EQ(curves.size(), 2u);
     EXPECT_EQ(curves[1].place, "x = 8");
-    EXPECT_EQ(curves[1].observedTimes.size(), 10u);
+    EXPECT_EQ(curves[1].observedTimes.size(), 12u);
     // The curve at its last time is the closed form at the truth.
-    EXPECT_CLOSE(curves[0].values.back(), columnRatio(0.5, 0.8, 40, 3, 30), 1e-5, 1e-9);
+    EXPECT_CLOSE(curves[0].values.back(), trueColumnRatio(3, 36), 1e-5, 1e-9);
     DataSet target = model;
     form.apply(target);
     EXPECT_EQ(target.velocity, "0.5");

@@ -11,30 +11,13 @@
 #include "fitting/fit_parameters.h"
 #include "fitting/fitter.h"
 #include "model/data_set.h"
+#include "testing/observed_column.h"
 #include "testing/one_dim_test_model.h"
 #include "model/number_text.h"
 #include "testing/scripted_user_interface.h"
 #include "testing/test_paths.h"
 
 namespace bm::testkit {
-
-// A semi-infinite Dirichlet column: Darcy velocity 0.5, porosity 1,
-// retardation 1, dispersion 0.8, half-life 40.
-inline DataSet fitColumn() {
-    DataSet d = oneDimModel("Semi-Infinite", "Dirichlet");
-    d.velocity = "0.5";
-    d.dispersionX = "0.8";
-    d.halfLife = "40";
-    d.xRange = "0:20:1";
-    d.timeRange = "0:40:1";
-    d.concentrationUnit = "mg/l";
-    return d;
-}
-
-// Its C/Co at (x, t) from the closed form.
-inline double columnRatio(double V, double D, double halfLife, double x, double t) {
-    return semiInfiniteDirichletReference(V, D, std::log(2.0) / halfLife, x, t);
-}
 
 // Observations at the wells xs, times t0, t0 + dt, ... (count of them), of
 // value(x, t) plus noise of standard deviation sigma (seeded).

@@ -13,7 +13,7 @@
 #include "files/data_file.h"
 #include "model/number_text.h"
 #include "testing/is_close.h"
-#include "testing/one_dim_test_model.h"
+#include "testing/observed_column.h"
 #include "testing/test_paths.h"
 
 namespace bm {
@@ -33,35 +33,19 @@ FitRun runFit(const std::string& arguments, const TempDir& dir) {
     return FitRun{WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, testkit::readFileBytes(outPath), testkit::readFileBytes(errPath)};
 }
 
-// The column at start values away from the truth (velocity 0.5, dispersion 0.8, half-life 40).
+// The column at start values away from the truth, and its observations.
 std::string writeColumn(const TempDir& dir) {
-    DataSet d = testkit::oneDimModel("Semi-Infinite", "Dirichlet");
-    d.velocity = "0.7";
-    d.dispersionX = "0.5";
-    d.halfLife = "60";
+    DataSet d = testkit::columnStartedAway();
     d.xRange = "0:10:5";
     d.timeRange = "0:30:10";
-    d.lengthUnit = "m";
-    d.timeUnit = "day";
-    d.concentrationUnit = "mg/l";
     const std::string path = dir.file("column.one");
     writeDataFile(d, path);
     return path;
 }
 
 std::string writeObservations(const TempDir& dir) {
-    std::ostringstream text;
-    text << "x,t,C/Co\n";
-    for (const double x : {3.0, 8.0})
-        for (int k = 0; k < 12; ++k) {
-            const double t = 2.0 + 3.0 * k;
-            char line[80];
-            std::snprintf(line, sizeof line, "%g,%g,%.17g\n", x, t,
-                          testkit::semiInfiniteDirichletReference(0.5, 0.8, std::log(2.0) / 40, x, t));
-            text << line;
-        }
     const std::string path = dir.file("observed.csv");
-    testkit::writeFileBytes(path, text.str());
+    testkit::writeFileBytes(path, testkit::columnObservationText());
     return path;
 }
 
@@ -85,7 +69,7 @@ TEST(BatchFit, ReportsTheEstimatesAndSavesThemWithTheirResults) {
     EXPECT_EQ(fitted.halfLife, "40");
     // The saved results are those of the estimates: x 5, t 10 from the closed form.
     ASSERT_GE(fitted.result1D.ub(0), 2);
-    EXPECT_CLOSE(fitted.result1D(2, 2), testkit::semiInfiniteDirichletReference(0.5, 0.8, std::log(2.0) / 40, 5, 10), 1e-6,
+    EXPECT_CLOSE(fitted.result1D(2, 2), testkit::trueColumnRatio(5, 10), 1e-6,
                  1e-9);
 }
 

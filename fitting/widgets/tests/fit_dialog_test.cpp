@@ -22,7 +22,7 @@
 #include "model/app_state.h"
 #include "model/number_text.h"
 #include "saturated/widgets/input_form.h"
-#include "testing/one_dim_test_model.h"
+#include "testing/observed_column.h"
 #include "testing/qt_test_support.h"
 #include "testing/scripted_user_interface.h"
 #include "testing/test_paths.h"
@@ -33,33 +33,15 @@ namespace {
 using testkit::ScriptedUserInterface;
 using testkit::TempDir;
 
-// Velocity 0.5, dispersion 0.8 and half-life 40 made these observations; the
-// model starts away from them.
+// The column started away from the inputs that made its observations.
 DataSet column() {
-    DataSet d = testkit::oneDimModel("Semi-Infinite", "Dirichlet");
-    d.velocity = "0.7";
-    d.dispersionX = "0.5";
+    DataSet d = testkit::columnStartedAway();
     d.halfLife = "40";
-    d.xRange = "0:20:1";
-    d.timeRange = "0:40:1";
-    d.lengthUnit = "m";
-    d.timeUnit = "day";
-    d.concentrationUnit = "mg/l";
     return d;
 }
 
-// Noise-free, or with a fixed scatter of a few thousandths.
 std::string observations(const TempDir& dir, bool scattered = false) {
-    std::string text = "x,t,C/Co\n";
-    for (const double x : {3.0, 8.0})
-        for (int k = 1; k <= 12; ++k) {
-            const double t = 3.0 * k;
-            const double scatter = scattered ? 0.004 * std::sin(7.0 * k + x) : 0.0;
-            text += generalText(x) + "," + generalText(t) + "," +
-                    generalText(testkit::semiInfiniteDirichletReference(0.5, 0.8, std::log(2.0) / 40, x, t) + scatter) +
-                    "\n";
-        }
-    testkit::writeFileBytes(dir.file("wells.csv"), text);
+    testkit::writeFileBytes(dir.file("wells.csv"), testkit::columnObservationText(scattered));
     return dir.file("wells.csv");
 }
 
