@@ -101,7 +101,8 @@ std::string fitUsageText() {
            "                  --save writes (then run with them)\n"
            "  --vary LIST     the inputs to vary, as the data file labels them, with\n"
            "                  optional bounds: Velocity,Dispersion_X=0.01:10,HalfLife\n"
-           "  --log LIST      of those, the ones to vary on a log scale\n";
+           "  --log LIST      of those, the ones to vary on a log scale; with --fit the\n"
+           "                  output file is written only where --output says\n";
 }
 
 int fitBatchModel(const BatchFitOptions& fit, DataSet& data, UserInterface& ui, std::FILE* report) {
