@@ -4,6 +4,8 @@
 
 #include <cerrno>
 #include <climits>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <new>
@@ -108,6 +110,7 @@ bool countsAreWhole(const DataSet& data) {
 std::string batchUsageText() {
     return "Usage: brenmoor-calc [--save FILE] [--output FILE] [--chemical N] [--generate [--seed N]]\n"
            "                    [--threads N] DATAFILE\n"
+           "       brenmoor-calc --fit OBS --vary NAME[=LO:HI][,...] [--log NAME,...] [--save FILE] DATAFILE\n"
            "\n"
            "Reads a Brenmoor data file (.one .two .tri .mc1 .mc2 .mc3 .u1d .mcu .var),\n"
            "runs the calculation exactly as Calculate! does on that model, and writes:\n"
@@ -123,6 +126,7 @@ std::string batchUsageText() {
            "                  the same samples\n"
            "  --threads N     the threads the calculation spreads over (default: all\n"
            "                  cores); the results are the same with any number\n"
+           + fitUsageText() +
            "  --help          this text\n"
            "FILE may be - for standard output. With neither --save nor --output the\n"
            "output file goes to standard output. A FILE must be a file or a new name: a\n"
@@ -180,6 +184,8 @@ bool parseBatchArguments(const std::vector<std::string>& args, BatchOptions& opt
                 return false;
             }
             options.threads = static_cast<int>(textValue(n));
+        } else if (const int taken = takeFitOption(args, i, options.fit, error); taken != 0) {
+            if (taken < 0) return false;
         } else if (a.size() > 1 && a[0] == '-' && a != "-") {
             error = "unknown option " + a;
             return false;
@@ -194,6 +200,7 @@ bool parseBatchArguments(const std::vector<std::string>& args, BatchOptions& opt
         error = "no data file given";
         return false;
     }
+    if (!checkFitOptions(options.fit, error)) return false;
     if (options.savePath == "-" && options.outputPath == "-") {
         error = "--save and --output both name standard output";
         return false;
@@ -224,6 +231,24 @@ int calculateBatch(DataSet& data, const BatchOptions& options, StreamUserInterfa
     if (!accepted) return kExitInputRefused;
     if (ui.troubleCount() > 0) return kExitRuntimeError;
 
+    // A fit's report goes to standard output, unless a file goes there.
+    std::string fitReport;
+    if (options.fit.asked()) {
+        char* buffer = nullptr;
+        std::size_t size = 0;
+        std::FILE* report = open_memstream(&buffer, &size);
+        if (report == nullptr) return reportFailure(RuntimeError(err::OutOfMemory), "Calculate", "", ui);
+        int status = kExitRuntimeError;
+        guarded([&] { status = fitBatchModel(options.fit, data, ui, report); }, "Calculate", ui);
+        std::fclose(report);
+        std::string text(buffer, size);
+        std::free(buffer);
+        if (options.savePath != "-" && options.outputPath != "-") fitReport = std::move(text);
+        else if (diagnostics) std::fputs(text.c_str(), diagnostics);
+        if (status != kExitDone) return status;
+        if (ui.troubleCount() > 0) return kExitRuntimeError;
+    }
+
     bool finished = false;
     if (!guarded([&] { finished = runBatchModel(data, ui).value_or(BatchRunResult{}).finished; }, "Calculate", ui))
         return kExitRuntimeError;
@@ -232,10 +257,11 @@ int calculateBatch(DataSet& data, const BatchOptions& options, StreamUserInterfa
     if (!finished || ui.troubleCount() > 0) return kExitRuntimeError;
     if (!countsAreWhole(data)) return reportFailure(RuntimeError(err::SubscriptOutOfRange), "Calculate", "", ui);
 
-    const bool toStandardOutput = options.savePath.empty() && options.outputPath.empty();
+    const bool toStandardOutput = options.savePath.empty() && options.outputPath.empty() && !options.fit.asked();
     const std::string outputPath = toStandardOutput ? std::string("-") : options.outputPath;
     const bool composed = guarded(
         [&] {
+            if (!fitReport.empty()) outputs.push_back({"-", fitReport});
             if (!options.savePath.empty())
                 outputs.push_back({options.savePath, utf8ToWindows1252(composeDataFile(data))});
             if (!outputPath.empty())

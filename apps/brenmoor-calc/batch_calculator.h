@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "apps/brenmoor-calc/batch_fit.h"
 #include "model/data_set.h"
 #include "shell/base/user_interface.h"
 
@@ -30,6 +31,7 @@ struct BatchOptions {
     std::optional<std::uint64_t> seed;  // the random generator's seed (else a fresh one)
     int threads = 0;         // calculation threads; 0: all cores
     bool help = false;
+    BatchFitOptions fit;
 };
 
 // Where the run writes besides its targets.

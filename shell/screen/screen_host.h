@@ -11,6 +11,7 @@
 
 namespace bm {
 
+struct DataSet;
 class NotesPad;
 
 // Where the user is to be taken: a tab brought forward and the focus on a row,
@@ -36,6 +37,9 @@ public:
     virtual void moveFocus(const FocusRequest&) {}
     // The note pad, modally.
     virtual void showNotes(NotesPad& pad);
+    // The fit to observations, modally, over a copy of the model; true when
+    // its Apply wrote estimates into `model`.
+    virtual bool showFitDialog(DataSet& model) { return false; }
     // The new-model dialog, modally; its OK writes the choice into the DataSet. True on OK.
     virtual bool showNewModelDialog() { return false; }
     // The printed report: lines whose "\t" moves to the next of the column stops

@@ -55,6 +55,8 @@ inline constexpr int New = 10, Open = 20, Save = 30, SaveAs = 40, Close = 45, Pr
 namespace resultsItem {
 inline constexpr int Graph = 10, View = 20;
 }
+// The fit's entry beside Calculate! (not one of the top menus).
+inline constexpr int kFitMenuIndex = 25;
 namespace monteCarloItem {
 inline constexpr int Generate = 10, Graph = 20, View = 30;
 }
@@ -134,6 +136,12 @@ public:
     virtual void menuResultsClick(int index);
     void menuUnitsClick(UnitMenu menu, int index);
     void menuMonteCarloClick(int index);
+    // "Fit to Observations..." beside Calculate!: enabled with the other menus
+    // for a single-chemical model the pass calculates.
+    MenuItem fitMenuItem() const;
+    // The screen's checks, its rows into the DataSet, the fit dialog; after
+    // Apply the rows show the estimates and the results are stale.
+    void fitToObservations();
     // Closing the screen by Exit or by the window: the save offer, then
     // closeModel("Complete"). False when the user stays.
     bool exitScreen();

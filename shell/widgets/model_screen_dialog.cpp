@@ -18,6 +18,7 @@
 #include <QVBoxLayout>
 #include <array>
 
+#include "fitting/widgets/fit_dialog.h"
 #include "shell/help_context.h"
 #include "shell/widgets/help_viewer.h"
 #include "shell/widgets/model_screens.h"
@@ -136,6 +137,10 @@ void ModelScreenDialog::buildMenus(QMenuBar* bar) {
     calculate->setObjectName(indexedName(QStringLiteral("mnuFile"), topMenu::Calculate));
     actions_[calculate->objectName()] = calculate;
     connect(calculate, &QAction::triggered, this, [this] { model_->mnuFileClick(topMenu::Calculate); });
+    QAction* fit = bar->addAction(q(m.fitMenuItem().caption));
+    fit->setObjectName(QStringLiteral("mnuFit"));
+    actions_[fit->objectName()] = fit;
+    connect(fit, &QAction::triggered, this, [this] { model_->fitToObservations(); });
 
     QMenu* results = top(topMenu::Results, QStringLiteral("&Results"));
     for (const MenuItem& item : m.resultsMenu())
@@ -248,6 +253,7 @@ void ModelScreenDialog::refreshMenus() {
         if (QAction* a = menuItem(indexedName(QStringLiteral("mnuFile"), item.index))) a->setEnabled(item.enabled);
     for (const MenuItem& item : m.fileMenu())
         if (QAction* a = menuItem(indexedName(QStringLiteral("menuFile"), item.index))) a->setEnabled(item.enabled);
+    if (QAction* a = menuItem(QStringLiteral("mnuFit"))) a->setEnabled(m.fitMenuItem().enabled);
     for (const auto& [menu, name] : kUnitMenus)
         for (const MenuItem& item : m.unitMenu(menu))
             if (QAction* a = menuItem(indexedName(QString::fromLatin1(name), item.index))) a->setChecked(item.checked);
@@ -409,6 +415,12 @@ void ModelScreenDialog::done(int result) {
 void ModelScreenDialog::showNotes(NotesPad& pad) {
     NotesDialog dialog(pad, this);
     dialog.exec();
+}
+
+bool ModelScreenDialog::showFitDialog(DataSet& model) {
+    FitDialog dialog(model, model_->ui(), this);
+    dialog.exec();
+    return dialog.applied();
 }
 
 bool ModelScreenDialog::showNewModelDialog() {

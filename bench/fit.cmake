@@ -1,0 +1,1 @@
+bm_add_bench(bench_fit ${CMAKE_CURRENT_LIST_DIR}/fit.cpp)
