@@ -5,6 +5,7 @@
 #include <climits>
 #include <exception>
 
+#include "apps/brenmoor-calc/batch_chemical.h"
 #include "apps/brenmoor-calc/batch_outputs.h"
 #include "files/code_page.h"
 #include "files/data_file.h"
@@ -145,7 +146,7 @@ int runBatch(const BatchOptions& options, UserInterface& ui, std::FILE* standard
                      kindWords(data).c_str(), options.dataFile.c_str());
         return kExitNotCalculable;
     }
-    if (options.chemical > 0) data.selectedChemical = static_cast<std::int16_t>(options.chemical);
+    if (!chooseBatchChemical(data, options.chemical, ui)) return kExitUsage;
 
     if (options.seed) seedMonteCarlo(*options.seed);
     if (options.generate) {
