@@ -6,6 +6,7 @@
 #include "model/number_text.h"
 #include "model/ranges.h"
 #include "montecarlo/monte_marker.h"
+#include "montecarlo/monte_variants.h"
 #include "species/chain/chain_solution.h"
 #include "species/chain/chain_validation.h"
 
@@ -107,6 +108,7 @@ KindCalculation chainCalculation(ModelKind chainKind) {
     k.validate = [chainKind](DataSet& data, UserInterface& ui) { return chainInputsAccepted(data, chainKind, ui); };
     k.inputRows = [chainKind](const DataSet& data) { return chainInputRows(data, chainKind); };
     k.scalesByInflowSamples = false;
+    k.chemicalVariants = [](const DataSet& data) { return chemicalVariants(data, &DataSet::suppositionConcentration); };
     k.ownPass = [chainKind](DataSet& data, bool simulate, UserInterface& ui) {
         prepareChemicals(data, chainTransform(), simulate, ui);
         return runChemicalsRegular(data, chainKind, simulate, ui);
@@ -116,7 +118,15 @@ KindCalculation chainCalculation(ModelKind chainKind) {
     };
     if (const KindCalculation* single = singleOf(chainKind)) {
         k.resultGridBounds = single->resultGridBounds;
-        k.monteVariants = single->monteVariants;
+        if (const auto variants = single->monteVariants) {
+            // A chain has a rate per chemical in place of the half-life row.
+            k.monteVariants = [variants](const DataSet& data) {
+                std::vector<MonteVariant> list = variants(data);
+                DataSet& fields = const_cast<DataSet&>(data);  // only compared, never written
+                std::erase_if(list, [&](const MonteVariant& v) { return v.field && v.field(fields) == &fields.halfLife; });
+                return list;
+            };
+        }
         const auto regular = single->regularOutput;
         const auto simulation = single->simulationOutput;
         if (regular)

@@ -16,6 +16,7 @@
 #include "model/number_text.h"
 #include "montecarlo/monte_marker.h"
 #include "montecarlo/pass/calculation_pass.h"
+#include "montecarlo/pass/monte_setup.h"
 #include "saturated/tests/three_dim_test_model.h"
 #include "saturated/tests/two_dim_test_model.h"
 #include "species/chain/chain_kinds.h"
@@ -505,6 +506,27 @@ TEST(ChainSimulation, SampledRateIsAHalfLifeToTheSolverAndARateToTheChain) {
     const double z = y2 * h / (k2 - h);
     EXPECT_NEAR(d.chemMcResult1D(1, 1), u1, 1e-10);
     EXPECT_NEAR(d.chemMcResult1D(2, 1), z * u1 - z * u2, 1e-10);
+}
+
+TEST(ChainSimulation, VariantsAreTheSharedRowsWithoutHalfLifeThenEachChemicalsValues) {
+    for (const KindCase& k : everyKind()) {
+        SCOPED_TRACE(k.name);
+        DataSet single = k.model;
+        std::vector<std::string> expected;
+        for (const MonteVariant& v : monteVariantsOf(single))
+            if (!(v.field && v.field(single) == &single.halfLife)) expected.push_back(v.name);
+        ASSERT_FALSE(expected.empty());
+        for (const char* chemical : {"TCE", "DCE"})
+            for (const char* value : {"'s Yield Factor", "'s Decay Rate", "'s Concentration"})
+                expected.push_back(std::string(chemical) + value);
+        DataSet d = chainModel(k.model, {{0.1, 0.2}, {1, 1}, {1, 0}});
+        d.chemicalName(1) = "TCE";
+        d.chemicalName(2) = " DCE ";
+        std::vector<std::string> names;
+        for (const MonteVariant& v : monteVariantsOf(d)) names.push_back(v.name);
+        EXPECT_EQ(names, expected);
+        EXPECT_EQ(names.size() + 1, monteVariantsOf(single).size() + 6);  // one half-life out, six chemical values in
+    }
 }
 
 }  // namespace
