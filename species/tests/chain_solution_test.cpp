@@ -22,6 +22,7 @@
 #include "species/chain/chain_kinds.h"
 #include "species/chain/chain_solution.h"
 #include "species/chain/chain_validation.h"
+#include "species/chain/chemical_choice.h"
 #include "testing/is_close.h"
 #include "testing/one_dim_test_model.h"
 #include "testing/points_file.h"
@@ -527,6 +528,40 @@ TEST(ChainSimulation, VariantsAreTheSharedRowsWithoutHalfLifeThenEachChemicalsVa
         EXPECT_EQ(names, expected);
         EXPECT_EQ(names.size() + 1, monteVariantsOf(single).size() + 6);  // one half-life out, six chemical values in
     }
+}
+
+TEST(ChemicalCount, BelowOneIsRefusedAndTheCountKept) {
+    DataSet d;
+    d.numChemicals = 3;
+    for (const char* text : {"0", "-2", "x", ""}) {
+        ScriptedUserInterface ui;
+        EXPECT_FALSE(acceptChemicalCount(d, text, ui));
+        ASSERT_EQ(ui.messages.size(), 1u);
+        EXPECT_EQ(ui.messages[0].icon, MessageIcon::Exclamation);
+        EXPECT_EQ(ui.messages[0].title, "Improper input value");
+        EXPECT_EQ(ui.messages[0].text, "'" + std::string(text) +
+                                           "' is not a valid input value.\r\rThe number of chemicals must be greater "
+                                           "than or equal to 1.");
+        EXPECT_EQ(d.numChemicals, 3);
+    }
+    ScriptedUserInterface ui;
+    EXPECT_TRUE(acceptChemicalCount(d, "5", ui));
+    EXPECT_EQ(d.numChemicals, 5);
+    EXPECT_TRUE(ui.messages.empty());
+}
+
+TEST(ChemicalChoice, OkSetsThePositionPlusOneAndTheCommandEndsWithout) {
+    DataSet d = chainModel(DataSet{}, {{0.1, 0.2}, {1, 1}, {1, 0}});
+    ChemicalChoice choice(d);
+    ASSERT_EQ(choice.names(), (std::vector<std::string>{"C1", "C2"}));
+    EXPECT_TRUE(pickChemical(d, [&] {
+        ChemicalChoice shown(d);
+        shown.current = 1;
+        shown.ok();
+    }));
+    EXPECT_EQ(d.selectedChemical, 2);
+    EXPECT_FALSE(pickChemical(d, [] {}));
+    EXPECT_EQ(d.selectedChemical, 0);
 }
 
 }  // namespace
