@@ -18,38 +18,10 @@ namespace {
 using benchsupport::perPoint;
 using benchsupport::providePointsFile;
 using benchsupport::SilentInterface;
-using benchsupport::spread;
 
 constexpr double kRates[] = {0.02, 0.01, 0.005, 0.0025};
 
-bm::DataSet stripModel() {
-    bm::DataSet d;
-    d.modelType = "Two Dimensional";
-    d.aquiferType = "Infinite";
-    d.contaminantType = "Finite / Line";
-    d.calculationMode = "Regular";
-    d.velocity = "0.3";
-    d.porosity = "0.3";
-    d.retardation = "1.5";
-    d.dispersionX = "1.2";
-    d.dispersionY = "0.12";
-    d.halfLife = "200";
-    d.netRecharge = "0";
-    d.aquiferThickness = "10";
-    d.sourceXc = "0";
-    d.sourceYc = "0";
-    d.sourceWidth = "10";
-    d.xRange = spread(0, 100, 101);
-    d.yRange = spread(-25, 25, 51);
-    d.timeRange = spread(0, 100, 11);
-    d.mcAtX = "50";
-    d.mcAtY = "0";
-    d.mcAtT = "100";
-    d.superpositionIndex = 1;
-    d.terms.redim(1);
-    d.terms(1) = {"0", "1"};
-    return d;
-}
+bm::DataSet stripModel() { return benchsupport::twoDimModel("Infinite", "Finite / Line", 101, 51, 11); }
 
 void registerKinds() {
     static const bool registered = [] {
