@@ -509,6 +509,27 @@ TEST(ChainSimulation, SampledRateIsAHalfLifeToTheSolverAndARateToTheChain) {
     EXPECT_NEAR(d.chemMcResult1D(2, 1), z * u1 - z * u2, 1e-10);
 }
 
+TEST(ChainSimulation, StopBetweenChemicalsEndsWithoutCoupling) {
+    DataSet d = chainModel(testkit::oneDimModel("Semi-Infinite", "Dirichlet"), {{0.1, 0.2}, {1, 1}, {1, 0}});
+    d.suppositionConcentration(1) = chemicalCellMarker("1", 1);
+    giveSamples(d, ModelKind::MultiOneDimensional, 4, {{2, 3, 4}});
+    d.mcAtX = "3";
+    d.mcAtT = "4";
+    ScriptedUserInterface ui;
+    int steps = 0;
+    ui.onProgress = [&](const ScriptedUserInterface::Progress&) {
+        if (++steps == 3) d.stopRequestedMulti = true;  // the first chemical's last iteration
+    };
+    const CalculationOutcome outcome = runCalculation(d, ui);
+    EXPECT_TRUE(outcome.stopped);
+    EXPECT_FALSE(d.stopRequestedMulti);
+    EXPECT_EQ(steps, 3);  // the second chemical never started
+    // the first chemical's unit solutions, neither scaled by the samples nor coupled
+    const double u1 = testkit::semiInfiniteDirichletReference(1, 0.5, 0.1, 3, 4);
+    for (int m = 1; m <= 3; ++m) EXPECT_NEAR(d.chemMcResult1D(1, m), u1, 1e-10);
+    EXPECT_EQ(d.chemMcResult1D(2, 1), 0.0);
+}
+
 TEST(ChainSimulation, VariantsAreTheSharedRowsWithoutHalfLifeThenEachChemicalsValues) {
     for (const KindCase& k : everyKind()) {
         SCOPED_TRACE(k.name);

@@ -255,12 +255,18 @@ TEST(BatchProgram, MultipleChemicalModelsAreCalculatedChemicalByChemical) {
         while (std::getline(row, cell, ',')) values.push_back(std::stod(cell));
         return values;
     };
-    const std::vector<double> parent = inletRow(first.out), daughter = inletRow(second.out);
-    ASSERT_EQ(parent.size(), 11u);
-    ASSERT_EQ(daughter.size(), 11u);
-    for (std::size_t t = 0; t < 11; ++t) {
-        EXPECT_NEAR(parent[t], 1.0, 1e-12);
-        EXPECT_NEAR(daughter[t], 0.0, 1e-12);
+    for (const char* name : {"sample1.mc1", "sample1.mcu"}) {
+        const ProgramRun parentRun = runProgram("--chemical 1 --output - " + sample(name), dir);
+        const ProgramRun daughterRun = runProgram("--chemical 2 --output - " + sample(name), dir);
+        ASSERT_EQ(parentRun.status, 0) << parentRun.err;
+        ASSERT_EQ(daughterRun.status, 0) << daughterRun.err;
+        const std::vector<double> parent = inletRow(parentRun.out), daughter = inletRow(daughterRun.out);
+        ASSERT_EQ(parent.size(), 11u) << name;
+        ASSERT_EQ(daughter.size(), 11u) << name;
+        for (std::size_t t = 0; t < 11; ++t) {
+            EXPECT_NEAR(parent[t], 1.0, 1e-12) << name;
+            EXPECT_NEAR(daughter[t], 0.0, 1e-12) << name;
+        }
     }
 }
 
