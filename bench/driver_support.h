@@ -81,11 +81,11 @@ inline bm::DataSet oneDimModel(const char* aquifer, const char* contaminant, con
     return d;
 }
 
-// A three-dimensional model over 0..100 x -25..25 x -10..10 and times 20..100,
-// the source at the origin (a patch 10 by 4, or a point injecting 0.5).
-inline bm::DataSet threeDimModel(const char* aquifer, const char* contaminant, int nx, int ny, int nz, int nt) {
+// A two-dimensional model over 0..100 x -25..25 and times 0..100, the source
+// at the origin (a strip 10 wide, a Gaussian of deviation 3, or a point injecting 0.5).
+inline bm::DataSet twoDimModel(const char* aquifer, const char* contaminant, int nx, int ny, int nt) {
     bm::DataSet d;
-    d.modelType = "Three Dimensional";
+    d.modelType = "Two Dimensional";
     d.aquiferType = aquifer;
     d.contaminantType = contaminant;
     d.calculationMode = "Regular";
@@ -94,27 +94,39 @@ inline bm::DataSet threeDimModel(const char* aquifer, const char* contaminant, i
     d.retardation = "1.5";
     d.dispersionX = "1.2";
     d.dispersionY = "0.12";
-    d.dispersionZ = "0.012";
     d.halfLife = "200";
     d.netRecharge = "0";
-    d.aquiferThickness = "20";
+    d.aquiferThickness = "10";
     d.sourceXc = "0";
     d.sourceYc = "0";
-    d.sourceZc = "0";
     d.sourceWidth = "10";
-    d.sourceHeight = "4";
+    d.sourceStdDev = "3";
     d.injectionRate = "0.5";
     d.xRange = spread(0, 100, nx);
     d.yRange = spread(-25, 25, ny);
-    d.zRange = spread(-10, 10, nz);
-    d.timeRange = spread(20, 100, nt);
+    d.timeRange = spread(0, 100, nt);
     d.mcAtX = "50";
     d.mcAtY = "0";
-    d.mcAtZ = "0";
     d.mcAtT = "100";
     d.superpositionIndex = 1;
     d.terms.redim(1);
     d.terms(1) = {"0", "1"};
+    bm::parseCoordinates(d, 2);
+    return d;
+}
+
+// A three-dimensional model over 0..100 x -25..25 x -10..10 and times 20..100,
+// the source at the origin (a patch 10 by 4, or a point injecting 0.5).
+inline bm::DataSet threeDimModel(const char* aquifer, const char* contaminant, int nx, int ny, int nz, int nt) {
+    bm::DataSet d = twoDimModel(aquifer, contaminant, nx, ny, nt);
+    d.modelType = "Three Dimensional";
+    d.dispersionZ = "0.012";
+    d.aquiferThickness = "20";
+    d.sourceZc = "0";
+    d.sourceHeight = "4";
+    d.zRange = spread(-10, 10, nz);
+    d.timeRange = spread(20, 100, nt);
+    d.mcAtZ = "0";
     bm::parseCoordinates(d, 3);
     return d;
 }

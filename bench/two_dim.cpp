@@ -24,35 +24,7 @@ using benchsupport::SilentInterface;
 using benchsupport::spread;
 
 bm::DataSet model(const char* aquifer, const char* contaminant, int nx, int ny, int nt) {
-    bm::DataSet d;
-    d.modelType = "Two Dimensional";
-    d.aquiferType = aquifer;
-    d.contaminantType = contaminant;
-    d.calculationMode = "Regular";
-    d.velocity = "0.3";
-    d.porosity = "0.3";
-    d.retardation = "1.5";
-    d.dispersionX = "1.2";
-    d.dispersionY = "0.12";
-    d.halfLife = "200";
-    d.netRecharge = "0";
-    d.aquiferThickness = "10";
-    d.sourceXc = "0";
-    d.sourceYc = "0";
-    d.sourceWidth = "10";
-    d.sourceStdDev = "3";
-    d.injectionRate = "0.5";
-    d.xRange = spread(0, 100, nx);
-    d.yRange = spread(-25, 25, ny);
-    d.timeRange = spread(0, 100, nt);
-    d.mcAtX = "50";
-    d.mcAtY = "0";
-    d.mcAtT = "100";
-    d.superpositionIndex = 1;
-    d.terms.redim(1);
-    d.terms(1) = {"0", "1"};
-    bm::parseCoordinates(d, 2);
-    return d;
+    return benchsupport::twoDimModel(aquifer, contaminant, nx, ny, nt);
 }
 
 void runGrid(benchmark::State& state, bm::DataSet d) {

@@ -11,6 +11,7 @@
 #include <new>
 #include <stdexcept>
 
+#include "apps/brenmoor-calc/batch_chemical.h"
 #include "apps/brenmoor-calc/batch_outputs.h"
 #include "apps/brenmoor-calc/batch_targets.h"
 #include "files/code_page.h"
@@ -216,7 +217,7 @@ int calculateBatch(DataSet& data, const BatchOptions& options, StreamUserInterfa
                          kindWords(data).c_str(), options.dataFile.c_str());
         return kExitNotCalculable;
     }
-    if (options.chemical > 0) data.selectedChemical = static_cast<std::int16_t>(options.chemical);
+    if (!chooseBatchChemical(data, options.chemical, ui)) return kExitUsage;
 
     if (options.seed) seedMonteCarlo(*options.seed);
     if (options.generate) {

@@ -52,6 +52,7 @@ void scaleByBoundarySamples(DataSet& data, IterationResults& results, int iterat
 PassResult runCalculationPass(DataSet& data, const KindCalculation& kind, UserInterface& ui) {
     PassResult pass;
     const bool simulate = scanForSimulation(data, kind);
+    if (kind.ownPass) return kind.ownPass(data, simulate, ui);
 
     // A regular run is the same loop run once.
     const int n = simulate ? static_cast<int>(data.monteStore(kind.kind).monteIterations) : 2;

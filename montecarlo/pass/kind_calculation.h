@@ -22,6 +22,8 @@
 
 namespace bm {
 
+struct PassResult;  // calculation_pass.h
+
 struct KindCalculation {
     ModelKind kind = ModelKind::OneDimensional;
 
@@ -78,6 +80,11 @@ struct KindCalculation {
     // Listed after the inflow concentration: the chemicals' values of a
     // multi-chemical kind (chemicalVariants of monte_variants.h).
     std::function<std::vector<MonteVariant>(const DataSet&)> chemicalVariants;
+
+    // A kind that solves several problems per run (a decay chain solves one
+    // per chemical and couples them) runs its own loop once the mode scan has
+    // told a regular run from a simulation. Empty: the pass's loop.
+    std::function<PassResult(DataSet&, bool simulate, UserInterface&)> ownPass;
 };
 
 // An iteration made of a fill and a solve over the kind's parameter record:

@@ -436,8 +436,9 @@ TEST(CalculationRun, TheKindsAreFoundByTheirWordsAndChemicalFlag) {
     d.modelType = "one dimensional";  // the word is compared exactly
     EXPECT_EQ(kindCalculationOf(d), nullptr);
     d.modelType = "One Dimensional";
-    d.multiChemical = true;  // the decay chains are not calculated yet
-    EXPECT_EQ(kindCalculationOf(d), nullptr);
+    d.multiChemical = true;  // the decay chain of the same word is a kind of its own
+    ASSERT_NE(kindCalculationOf(d), nullptr);
+    EXPECT_EQ(kindCalculationOf(d)->kind, ModelKind::MultiOneDimensional);
 }
 
 TEST(CalculationRun, LabelRefreshedFromTheModeText) {

@@ -1,6 +1,7 @@
 #include "shell/screen/built_in_kinds.h"
 
 #include "saturated/saturated_kinds.h"
+#include "species/chain/chain_kinds.h"
 #include "timevarying/var_solution.h"
 #include "unsaturated/unsat_run.h"
 
@@ -10,6 +11,7 @@ void registerBuiltInKinds() {
     registerSaturatedKinds();
     registerUnsaturatedKind();
     registerTimeVaryingKind();
+    registerChainKinds();  // after the single-species kinds, whose solvers it uses
 }
 
 }  // namespace bm

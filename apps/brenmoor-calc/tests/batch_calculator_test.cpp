@@ -1,13 +1,13 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 #include <cmath>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
 #include <sys/wait.h>
+#include <vector>
 
 #include "apps/brenmoor-calc/batch_calculator.h"
 #include "model/number_text.h"
@@ -270,9 +270,48 @@ TEST(BatchProgram, TimeVaryingModelIsCheckedBeforeItRuns) {
     EXPECT_FALSE(std::filesystem::exists(dir.file("saved.var")));
 }
 
-TEST(BatchProgram, MultipleChemicalModelsAreNotCalculableYet) {
+TEST(BatchProgram, MultipleChemicalModelsAreCalculatedChemicalByChemical) {
     TempDir dir;
-    const ProgramRun r = runProgram(sample("sample1.mc1"), dir);
-    EXPECT_EQ(r.status, kExitNotCalculable);
-    EXPECT_NE(r.err.find("cannot be calculated by this version"), std::string::npos);
+    for (const char* name : {"sample1.mc1", "sample1.mc2", "sample1.mc3", "sample1.mcu"}) {
+        const ProgramRun r = runProgram("--output - " + sample(name), dir);
+        EXPECT_EQ(r.status, 0) << name << ": " << r.err;
+        EXPECT_EQ(r.out.rfind("Ground Water\r\n", 0), 0u) << name;
+    }
+    // the chain's first chemical has its source at the inlet, the others none
+    const ProgramRun first = runProgram("--chemical 1 --output - " + sample("sample1.mc1"), dir);
+    const ProgramRun second = runProgram("--chemical 2 --output - " + sample("sample1.mc1"), dir);
+    ASSERT_EQ(first.status, 0) << first.err;
+    ASSERT_EQ(second.status, 0) << second.err;
+    EXPECT_NE(first.out, second.out);
+    const auto inletRow = [](const std::string& out) {
+        std::vector<double> values;
+        const std::size_t at = out.find("\r\n0, ", out.find("Time:"));
+        if (at == std::string::npos) return values;
+        std::istringstream row(out.substr(at + 5, out.find("\r\n", at + 2) - at - 5));
+        std::string cell;
+        while (std::getline(row, cell, ',')) values.push_back(std::stod(cell));
+        return values;
+    };
+    for (const char* name : {"sample1.mc1", "sample1.mcu"}) {
+        const ProgramRun parentRun = runProgram("--chemical 1 --output - " + sample(name), dir);
+        const ProgramRun daughterRun = runProgram("--chemical 2 --output - " + sample(name), dir);
+        ASSERT_EQ(parentRun.status, 0) << parentRun.err;
+        ASSERT_EQ(daughterRun.status, 0) << daughterRun.err;
+        const std::vector<double> parent = inletRow(parentRun.out), daughter = inletRow(daughterRun.out);
+        ASSERT_EQ(parent.size(), 11u) << name;
+        ASSERT_EQ(daughter.size(), 11u) << name;
+        for (std::size_t t = 0; t < 11; ++t) {
+            EXPECT_NEAR(parent[t], 1.0, 1e-12) << name;
+            EXPECT_NEAR(daughter[t], 0.0, 1e-12) << name;
+        }
+    }
+}
+
+TEST(BatchProgram, AChemicalOutsideTheChainIsRefused) {
+    TempDir dir;
+    const ProgramRun r = runProgram("--chemical 9 --output " + dir.file("out.txt") + " " + sample("sample1.mc1"), dir);
+    EXPECT_EQ(r.status, kExitUsage);
+    EXPECT_NE(r.err.find("Improper chemical: --chemical 9 is outside the chain: the model holds "), std::string::npos)
+        << r.err;
+    EXPECT_FALSE(std::filesystem::exists(dir.file("out.txt")));
 }
