@@ -88,6 +88,10 @@ void saveShot(QWidget* widget, const QString& name) {
     widget->grab().save(QString::fromLocal8Bit(dir) + u'/' + name + QStringLiteral(".png"));
 }
 
+void settle() {
+    for (int i = 0; i < 5; ++i) QApplication::processEvents();
+}
+
 bool waitFor(const std::function<bool()>& done, int ms) {
     QElapsedTimer clock;
     clock.start();

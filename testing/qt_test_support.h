@@ -27,6 +27,9 @@ private:
     State* state_;
 };
 
+// Lets pending events (deferred focus moves, painting) run.
+void settle();
+
 // Waits (running events) until `done` or `ms` passed.
 bool waitFor(const std::function<bool()>& done, int ms = 10000);
 

@@ -38,9 +38,7 @@ using testkit::ScriptedUserInterface;
 const QString kVelocity = QStringLiteral("Ground Water Darcy Velocity (V)");
 const QString kDispersion = QStringLiteral("Longitudinal Dispersion Coefficient (D)");
 
-void settle() {
-    for (int i = 0; i < 5; ++i) QApplication::processEvents();
-}
+using qtest::settle;
 
 // Opens the editor of a cell and gives it back (a drop-down or a line).
 template <typename Editor>

@@ -31,6 +31,7 @@
 #include "shell/widgets/model_screens.h"
 #include "testing/is_close.h"
 #include "testing/test_paths.h"
+#include "testing/model_screen_fixture.h"
 #include "testing/qt_test_support.h"
 
 namespace bm {
@@ -38,37 +39,12 @@ namespace {
 
 using testkit::ScriptedUserInterface;
 
-// Lets pending events (deferred focus moves, painting) run.
-void settle() {
-    for (int i = 0; i < 5; ++i) QApplication::processEvents();
-}
+using qtest::settle;
 
-class InputFormScreen : public ::testing::Test {
+class InputFormScreen : public testkit::ModelScreenFixture<InputForm> {
 protected:
-    DataSet data;
-    AppState state;
-    ScriptedUserInterface ui;
-    std::unique_ptr<InputForm> form;
-    std::function<void(const ScriptedUserInterface::Progress&)> onPoint;
-
-    void open(DataSet model) {
-        data = std::move(model);
-        form = std::make_unique<InputForm>(data, state, ui);
-        ui.onProgress = [this](const ScriptedUserInterface::Progress& p) {
-            form->showProgress(p.total, p.done);
-            if (onPoint) onPoint(p);
-            QApplication::processEvents();
-        };
-        ui.onProcessEvents = [] { QApplication::processEvents(); };
-        form->load(true);
-        form->show();
-        form->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
-        settle();
-    }
     void TearDown() override {
-        if (form) form->hide();
-        form.reset();
+        ModelScreenFixture::TearDown();
         shiftHeld = false;
     }
     QLineEdit* entry(int row) { return form->rowEntry(form->model().dimension(), row); }

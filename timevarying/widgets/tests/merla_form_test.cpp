@@ -20,6 +20,7 @@
 #include "montecarlo/monte_marker.h"
 #include "shell/widgets/model_screens.h"
 #include "shell/widgets/progress_picture.h"
+#include "testing/model_screen_fixture.h"
 #include "testing/qt_test_support.h"
 #include "testing/test_paths.h"
 #include "testing/scripted_user_interface.h"
@@ -31,37 +32,10 @@ namespace {
 
 using testkit::ScriptedUserInterface;
 
-void settle() {
-    for (int i = 0; i < 5; ++i) QApplication::processEvents();
-}
+using qtest::settle;
 
-class MerlaFormScreen : public ::testing::Test {
+class MerlaFormScreen : public testkit::ModelScreenFixture<MerlaForm> {
 protected:
-    DataSet data;
-    AppState state;
-    ScriptedUserInterface ui;
-    std::unique_ptr<MerlaForm> form;
-    std::function<void(const ScriptedUserInterface::Progress&)> onPoint;
-
-    void open(DataSet model) {
-        data = std::move(model);
-        form = std::make_unique<MerlaForm>(data, state, ui);
-        ui.onProgress = [this](const ScriptedUserInterface::Progress& p) {
-            form->showProgress(p.total, p.done);
-            if (onPoint) onPoint(p);
-            QApplication::processEvents();
-        };
-        ui.onProcessEvents = [] { QApplication::processEvents(); };
-        form->load(true);
-        form->show();
-        form->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
-        settle();
-    }
-    void TearDown() override {
-        if (form) form->hide();
-        form.reset();
-    }
     // Another source for the model on the screen: what the screen holds kept, the source changed.
     void chooseSource(const std::string& source) {
         ASSERT_TRUE(form->model().holdDataSet());
