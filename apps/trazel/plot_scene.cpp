@@ -1,6 +1,7 @@
 #include "apps/trazel/plot_scene.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -140,9 +141,16 @@ std::vector<int> shownPlaces(const PlotFile& f, const ViewState& view) {
     return view.automaticCurves ? automaticSelection(static_cast<int>(f.fit.places.size())) : view.shown;
 }
 
+// Six significant digits: a title line, not the file's full precision.
+std::string briefNumber(double v) {
+    char text[32];
+    const auto end = std::to_chars(text, text + sizeof text, v, std::chars_format::general, 6).ptr;  // no locale
+    return std::string(text, end);
+}
+
 std::string estimatesText(const PlotFile& f) {
     std::string text;
-    for (const FitPlotEstimate& e : f.fit.estimates) text += (text.empty() ? "Fitted: " : ", ") + e.name + " = " + plainNumber(e.value);
+    for (const FitPlotEstimate& e : f.fit.estimates) text += (text.empty() ? "Fitted: " : ", ") + e.name + " = " + briefNumber(e.value);
     return text;
 }
 
@@ -163,7 +171,7 @@ Scene fitScene(const PlotFile& f, const ViewState& view) {
     s.title = modelTitle(f.model) + " fitted to observations";
     s.subtitle = joined({f.aquifer.empty() ? "" : "Aquifer: " + f.aquifer,
                          f.contaminant.empty() ? "" : "Contaminant: " + f.contaminant, estimatesText(f),
-                         f.fit.rmse ? "RMSE = " + plainNumber(*f.fit.rmse) : ""});
+                         f.fit.rmse ? "RMSE = " + briefNumber(*f.fit.rmse) : ""});
     s.xLabel = "Time t" + unitSuffix(f.timeUnit);
     s.yLabel = f.fit.relative ? "Relative concentration C/Co" : "Concentration" + unitSuffix(f.concentrationUnit);
     s.legendTitle = "Fitted at";
@@ -458,7 +466,7 @@ Scene buildResidualScene(const PlotFile& file, const ViewState& requested) {
         return s;
     }
     s.subtitle = joined({"n = " + std::to_string(file.fit.observationCount()),
-                         file.fit.rSquared ? "R\u00b2 = " + plainNumber(*file.fit.rSquared) : ""});
+                         file.fit.rSquared ? "R\u00b2 = " + briefNumber(*file.fit.rSquared) : ""});
     s.xLabel = view.residualsByNumber ? "Observation number" : "Time t" + unitSuffix(file.timeUnit);
     s.yLabel = "Residual " + fitQuantity(file);
     s.legendTitle = "Observed at";

@@ -122,6 +122,7 @@ TEST(FitScene, RelativeConcentrationsAreLabelledSo) {
     ASSERT_TRUE(r.ok) << r.error;
     const Scene s = buildScene(r.file, ViewState{});
     EXPECT_EQ(s.yLabel, "Relative concentration C/Co");
+    EXPECT_EQ(s.subtitle, "Aquifer: Infinite    Contaminant: Finite    Fitted: HalfLife = 30    RMSE = 0");
     EXPECT_EQ(s.curves[0].name, "x = 10 m, y = 0 m, z = 2.5 m");
     // The observation on the curve is a mark at a point of the line.
     const std::vector<Point> marks = marksOf(s, 0);
@@ -129,6 +130,16 @@ TEST(FitScene, RelativeConcentrationsAreLabelledSo) {
     EXPECT_EQ(marks[0].x, s.curves[0].points[1].x);
     EXPECT_EQ(marks[0].y, s.curves[0].points[1].y);
     EXPECT_EQ(buildResidualScene(r.file, ViewState{}).yLabel, "Residual C/Co");
+}
+
+TEST(FitScene, TheTitlesShowSixDigitsOfTheEstimates) {
+    const ReadResult r = parsePlotText(
+        "Fit to Observations\nModel: One Dimensional\nDimension: 1\nConcentration: C/Co\n"
+        "Estimate: Velocity = 5.99276833505896E-02\nRMSE: 4.88801948999235E-03\nR Squared: 0.999711552351819\n"
+        "Place: x = 50\nFitted Curve: t, C\n7, 0\nObservations: n, t, C, fitted, residual\n1, 7, 0, 0, 0\n");
+    ASSERT_TRUE(r.ok) << r.error;
+    EXPECT_EQ(buildScene(r.file, ViewState{}).subtitle, "Fitted: Velocity = 0.0599277    RMSE = 0.00488802");
+    EXPECT_EQ(buildResidualScene(r.file, ViewState{}).subtitle, "n = 1    R\u00b2 = 0.999712");
 }
 
 TEST(FitScene, TheCsvListsTheObservationsOfThePlacesShown) {
