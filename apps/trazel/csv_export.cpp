@@ -71,8 +71,7 @@ void observations(std::ostringstream& out, const PlotFile& f, const ViewState& v
     for (int axis = 0; axis < f.fit.dimension; ++axis) out << ',' << field(axes[axis] + unitSuffix(f.lengthUnit));
     out << ',' << field("t" + unitSuffix(f.timeUnit)) << ',' << field(quantity + " observed") << ','
         << field(quantity + " fitted") << ',' << field("Residual") << '\n';
-    const auto shown = view.automaticCurves ? automaticSelection(static_cast<int>(f.fit.places.size())) : view.shown;
-    for (const int k : shown) {
+    for (const int k : shownPlaces(f, view)) {
         const FitPlotPlace& place = f.fit.places[static_cast<std::size_t>(k)];
         const double where[] = {place.x, place.y, place.z};
         for (const FitPlotObservation& o : place.observations) {

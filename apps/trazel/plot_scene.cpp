@@ -137,9 +137,6 @@ std::string placeName(const PlotFile& f, const FitPlotPlace& place) {
 
 std::string fitQuantity(const PlotFile& f) { return f.fit.relative ? "C/Co" : "C" + unitSuffix(f.concentrationUnit); }
 
-std::vector<int> shownPlaces(const PlotFile& f, const ViewState& view) {
-    return view.automaticCurves ? automaticSelection(static_cast<int>(f.fit.places.size())) : view.shown;
-}
 
 // Six significant digits: a title line, not the file's full precision.
 std::string briefNumber(double v) {
@@ -177,7 +174,6 @@ Scene fitScene(const PlotFile& f, const ViewState& view) {
     s.legendTitle = "Fitted at";
     std::vector<Curve> observed;
     for (const int k : shownPlaces(f, view)) {
-        if (k < 0 || k >= static_cast<int>(f.fit.places.size())) continue;
         const FitPlotPlace& place = f.fit.places[static_cast<std::size_t>(k)];
         Curve line;
         line.name = placeName(f, place);
@@ -340,6 +336,13 @@ std::vector<std::string> curveNames(const PlotFile& file, Versus versus) {
     return names;
 }
 
+std::vector<int> shownPlaces(const PlotFile& file, const ViewState& view) {
+    const int count = static_cast<int>(file.fit.places.size());
+    std::vector<int> shown = view.automaticCurves ? automaticSelection(count) : view.shown;
+    std::erase_if(shown, [count](int k) { return k < 0 || k >= count; });
+    return shown;
+}
+
 std::vector<int> automaticSelection(int count, int most) {
     std::vector<int> chosen;
     if (count <= most) {
@@ -472,7 +475,6 @@ Scene buildResidualScene(const PlotFile& file, const ViewState& requested) {
     s.legendTitle = "Observed at";
     double largest = 0;
     for (const int k : shownPlaces(file, view)) {
-        if (k < 0 || k >= static_cast<int>(file.fit.places.size())) continue;
         const FitPlotPlace& place = file.fit.places[static_cast<std::size_t>(k)];
         Curve marks;
         marks.name = placeName(file, place);

@@ -92,6 +92,8 @@ struct Scene {
 // Names of the curves a profile can show ("t = 10 day", "x = 20 m"), or
 // the places of a fit ("x = 20 m, y = 0 m").
 std::vector<std::string> curveNames(const PlotFile& file, Versus versus);
+// The places of a fit that a view shows (indexes into its places).
+std::vector<int> shownPlaces(const PlotFile& file, const ViewState& view);
 // At most `most` curves spread evenly over `count`, the first and the last included.
 std::vector<int> automaticSelection(int count, int most = 8);
 

@@ -1,10 +1,9 @@
 // A fit's plot file in the Trazel window: the observations drawn as marks on
 // their places' curves, the residuals in the panel under the plot, the choice
 // of places and of the residuals' axis; a file it cannot read leaves the
-// window as it was. The program exports both panels.
+// window as it was.
 #include <QImage>
 #include <QListWidget>
-#include <QProcess>
 #include <QRadioButton>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -93,39 +92,6 @@ TEST(FitWindow, AMalformedFitFileIsRefusedAndTheWindowKeepsWhatItShowed) {
     // A regular file after a fit: the residual panel goes.
     ASSERT_TRUE(w.openFile(QString::fromStdString(testkit::fixturePath("apps/trazel", "profile_1d.plt").string()), nullptr));
     EXPECT_TRUE(w.residuals()->isHidden());
-}
-
-int runTrazel(const QStringList& arguments, QString* errors) {
-    QProcess p;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert("QT_QPA_PLATFORM", "offscreen");
-    p.setProcessEnvironment(env);
-    p.start(QStringLiteral(TRAZEL_PROGRAM), arguments);
-    if (!p.waitForFinished(20000)) {
-        p.kill();
-        return -1;
-    }
-    *errors = QString::fromUtf8(p.readAllStandardError());
-    return p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -2;
-}
-
-TEST(FitWindow, TheProgramExportsThePlotWithItsResidualsAndRefusesABadFile) {
-    testkit::TempDir dir;
-    const QString png = QString::fromStdString(dir.file("fit.png"));
-    QString errors;
-    ASSERT_EQ(runTrazel({fitFixture("fit_plot_several_places.plt"), "--export-png", png, "--residuals", "number"}, &errors), 0)
-        << errors.toStdString();
-    const QImage image(png);
-    ASSERT_FALSE(image.isNull());
-    EXPECT_EQ(image.size(), QSize(1200, 800));
-    // Both panels carry ink: the curves above, the residuals below.
-    EXPECT_GT(testing::inkShare(image, QRect(0, 0, 1200, 440)), 0.03);
-    EXPECT_GT(testing::inkShare(image, QRect(0, 520, 1200, 280)), 0.03);
-
-    EXPECT_EQ(runTrazel({fitFixture("fit_plot_bad_row.plt"), "--export-png", png}, &errors), 2);
-    EXPECT_TRUE(errors.contains("Line 22: a row of the fitted curve (t, C) holds 2 values, but this one holds 3."))
-        << errors.toStdString();
-    EXPECT_EQ(runTrazel({fitFixture("fit_plot_one_place.plt"), "--residuals", "sideways", "--export-png", png}, &errors), 1);
 }
 
 }  // namespace
