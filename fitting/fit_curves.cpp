@@ -19,17 +19,20 @@ std::vector<FitCurve> fittedCurves(const DataSet& model, const FitReport& report
     std::map<std::tuple<double, double, double>, FitCurve> byPlace;
     double lastTime = 0.0;
     for (const Observation& o : report.observed.points) lastTime = std::max(lastTime, o.t);
-    for (const Observation& o : report.observed.points) {
+    for (std::size_t i = 0; i < report.observed.points.size(); ++i) {
+        const Observation& o = report.observed.points[i];
         const auto key = std::make_tuple(o.x, dimension >= 2 ? o.y : 0.0, dimension >= 3 ? o.z : 0.0);
         if (!byPlace.count(key) && static_cast<int>(byPlace.size()) >= places) continue;
         FitCurve& curve = byPlace[key];
         if (curve.place.empty()) {
+            std::tie(curve.x, curve.y, curve.z) = key;
             curve.place = "x = " + generalText(o.x);
             if (dimension >= 2) curve.place += ", y = " + generalText(o.y);
             if (dimension >= 3) curve.place += ", z = " + generalText(o.z);
         }
         curve.observedTimes.push_back(o.t);
         curve.observedValues.push_back(o.concentration);
+        curve.members.push_back(static_cast<int>(i));
     }
     // The curves' points as observations of one set: one run per place.
     ObservationSet grid;

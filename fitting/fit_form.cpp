@@ -4,6 +4,7 @@
 #include <tuple>
 
 #include "fitting/fit_parameters.h"
+#include "fitting/fit_plot_file.h"
 #include "model/number_text.h"
 #include "montecarlo/monte_marker.h"
 #include "shell/base/runtime_error.h"
@@ -110,6 +111,20 @@ std::vector<FitCurve> FitForm::curves() const {
     } catch (const RuntimeError&) {
         return {};
     }
+}
+
+bool FitForm::writePlot(const std::string& path) const {
+    if (!canPlot()) return false;
+    std::optional<FitPlot> plot;
+    try {
+        plot = fitPlotOf(model_, *report_, ui_);
+    } catch (const RuntimeError& error) {
+        show(ui_, "The fitted curves could not be calculated: error " + std::to_string(error.number()) + ".");
+        return false;
+    }
+    if (!plot) return false;
+    writeFitPlot(path, *plot);
+    return true;
 }
 
 bool FitForm::canApply() const { return report_ && report_->fitted() && !report_->estimates.empty(); }

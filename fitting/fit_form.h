@@ -49,6 +49,12 @@ public:
     std::string reportText() const;
     // The plot's curves at the estimates (empty before a fit).
     std::vector<FitCurve> curves() const;
+    // Whether there is a fit to plot (as for Apply, an estimate or not).
+    bool canPlot() const { return report_ && report_->fitted(); }
+    // Writes the fit's plot file for the plotting utility: true when written.
+    // A calculation error is shown as a message; an error writing the file
+    // raises (61, 75, 76) for the caller's handler.
+    bool writePlot(const std::string& path) const;
 
     // Whether Apply can write the estimates (a fit that converged, hit its
     // iteration limit or was stopped; not one refused or failed).

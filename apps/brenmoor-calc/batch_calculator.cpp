@@ -111,7 +111,8 @@ bool countsAreWhole(const DataSet& data) {
 std::string batchUsageText() {
     return "Usage: brenmoor-calc [--save FILE] [--output FILE] [--chemical N] [--generate [--seed N]]\n"
            "                    [--threads N] DATAFILE\n"
-           "       brenmoor-calc --fit OBS --vary NAME[=LO:HI][,...] [--log NAME,...] [--save FILE] DATAFILE\n"
+           "       brenmoor-calc --fit OBS --vary NAME[=LO:HI][,...] [--log NAME,...] [--plot FILE]\n"
+           "                    [--save FILE] DATAFILE\n"
            "\n"
            "Reads a Brenmoor data file (.one .two .tri .mc1 .mc2 .mc3 .u1d .mcu .var),\n"
            "runs the calculation exactly as Calculate! does on that model, and writes:\n"
@@ -233,14 +234,14 @@ int calculateBatch(DataSet& data, const BatchOptions& options, StreamUserInterfa
     if (ui.troubleCount() > 0) return kExitRuntimeError;
 
     // A fit's report goes to standard output, unless a file goes there.
-    std::string fitReport;
+    std::string fitReport, fitPlot;
     if (options.fit.asked()) {
         char* buffer = nullptr;
         std::size_t size = 0;
         std::FILE* report = open_memstream(&buffer, &size);
         if (report == nullptr) return reportFailure(RuntimeError(err::OutOfMemory), "Calculate", "", ui);
         int status = kExitRuntimeError;
-        guarded([&] { status = fitBatchModel(options.fit, data, ui, report); }, "Calculate", ui);
+        guarded([&] { status = fitBatchModel(options.fit, data, ui, report, fitPlot); }, "Calculate", ui);
         std::fclose(report);
         std::string text(buffer, size);
         std::free(buffer);
@@ -263,6 +264,7 @@ int calculateBatch(DataSet& data, const BatchOptions& options, StreamUserInterfa
     const bool composed = guarded(
         [&] {
             if (!fitReport.empty()) outputs.push_back({"-", fitReport});
+            if (!options.fit.plotPath.empty()) outputs.push_back({options.fit.plotPath, utf8ToWindows1252(fitPlot)});
             if (!options.savePath.empty())
                 outputs.push_back({options.savePath, utf8ToWindows1252(composeDataFile(data))});
             if (!outputPath.empty())

@@ -2,6 +2,7 @@
 
 #include "apps/brenmoor-calc/batch_calculator.h"
 #include "fitting/fit_parameters.h"
+#include "fitting/fit_plot_file.h"
 #include "model/number_text.h"
 
 namespace bm {
@@ -50,12 +51,16 @@ bool varyingInputOf(const std::string& item, VaryingInput& input, std::string& e
 
 int takeFitOption(const std::vector<std::string>& args, std::size_t& i, BatchFitOptions& fit, std::string& error) {
     const std::string& a = args[i];
-    if (a != "--fit" && a != "--vary" && a != "--log") return 0;
+    if (a != "--fit" && a != "--vary" && a != "--log" && a != "--plot") return 0;
     if (i + 1 >= args.size()) {
         error = "option " + a + " needs a value";
         return -1;
     }
     const std::string value = args[++i];
+    if (a == "--plot") {
+        fit.plotPath = value;
+        return 1;
+    }
     if (a == "--fit") {
         fit.observations = value;
         return 1;
@@ -77,8 +82,12 @@ bool checkFitOptions(BatchFitOptions& fit, std::string& error) {
         error = "--fit needs --vary NAME[,NAME...]";
         return false;
     }
-    if (!fit.asked() && (!fit.inputs.empty() || !fit.logNames.empty())) {
-        error = "--vary and --log go with --fit OBSERVATIONS";
+    if (!fit.asked() && (!fit.inputs.empty() || !fit.logNames.empty() || !fit.plotPath.empty())) {
+        error = "--vary, --log and --plot go with --fit OBSERVATIONS";
+        return false;
+    }
+    if (fit.plotPath == "-") {
+        error = "--plot needs a file name";
         return false;
     }
     for (const std::string& name : fit.logNames) {
@@ -102,10 +111,14 @@ std::string fitUsageText() {
            "  --vary LIST     the inputs to vary, as the data file labels them, with\n"
            "                  optional bounds: Velocity,Dispersion_X=0.01:10,HalfLife\n"
            "  --log LIST      of those, the ones to vary on a log scale; with --fit the\n"
-           "                  output file is written only where --output says\n";
+           "                  output file is written only where --output says\n"
+           "  --plot FILE     with --fit, write the fit's plot file for Trazel: the\n"
+           "                  fitted curve at each observed place, the observations\n"
+           "                  and their residuals\n";
 }
 
-int fitBatchModel(const BatchFitOptions& fit, DataSet& data, UserInterface& ui, std::FILE* report) {
+int fitBatchModel(const BatchFitOptions& fit, DataSet& data, UserInterface& ui, std::FILE* report,
+                  std::string& plotText) {
     const ObservationReading reading = readObservations(fit.observations, observationDimension(data));
     if (!reading.set) {
         ui.message(MessageIcon::Exclamation, MessageButtons::Ok, kFitTitle, reading.problem.text);
@@ -124,6 +137,11 @@ int fitBatchModel(const BatchFitOptions& fit, DataSet& data, UserInterface& ui, 
     if (!result.fitted()) {
         ui.message(MessageIcon::Critical, MessageButtons::Ok, kFitTitle, result.problem);
         return kExitRuntimeError;
+    }
+    if (!fit.plotPath.empty()) {
+        const std::optional<FitPlot> plot = fitPlotOf(data, result, ui);
+        if (!plot) return kExitRuntimeError;
+        plotText = fitPlotText(*plot);
     }
     applyEstimates(data, result);
     return kExitDone;

@@ -75,6 +75,8 @@ std::string refuseBatchTargets(const BatchOptions& options, int standardOutput) 
     const std::string outputPath = toStandardOutput ? std::string("-") : options.outputPath;
     if (std::string why = kindRefusal("--save", options.savePath); !why.empty()) return why;
     if (std::string why = kindRefusal("--output", outputPath); !why.empty()) return why;
+    const std::string& plotPath = options.fit.plotPath;
+    if (std::string why = kindRefusal("--plot", plotPath); !why.empty()) return why;
 
     const bool saveToFile = !options.savePath.empty() && options.savePath != "-";
     const bool outputToFile = !outputPath.empty() && outputPath != "-";
@@ -82,6 +84,12 @@ std::string refuseBatchTargets(const BatchOptions& options, int standardOutput) 
         return "--save and --output name the same file";
     if (outputToFile && nameTheSameFile(outputPath, options.dataFile))
         return "--output names the data file itself, which the output file would replace";
+    if (!plotPath.empty()) {
+        if (nameTheSameFile(plotPath, options.dataFile)) return "--plot names the data file itself";
+        for (const auto& [option, path, toFile] : {std::tuple{"--save", options.savePath, saveToFile},
+                                                   std::tuple{"--output", outputPath, outputToFile}})
+            if (toFile && nameTheSameFile(plotPath, path)) return std::string(option) + " and --plot name the same file";
+    }
 
     // "-" into a file that is also a target: the rename would leave the
     // redirected output in a file that no longer has a name.
@@ -89,7 +97,8 @@ std::string refuseBatchTargets(const BatchOptions& options, int standardOutput) 
     struct stat out {};
     if (usesStandardOutput && ::fstat(standardOutput, &out) == 0 && S_ISREG(out.st_mode)) {
         for (const auto& [option, path, toFile] : {std::tuple{"--save", options.savePath, saveToFile},
-                                                   std::tuple{"--output", outputPath, outputToFile}}) {
+                                                   std::tuple{"--output", outputPath, outputToFile},
+                                                   std::tuple{"--plot", plotPath, !plotPath.empty()}}) {
             if (!toFile) continue;
             const FileIdentity id = identify(path);
             if (id.exists && id.device == out.st_dev && id.inode == out.st_ino)

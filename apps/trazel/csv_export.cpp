@@ -63,6 +63,26 @@ void bins(std::ostringstream& out, const PlotFile& f, const ViewState& view) {
     }
 }
 
+// Every observation of the places shown: where, when, observed, fitted, residual.
+void observations(std::ostringstream& out, const PlotFile& f, const ViewState& view) {
+    const std::string quantity = f.fit.relative ? "C/Co" : "C" + unitSuffix(f.concentrationUnit);
+    const char* const axes[] = {"x", "y", "z"};
+    out << "n";
+    for (int axis = 0; axis < f.fit.dimension; ++axis) out << ',' << field(axes[axis] + unitSuffix(f.lengthUnit));
+    out << ',' << field("t" + unitSuffix(f.timeUnit)) << ',' << field(quantity + " observed") << ','
+        << field(quantity + " fitted") << ',' << field("Residual") << '\n';
+    for (const int k : shownPlaces(f, view)) {
+        const FitPlotPlace& place = f.fit.places[static_cast<std::size_t>(k)];
+        const double where[] = {place.x, place.y, place.z};
+        for (const FitPlotObservation& o : place.observations) {
+            out << o.number;
+            for (int axis = 0; axis < f.fit.dimension; ++axis) out << ',' << plainNumber(where[axis]);
+            out << ',' << plainNumber(o.t) << ',' << plainNumber(o.observed) << ',' << plainNumber(o.fitted) << ','
+                << plainNumber(o.residual) << '\n';
+        }
+    }
+}
+
 }  // namespace
 
 std::string csvText(const PlotFile& file, const ViewState& requested) {
@@ -74,6 +94,7 @@ std::string csvText(const PlotFile& file, const ViewState& requested) {
     case PlotKind::Volume: slice(out, file, view); break;
     case PlotKind::Simulation:
     case PlotKind::Generated: bins(out, file, view); break;
+    case PlotKind::Fit: observations(out, file, view); break;
     }
     return out.str();
 }

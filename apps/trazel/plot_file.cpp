@@ -659,6 +659,30 @@ void readMonteCarlo(PlotFile& f, LineReader& in) {
     else fail(atLine(line) + "the Monte Carlo type " + shortened(type.value) + " is not one Trazel knows.");
 }
 
+// --- a fit to observations ------------------------------------------------------
+
+// A small file: its lines are gathered again (at their numbers, for the
+// messages) and read by the fit's own reader.
+void readFit(PlotFile& f, LineReader& in, const Line& first) {
+    std::string text(static_cast<std::size_t>(std::max<long long>(first.number - 1, 0)), '\n');
+    text += std::string(first.text) + "\n";
+    Line line;
+    while (in.next(line)) {
+        text += line.text;
+        text += '\n';
+        if (text.size() > 64'000'000) fail("The file is too large for a fit's plot.");
+    }
+    FitPlotReading reading = parseFitPlot(text);
+    if (!reading.plot) fail(reading.problem);
+    f.kind = PlotKind::Fit;
+    f.fit = std::move(*reading.plot);
+    for (const auto& [label, value] : f.fit.header) f.header.push_back({label, value});
+    f.model = f.fit.model;
+    f.aquifer = f.fit.aquifer;
+    f.contaminant = f.fit.contaminant;
+    takeUnits(f);
+}
+
 ReadResult parse(LineReader& in, const ReadLimits& limits) {
     ReadResult result;
     try {
@@ -667,6 +691,7 @@ ReadResult parse(LineReader& in, const ReadLimits& limits) {
         const std::string opening(first.text);
         if (sameWords(opening, "Ground Water")) readRegular(result.file, in, limits);
         else if (sameWords(opening, "Monte Carlo")) readMonteCarlo(result.file, in);
+        else if (sameWords(opening, kFitPlotFirstLine)) readFit(result.file, in, first);
         else fail("This is not a plot file: its first line should read \"Ground Water\" or \"Monte Carlo\", not " + shortened(opening) + ".");
         if (in.failed()) fail("The file could not be read to its end.");
         result.ok = true;

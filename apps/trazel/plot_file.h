@@ -7,7 +7,9 @@
 // - a Monte Carlo simulation ("Monte Carlo", "Type: Concentrations"): one
 //   concentration per iteration;
 // - generated samples ("Monte Carlo", "Type: Generated"): per variant its
-//   input and output statistics and its samples.
+//   input and output statistics and its samples;
+// - a fit to observations ("Fit to Observations"): the fitted breakthrough
+//   curve at each observed place, the observations and their residuals.
 //
 // A regular result of any size is read in one pass through a small buffer:
 // a large grid keeps a sub-grid of every time for the overview (every k-th
@@ -23,6 +25,7 @@
 #include <vector>
 
 #include "apps/trazel/line_reader.h"
+#include "fitting/fit_plot_file.h"
 
 namespace bm::trazel {
 
@@ -32,6 +35,7 @@ enum class PlotKind {
     Volume,      // C(x, y, z, t)
     Simulation,  // one value per Monte Carlo iteration
     Generated,   // samples per variant
+    Fit,         // fitted curves over time with the observations and residuals
 };
 
 // A "Label: value" line of a header; a line without a colon has an empty label.
@@ -102,6 +106,7 @@ struct PlotFile {
     Grid grid;
     std::vector<double> samples;    // Simulation
     std::vector<Variant> variants;  // Generated: only those with samples
+    FitPlot fit;                    // Fit
     // Oddities that do not stop the plot (counts that disagree with the header).
     std::vector<std::string> warnings;
     // Why some values are missing or not computed ("the run was stopped",

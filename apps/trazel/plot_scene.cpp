@@ -1,8 +1,10 @@
 #include "apps/trazel/plot_scene.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <utility>
 
 #include "apps/trazel/axis_ticks.h"
@@ -121,6 +123,81 @@ Scene profileScene(const PlotFile& f, const ViewState& view) {
     }
     if (s.curves.empty()) s.note = "No curve is selected.";
     s.extent = curveExtent(s.curves);
+    return s;
+}
+
+// --- a fit to observations -------------------------------------------------------
+
+std::string placeName(const PlotFile& f, const FitPlotPlace& place) {
+    std::string name = coordinateName("x", place.x, f.lengthUnit);
+    if (f.fit.dimension >= 2) name += ", " + coordinateName("y", place.y, f.lengthUnit);
+    if (f.fit.dimension >= 3) name += ", " + coordinateName("z", place.z, f.lengthUnit);
+    return name;
+}
+
+std::string fitQuantity(const PlotFile& f) { return f.fit.relative ? "C/Co" : "C" + unitSuffix(f.concentrationUnit); }
+
+
+// Six significant digits: a title line, not the file's full precision.
+std::string briefNumber(double v) {
+    char text[32];
+    const auto end = std::to_chars(text, text + sizeof text, v, std::chars_format::general, 6).ptr;  // no locale
+    return std::string(text, end);
+}
+
+std::string estimatesText(const PlotFile& f) {
+    std::string text;
+    for (const FitPlotEstimate& e : f.fit.estimates) text += (text.empty() ? "Fitted: " : ", ") + e.name + " = " + briefNumber(e.value);
+    return text;
+}
+
+// The extent of curves with marks, which must not be cut by the frame:
+// from `from` (time 0) or half a step before the first number, to a little
+// beyond the last.
+Extent markedExtent(const std::vector<Curve>& curves, std::optional<double> from) {
+    Extent e = curveExtent(curves);
+    const double pad = from ? 0.03 * (e.xMax - std::min(*from, e.xMin)) : 0.5;
+    e.xMin = from ? std::min(*from, e.xMin) : e.xMin - pad;
+    e.xMax += pad;
+    return e;
+}
+
+Scene fitScene(const PlotFile& f, const ViewState& view) {
+    Scene s;
+    s.kind = SceneKind::Curves;
+    s.title = modelTitle(f.model) + " fitted to observations";
+    s.subtitle = joined({f.aquifer.empty() ? "" : "Aquifer: " + f.aquifer,
+                         f.contaminant.empty() ? "" : "Contaminant: " + f.contaminant, estimatesText(f),
+                         f.fit.rmse ? "RMSE = " + briefNumber(*f.fit.rmse) : ""});
+    s.xLabel = "Time t" + unitSuffix(f.timeUnit);
+    s.yLabel = f.fit.relative ? "Relative concentration C/Co" : "Concentration" + unitSuffix(f.concentrationUnit);
+    s.legendTitle = "Fitted at";
+    std::vector<Curve> observed;
+    for (const int k : shownPlaces(f, view)) {
+        const FitPlotPlace& place = f.fit.places[static_cast<std::size_t>(k)];
+        Curve line;
+        line.name = placeName(f, place);
+        line.colour = k;
+        for (std::size_t i = 0; i < place.times.size(); ++i) line.points.push_back({place.times[i], place.values[i]});
+        s.curves.push_back(std::move(line));
+        Curve marks;
+        marks.colour = k;
+        marks.pointsOnly = true;
+        for (const FitPlotObservation& o : place.observations) marks.points.push_back({o.t, o.observed});
+        observed.push_back(std::move(marks));
+    }
+    if (s.curves.empty()) {
+        s.note = "No place is selected.";
+    } else {
+        // The marks over the lines, and a legend entry that says what they are.
+        Curve key;
+        key.name = "observed";
+        key.colour = 7;
+        key.pointsOnly = true;
+        observed.push_back(std::move(key));
+    }
+    for (Curve& c : observed) s.curves.push_back(std::move(c));
+    s.extent = markedExtent(s.curves, 0);
     return s;
 }
 
@@ -250,11 +327,20 @@ std::string concentrationLabel(const PlotFile& file) {
 
 std::vector<std::string> curveNames(const PlotFile& file, Versus versus) {
     std::vector<std::string> names;
-    if (versus == Versus::Distance)
+    if (file.kind == PlotKind::Fit)
+        for (const FitPlotPlace& place : file.fit.places) names.push_back(placeName(file, place));
+    else if (versus == Versus::Distance)
         for (double t : file.grid.t) names.push_back(coordinateName("t", t, file.timeUnit));
     else
         for (double x : file.grid.x) names.push_back(coordinateName("x", x, file.lengthUnit));
     return names;
+}
+
+std::vector<int> shownPlaces(const PlotFile& file, const ViewState& view) {
+    const int count = static_cast<int>(file.fit.places.size());
+    std::vector<int> shown = view.automaticCurves ? automaticSelection(count) : view.shown;
+    std::erase_if(shown, [count](int k) { return k < 0 || k >= count; });
+    return shown;
 }
 
 std::vector<int> automaticSelection(int count, int most) {
@@ -354,7 +440,8 @@ ViewState clampedView(const PlotFile& file, ViewState view) {
     view.sectionY = within(view.sectionY, file.axes.y.size());
     view.variant = within(view.variant, file.variants.size());
     view.bins = std::clamp(view.bins, 0, 500);
-    const std::size_t curves = view.versus == Versus::Distance ? file.grid.nt() : file.grid.nx();
+    const std::size_t curves = file.kind == PlotKind::Fit ? file.fit.places.size()
+                               : view.versus == Versus::Distance ? file.grid.nt() : file.grid.nx();
     std::erase_if(view.shown, [&](int k) { return k < 0 || k >= static_cast<int>(curves); });
     return view;
 }
@@ -367,8 +454,46 @@ Scene buildScene(const PlotFile& file, const ViewState& requested) {
     case PlotKind::Volume: return contourScene(file, view);
     case PlotKind::Simulation:
     case PlotKind::Generated: return histogramScene(file, view);
+    case PlotKind::Fit: return fitScene(file, view);
     }
     return {};
+}
+
+Scene buildResidualScene(const PlotFile& file, const ViewState& requested) {
+    const ViewState view = clampedView(file, requested);
+    Scene s;
+    s.kind = SceneKind::Curves;
+    s.title = "Residuals (observed \u2212 fitted)";
+    if (file.kind != PlotKind::Fit) {
+        s.note = "Residuals belong to a fit to observations.";
+        return s;
+    }
+    s.subtitle = joined({"n = " + std::to_string(file.fit.observationCount()),
+                         file.fit.rSquared ? "R\u00b2 = " + briefNumber(*file.fit.rSquared) : ""});
+    s.xLabel = view.residualsByNumber ? "Observation number" : "Time t" + unitSuffix(file.timeUnit);
+    s.yLabel = "Residual " + fitQuantity(file);
+    s.legendTitle = "Observed at";
+    double largest = 0;
+    for (const int k : shownPlaces(file, view)) {
+        const FitPlotPlace& place = file.fit.places[static_cast<std::size_t>(k)];
+        Curve marks;
+        marks.name = placeName(file, place);
+        marks.colour = k;
+        marks.pointsOnly = true;
+        for (const FitPlotObservation& o : place.observations) {
+            marks.points.push_back({view.residualsByNumber ? static_cast<double>(o.number) : o.t, o.residual});
+            largest = std::max(largest, std::fabs(o.residual));
+        }
+        s.curves.push_back(std::move(marks));
+    }
+    if (s.curves.empty()) s.note = "No place is selected.";
+    s.guides.push_back({false, 0});
+    s.extent = markedExtent(s.curves, view.residualsByNumber ? std::nullopt : std::optional<double>(0));
+    // Zero in the middle, so that a bias shows at a glance.
+    if (largest == 0) largest = 1;
+    s.extent.yMin = -1.1 * largest;
+    s.extent.yMax = 1.1 * largest;
+    return s;
 }
 
 Scene buildSectionScene(const PlotFile& file, const ViewState& requested, Section section) {

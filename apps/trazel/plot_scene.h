@@ -39,6 +39,8 @@ struct ViewState {
     // the automatic choice is in force.
     bool automaticCurves = true;
     std::vector<int> shown;
+    // A fit's residuals against the observations' numbers instead of time.
+    bool residualsByNumber = false;
 };
 
 struct Curve {
@@ -48,6 +50,8 @@ struct Curve {
     bool stepped = false;       // drawn as an empirical distribution
     bool secondAxis = false;    // measured on the right-hand axis
     bool markers = false;       // small marks at the data points
+    bool pointsOnly = false;    // marks alone, without a line (observations)
+    // A curve without a name stays out of the legend.
 };
 
 struct Bar {
@@ -85,8 +89,11 @@ struct Scene {
     std::string note;        // a word for an empty picture ("A contour plot needs ...")
 };
 
-// Names of the curves a profile can show ("t = 10 day", "x = 20 m").
+// Names of the curves a profile can show ("t = 10 day", "x = 20 m"), or
+// the places of a fit ("x = 20 m, y = 0 m").
 std::vector<std::string> curveNames(const PlotFile& file, Versus versus);
+// The places of a fit that a view shows (indexes into its places).
+std::vector<int> shownPlaces(const PlotFile& file, const ViewState& view);
 // At most `most` curves spread evenly over `count`, the first and the last included.
 std::vector<int> automaticSelection(int count, int most = 8);
 
@@ -117,6 +124,9 @@ Field shownPlane(const PlotFile& file, const ViewState& view);
 bool planeInFull(const PlotFile& file, const ViewState& view);
 
 Scene buildScene(const PlotFile& file, const ViewState& view);
+// A fit's residuals (observed - fitted) at the places the view shows, against
+// time or the observations' numbers, with a line at zero.
+Scene buildResidualScene(const PlotFile& file, const ViewState& view);
 // A section of a three-dimensional result: x-z at the view's y, y-z at its x.
 Scene buildSectionScene(const PlotFile& file, const ViewState& view, Section section);
 

@@ -21,7 +21,11 @@
 #include <QtCharts/QScatterSeries>
 #include <QtCharts/QValueAxis>
 
+#include "model/app_state.h"
 #include "model/number_text.h"
+#include "shell/base/error_handler.h"
+#include "shell/base/runtime_error.h"
+#include "shell/screen/viewers.h"
 
 namespace bm {
 
@@ -67,8 +71,8 @@ QValueAxis* axis(const QString& title) {
 
 }  // namespace
 
-FitDialog::FitDialog(DataSet& model, UserInterface& ui, QWidget* parent)
-    : QDialog(parent), model_(model), ui_(ui), form_(model, ui) {
+FitDialog::FitDialog(DataSet& model, UserInterface& ui, const AppState* state, QWidget* parent)
+    : QDialog(parent), model_(model), ui_(ui), state_(state), form_(model, ui) {
     setObjectName(QStringLiteral("fitForm"));
     setWindowTitle(QStringLiteral("Fit to Observations - ") + q(model.modelType));
     auto* outer = new QVBoxLayout(this);
@@ -125,6 +129,10 @@ FitDialog::FitDialog(DataSet& model, UserInterface& ui, QWidget* parent)
     outer->addWidget(tabs_, 1);
 
     auto* buttons = new QHBoxLayout;
+    plotB_ = new QPushButton(QStringLiteral("&Plot in Trazel"), this);
+    plotB_->setObjectName(QStringLiteral("plotFitB"));
+    plotB_->setToolTip(QStringLiteral("The observations over the fitted curves and the residuals, in the plotting utility"));
+    buttons->addWidget(plotB_);
     buttons->addStretch(1);
     applyB_ = new QPushButton(QStringLiteral("&Apply"), this);
     applyB_->setObjectName(QStringLiteral("applyFitB"));
@@ -138,6 +146,7 @@ FitDialog::FitDialog(DataSet& model, UserInterface& ui, QWidget* parent)
     connect(runB_, &QPushButton::clicked, this, [this] { runFit(); });
     connect(stopB_, &QPushButton::clicked, this, [this] { stopFit(); });
     connect(applyB_, &QPushButton::clicked, this, [this] { applyFit(); });
+    connect(plotB_, &QPushButton::clicked, this, [this] { plotFit(); });
     connect(closeB_, &QPushButton::clicked, this, &QDialog::reject);
     resize(900, 720);
     refresh();
@@ -190,6 +199,7 @@ void FitDialog::refresh() {
     runB_->setEnabled(!running);
     stopB_->setEnabled(running);
     applyB_->setEnabled(!running && form_.canApply());
+    plotB_->setEnabled(!running && state_ != nullptr && form_.canPlot());
     closeB_->setEnabled(!running);
     inputsTG_->setEnabled(!running);
     reportE_->setPlainText(q(form_.reportText()));
@@ -228,7 +238,7 @@ void FitDialog::runFit() {
         statusL_->setText(QStringLiteral("Iteration %1, sum of squares %2").arg(iteration).arg(sum, 0, 'g', 6));
     };
     setCursor(Qt::BusyCursor);
-    for (QWidget* w : std::initializer_list<QWidget*>{runB_, chooseB_, applyB_, closeB_, inputsTG_}) w->setEnabled(false);
+    for (QWidget* w : std::initializer_list<QWidget*>{runB_, chooseB_, applyB_, plotB_, closeB_, inputsTG_}) w->setEnabled(false);
     stopB_->setEnabled(true);
     const bool reported = form_.run(progress, [this] { return keepGoing(); });
     unsetCursor();
@@ -320,6 +330,20 @@ void FitDialog::showPlots() {
 
 void FitDialog::reject() {
     if (!form_.running()) QDialog::reject();
+}
+
+void FitDialog::plotFit() {
+    if (state_ == nullptr || !form_.canPlot() || form_.running()) return;
+    const std::string path = fitPlotFileName(*state_);
+    try {
+        setCursor(Qt::BusyCursor);  // the curves are a model run per observed place
+        const bool written = form_.writePlot(path);
+        unsetCursor();
+        if (written) viewGraph(path, *state_, ui_);
+    } catch (const RuntimeError& error) {
+        unsetCursor();
+        handleError(error, "plotFit", path, ui_);
+    }
 }
 
 void FitDialog::applyFit() {

@@ -2,7 +2,8 @@
 // The fit to observations of the model on a screen: the observation file, a
 // row per input (ticked to vary, bounds, log scale), Fit with its progress
 // and Stop, the report, the plot of the observations over the fitted curves
-// and of the residuals, and Apply, which writes the estimates into the model.
+// and of the residuals, Plot, which hands them to the plotting utility, and
+// Apply, which writes the estimates into the model.
 
 #include <QDialog>
 #include <QElapsedTimer>
@@ -20,10 +21,14 @@ class QTabWidget;
 
 namespace bm {
 
+struct AppState;
+
 class FitDialog : public QDialog {
     Q_OBJECT
 public:
-    FitDialog(DataSet& model, UserInterface& ui, QWidget* parent = nullptr);
+    // `state` names the plotting utility and the folder of its files; without
+    // it the dialog cannot plot.
+    FitDialog(DataSet& model, UserInterface& ui, const AppState* state = nullptr, QWidget* parent = nullptr);
 
     FitForm& form() { return form_; }
     // True once Apply wrote the estimates into the model.
@@ -34,6 +39,8 @@ public:
     void runFit();
     void stopFit() { stopRequested_ = true; }
     void applyFit();
+    // Writes the fit's plot file and starts the plotting utility on it.
+    void plotFit();
 
 protected:
     // Escape and the window's close do nothing while a fit runs (Stop ends it).
@@ -48,6 +55,7 @@ private:
 
     DataSet& model_;
     UserInterface& ui_;
+    const AppState* state_ = nullptr;
     FitForm form_;
     bool applied_ = false;
     bool stopRequested_ = false;
@@ -59,6 +67,7 @@ private:
     QPushButton* runB_ = nullptr;
     QPushButton* stopB_ = nullptr;
     QPushButton* applyB_ = nullptr;
+    QPushButton* plotB_ = nullptr;
     QPushButton* closeB_ = nullptr;
     QPushButton* chooseB_ = nullptr;
     QProgressBar* progress_ = nullptr;

@@ -1,5 +1,6 @@
 #include "shell/screen/viewers.h"
 
+#include "fitting/fit_plot_file.h"
 #include "model/app_state.h"
 #include "shell/base/common_services.h"
 #include "shell/base/program_paths.h"
@@ -8,11 +9,19 @@
 
 namespace bm {
 
-std::string plotFileName(const AppState& s) {
+namespace {
+
+std::string inTemporaryFolder(const AppState& s, const char* name) {
     std::string p = s.temporaryDataPath;
     if (p.empty() || (p.back() != '/' && p.back() != '\\')) p += kPathSeparator;
-    return p + "brenmoor.plt";
+    return p + name;
 }
+
+}  // namespace
+
+std::string plotFileName(const AppState& s) { return inTemporaryFolder(s, "brenmoor.plt"); }
+
+std::string fitPlotFileName(const AppState& s) { return inTemporaryFolder(s, kFitPlotFileName); }
 
 namespace {
 

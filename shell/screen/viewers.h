@@ -11,6 +11,8 @@ class UserInterface;
 
 // temporaryDataPath, a separator when it has none at its end, and "brenmoor.plt".
 std::string plotFileName(const AppState& state);
+// The fit's plot file beside it: "brenmoor_fit.plt" in the same folder.
+std::string fitPlotFileName(const AppState& state);
 
 // Starts the plotting utility on a file, or says what is missing. A failed
 // start raises a run-time error (75) for the caller's handler.

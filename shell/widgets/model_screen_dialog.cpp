@@ -418,7 +418,7 @@ void ModelScreenDialog::showNotes(NotesPad& pad) {
 }
 
 bool ModelScreenDialog::showFitDialog(DataSet& model) {
-    FitDialog dialog(model, model_->ui(), this);
+    FitDialog dialog(model, model_->ui(), &model_->appState(), this);
     dialog.exec();
     return dialog.applied();
 }

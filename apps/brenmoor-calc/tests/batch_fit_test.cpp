@@ -11,6 +11,7 @@
 
 #include "apps/brenmoor-calc/batch_calculator.h"
 #include "files/data_file.h"
+#include "fitting/fit_plot_file.h"
 #include "model/number_text.h"
 #include "testing/is_close.h"
 #include "testing/observed_column.h"
@@ -71,6 +72,45 @@ TEST(BatchFit, ReportsTheEstimatesAndSavesThemWithTheirResults) {
     ASSERT_GE(fitted.result1D.ub(0), 2);
     EXPECT_CLOSE(fitted.result1D(2, 2), testkit::trueColumnRatio(5, 10), 1e-6,
                  1e-9);
+}
+
+TEST(BatchFit, WritesThePlotFileOfTheFit) {
+    TempDir dir;
+    const std::string model = writeColumn(dir), observed = writeObservations(dir);
+    const std::string plotPath = dir.file("fit.plt");
+    const FitRun r =
+        runFit("--fit " + observed + " --vary Velocity,Dispersion_X,HalfLife --plot " + plotPath + " " + model, dir);
+    ASSERT_EQ(r.status, 0) << r.err << r.out;
+    const FitPlotReading reading = parseFitPlot(testkit::readFileBytes(plotPath));
+    ASSERT_TRUE(reading.plot) << reading.problem;
+    const FitPlot& plot = *reading.plot;
+    EXPECT_EQ(plot.model, "One Dimensional");
+    EXPECT_EQ(plot.dataFile, model);
+    EXPECT_EQ(plot.observationFile, observed);
+    ASSERT_EQ(plot.estimates.size(), 3u);
+    EXPECT_CLOSE(plot.estimates[0].value, 0.5, 1e-6, 0);
+    EXPECT_CLOSE(plot.estimates[1].value, 0.8, 1e-6, 0);
+    EXPECT_CLOSE(plot.estimates[2].value, 40, 1e-6, 0);
+    ASSERT_EQ(plot.places.size(), 2u);
+    EXPECT_EQ(plot.observationCount(), 24u);
+    // Observations made from the closed form at the truth: on the curves, residuals near 0.
+    for (const FitPlotPlace& place : plot.places) {
+        for (std::size_t k = 0; k < place.times.size(); k += 10)
+            EXPECT_CLOSE(place.values[k], testkit::trueColumnRatio(place.x, place.times[k]), 1e-5, 1e-9);
+        for (const FitPlotObservation& o : place.observations) {
+            EXPECT_NEAR(o.residual, 0, 1e-7);
+            EXPECT_CLOSE(o.observed, testkit::trueColumnRatio(place.x, o.t), 1e-12, 1e-14);
+        }
+    }
+    // --plot goes with --fit, to a file that is not another target.
+    EXPECT_EQ(runFit("--plot " + plotPath + " " + model, dir).status, kExitUsage);
+    EXPECT_EQ(runFit("--fit " + observed + " --vary Velocity --plot - " + model, dir).status, kExitUsage);
+    const FitRun same = runFit("--fit " + observed + " --vary Velocity --plot " + model + " " + model, dir);
+    EXPECT_EQ(same.status, kExitUsage);
+    EXPECT_EQ(same.err, "brenmoor-calc: --plot names the data file itself\n");
+    const FitRun folder = runFit("--fit " + observed + " --vary Velocity --plot " + dir.path().string() + " " + model, dir);
+    EXPECT_EQ(folder.status, kExitUsage);
+    EXPECT_EQ(folder.err, "brenmoor-calc: --plot " + dir.path().string() + ": this is a folder, not a file\n");
 }
 
 TEST(BatchFit, RefusalsAreMessagesWithTheirExitStatus) {

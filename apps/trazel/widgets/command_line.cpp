@@ -36,13 +36,14 @@ bool parseCommandLine(const QStringList& arguments, CommandLine& line, QString* 
     const QCommandLineOption svg(QStringLiteral("export-svg"), QStringLiteral("Write the plot as an SVG drawing and exit."), QStringLiteral("out"));
     const QCommandLineOption csv(QStringLiteral("export-csv"), QStringLiteral("Write the plotted numbers as CSV and exit."), QStringLiteral("out"));
     const QCommandLineOption versus(QStringLiteral("versus"), QStringLiteral("One dimension: curves against 'distance' or 'time'."), QStringLiteral("axis"));
-    const QCommandLineOption curves(QStringLiteral("curves"), QStringLiteral("One dimension: the curves to draw, as 1,3,5."), QStringLiteral("list"));
+    const QCommandLineOption curves(QStringLiteral("curves"), QStringLiteral("One dimension: the curves to draw, as 1,3,5 (a fit: its places)."), QStringLiteral("list"));
+    const QCommandLineOption residuals(QStringLiteral("residuals"), QStringLiteral("A fit: its residuals against 'time' or observation 'number'."), QStringLiteral("axis"));
     const QCommandLineOption time(QStringLiteral("time"), QStringLiteral("Contours: the time to show, from 1."), QStringLiteral("n"));
     const QCommandLineOption plane(QStringLiteral("plane"), QStringLiteral("Three dimensions: the z plane to show, from 1."), QStringLiteral("n"));
     const QCommandLineOption variant(QStringLiteral("variant"), QStringLiteral("Generated samples: the variant to show, from 1."), QStringLiteral("n"));
     const QCommandLineOption bins(QStringLiteral("bins"), QStringLiteral("Histograms: the number of bins."), QStringLiteral("n"));
     const QCommandLineOption size(QStringLiteral("size"), QStringLiteral("Size of exported pictures, as 1200x800."), QStringLiteral("size"));
-    parser.addOptions({png, svg, csv, versus, curves, time, plane, variant, bins, size});
+    parser.addOptions({png, svg, csv, versus, curves, residuals, time, plane, variant, bins, size});
     parser.process(arguments);
 
     line = CommandLine{};
@@ -59,6 +60,12 @@ bool parseCommandLine(const QStringList& arguments, CommandLine& line, QString* 
         if (v == "distance" || v == "x") line.view.versus = Versus::Distance;
         else if (v == "time" || v == "t") line.view.versus = Versus::Time;
         else return bad(QStringLiteral("--versus takes 'distance' or 'time', not '%1'.").arg(parser.value(versus)));
+    }
+    if (parser.isSet(residuals)) {
+        const QString v = parser.value(residuals).toLower();
+        if (v == "time" || v == "t") line.view.residualsByNumber = false;
+        else if (v == "number" || v == "n") line.view.residualsByNumber = true;
+        else return bad(QStringLiteral("--residuals takes 'time' or 'number', not '%1'.").arg(parser.value(residuals)));
     }
     if (parser.isSet(curves)) {
         line.view.automaticCurves = false;
@@ -109,13 +116,16 @@ int runBatch(const CommandLine& line, QString* message) {
         if (plane.slice) r.file.focus = plane.slice;
     }
     const Scene scene = buildScene(r.file, view);
-    const Window window = fullWindow(scene);
+    // A fit's residuals go under its curves.
+    const Scene residuals = r.file.kind == PlotKind::Fit ? buildResidualScene(r.file, view) : Scene{};
+    Panels panels{Panel{&scene, fullWindow(scene), 3}};
+    if (r.file.kind == PlotKind::Fit) panels.push_back(Panel{&residuals, fullWindow(residuals), 2});
     QString error;
-    if (!line.png.isEmpty() && !writePng(scene, window, line.png, line.size, &error)) {
+    if (!line.png.isEmpty() && !writePng(panels, line.png, line.size, &error)) {
         if (message) *message = error;
         return ExitUnwritable;
     }
-    if (!line.svg.isEmpty() && !writeSvg(scene, window, line.svg, line.size, &error)) {
+    if (!line.svg.isEmpty() && !writeSvg(panels, line.svg, line.size, &error)) {
         if (message) *message = error;
         return ExitUnwritable;
     }

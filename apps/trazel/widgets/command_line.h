@@ -4,7 +4,7 @@
 // several words; they are joined back. The export options write the plot
 // without opening a window and end the program:
 //   trazel FILE [--export-png OUT] [--export-svg OUT] [--export-csv OUT]
-//               [--versus distance|time] [--curves 1,3,5] [--time N]
+//               [--versus distance|time] [--curves 1,3,5] [--residuals time|number] [--time N]
 //               [--plane N] [--variant N] [--bins N] [--size WIDTHxHEIGHT]
 // Numbers of times, planes, variants and curves count from 1.
 

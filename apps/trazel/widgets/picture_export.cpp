@@ -21,20 +21,40 @@ bool saveWhole(const QByteArray& bytes, const QString& path, QString* error) {
     return true;
 }
 
-}  // namespace
+// Each panel in its band of the target, top to bottom.
+void paintPanels(QPainter& painter, const QRectF& target, const Panels& panels) {
+    double total = 0;
+    for (const Panel& p : panels) total += p.share;
+    double top = target.top();
+    for (const Panel& p : panels) {
+        const double height = total > 0 ? target.height() * p.share / total : 0;
+        paintScene(painter, QRectF(target.left(), top, target.width(), height), *p.scene, p.window);
+        top += height;
+    }
+}
 
-QImage renderScene(const Scene& scene, const Window& window, QSize size, qreal pixelRatio) {
+QImage renderPanels(const Panels& panels, QSize size, qreal pixelRatio) {
     QImage image(size * pixelRatio, QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(pixelRatio);
     image.fill(Qt::white);
     QPainter painter(&image);
-    paintScene(painter, QRectF(QPointF(0, 0), QSizeF(size)), scene, window);
+    paintPanels(painter, QRectF(QPointF(0, 0), QSizeF(size)), panels);
     painter.end();
     return image;
 }
 
+}  // namespace
+
+QImage renderScene(const Scene& scene, const Window& window, QSize size, qreal pixelRatio) {
+    return renderPanels({Panel{&scene, window, 1}}, size, pixelRatio);
+}
+
 bool writePng(const Scene& scene, const Window& window, const QString& path, QSize size, QString* error, qreal pixelRatio) {
-    const QImage image = renderScene(scene, window, size, pixelRatio);
+    return writePng({Panel{&scene, window, 1}}, path, size, error, pixelRatio);
+}
+
+bool writePng(const Panels& panels, const QString& path, QSize size, QString* error, qreal pixelRatio) {
+    const QImage image = renderPanels(panels, size, pixelRatio);
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
@@ -46,6 +66,10 @@ bool writePng(const Scene& scene, const Window& window, const QString& path, QSi
 }
 
 bool writeSvg(const Scene& scene, const Window& window, const QString& path, QSize size, QString* error) {
+    return writeSvg({Panel{&scene, window, 1}}, path, size, error);
+}
+
+bool writeSvg(const Panels& panels, const QString& path, QSize size, QString* error) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
@@ -53,14 +77,14 @@ bool writeSvg(const Scene& scene, const Window& window, const QString& path, QSi
     svg.setOutputDevice(&buffer);
     svg.setSize(size);
     svg.setViewBox(QRect(QPoint(0, 0), size));
-    svg.setTitle(QString::fromStdString(scene.title));
+    svg.setTitle(panels.empty() ? QString() : QString::fromStdString(panels.front().scene->title));
     svg.setDescription(QStringLiteral("Plot drawn by Trazel"));
     QPainter painter;
     if (!painter.begin(&svg)) {
         if (error) *error = QStringLiteral("The SVG drawing could not be started.");
         return false;
     }
-    paintScene(painter, QRectF(QPointF(0, 0), QSizeF(size)), scene, window);
+    paintPanels(painter, QRectF(QPointF(0, 0), QSizeF(size)), panels);
     painter.end();
     return saveWhole(bytes, path, error);
 }
@@ -70,6 +94,10 @@ bool writeText(const std::string& text, const QString& path, QString* error) {
 }
 
 void printScene(QPrinter& printer, const Scene& scene, const Window& window) {
+    printScene(printer, {Panel{&scene, window, 1}});
+}
+
+void printScene(QPrinter& printer, const Panels& panels) {
     keepLeastMargins(printer);
     QPainter painter;
     if (!painter.begin(&printer)) return;
@@ -80,7 +108,7 @@ void printScene(QPrinter& printer, const Scene& scene, const Window& window) {
     const double width = 1000, height = width * page.height() / std::max(1, page.width());
     painter.setViewport(page);
     painter.setWindow(QRect(0, 0, static_cast<int>(width), static_cast<int>(height)));
-    paintScene(painter, QRectF(0, 0, width, height), scene, window);
+    paintPanels(painter, QRectF(0, 0, width, height), panels);
     painter.end();
 }
 

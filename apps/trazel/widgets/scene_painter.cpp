@@ -84,6 +84,14 @@ struct Legend {
     double columnWidth = 0;
 };
 
+// The curves the legend lists: those with a name.
+std::vector<const Curve*> legendEntries(const Scene& s) {
+    std::vector<const Curve*> named;
+    for (const Curve& c : s.curves)
+        if (!c.name.empty()) named.push_back(&c);
+    return named;
+}
+
 Legend curveLegend(const Scene& s, const Metrics& m, double availableHeight) {
     Legend l;
     if (s.curves.empty()) return l;
@@ -93,7 +101,8 @@ Legend curveLegend(const Scene& s, const Metrics& m, double availableHeight) {
     for (const Curve& c : s.curves) widest = std::max(widest, fm.horizontalAdvance(text(c.name)));
     l.columnWidth = m.base * 2.6 + widest + m.pad;
     const int fit = std::max(1, static_cast<int>(availableHeight / l.rowHeight) - 1);
-    const int n = static_cast<int>(s.curves.size());
+    const int n = static_cast<int>(legendEntries(s).size());
+    if (n == 0) return l;
     l.columns = (n + fit - 1) / fit;
     l.rows = (n + l.columns - 1) / l.columns;
     l.width = l.columns * l.columnWidth + m.pad;
@@ -125,6 +134,14 @@ void drawCurve(QPainter& p, const PlotFrame& f, const Curve& c, double width, do
             path.lineTo(f.toPixel(pt.x, pt.y));
         }
         drawing = true;
+    }
+    if (c.pointsOnly) {
+        // Observations: a filled mark with a dark rim stands out on a line of its colour.
+        p.setBrush(curveColour(c.colour));
+        p.setPen(QPen(QColor(30, 30, 30), width * 0.5));
+        for (const Point& pt : c.points)
+            if (!std::isnan(pt.y)) p.drawEllipse(f.toPixel(pt.x, pt.y), markerRadius * 1.5, markerRadius * 1.5);
+        return;
     }
     p.setPen(curvePen(c, width));
     p.setBrush(Qt::NoBrush);
@@ -306,10 +323,8 @@ PlotFrame paintScene(QPainter& p, const QRectF& target, const Scene& s, const Wi
     p.save();
     p.setClipRect(area);
     const double lineWidth = std::max(1.5, m.base / 7.0);
-    if (s.kind == SceneKind::Contours) {
-        drawContours(p, frame, s.contours);
-        drawGuides(p, frame, s.guides, std::max(1.2, m.base / 9.0));
-    }
+    if (s.kind == SceneKind::Contours) drawContours(p, frame, s.contours);
+    drawGuides(p, frame, s.guides, std::max(1.2, m.base / 9.0));
     if (histogram) drawBars(p, frame, s.bars);
     for (const Curve& c : s.curves) drawCurve(p, frame, c, lineWidth, lineWidth * 1.6);
     p.restore();
@@ -339,7 +354,7 @@ PlotFrame paintScene(QPainter& p, const QRectF& target, const Scene& s, const Wi
     drawRotated(p, QPointF(target.left() + m.pad + fm.height() / 2, area.center().y()), text(s.yLabel));
 
     // --- right-hand side
-    if (s.kind == SceneKind::Curves && !s.curves.empty()) {
+    if (s.kind == SceneKind::Curves && legend.rows > 0) {
         const double x0 = area.right() + m.pad;
         double y = area.top();
         QFont bold = m.label;
@@ -349,13 +364,21 @@ PlotFrame paintScene(QPainter& p, const QRectF& target, const Scene& s, const Wi
         p.drawText(QRectF(x0, y, legend.width, legend.rowHeight), Qt::AlignLeft | Qt::AlignVCenter, text(s.legendTitle));
         p.setFont(m.label);
         y += legend.rowHeight;
-        for (std::size_t i = 0; i < s.curves.size(); ++i) {
-            const Curve& c = s.curves[i];
+        const std::vector<const Curve*> entries = legendEntries(s);
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            const Curve& c = *entries[i];
             const int column = static_cast<int>(i) / legend.rows, row = static_cast<int>(i) % legend.rows;
             const double cx = x0 + column * legend.columnWidth, cy = y + row * legend.rowHeight + legend.rowHeight / 2;
-            p.setPen(curvePen(c, lineWidth));
-            p.drawLine(QPointF(cx, cy), QPointF(cx + m.base * 2, cy));
-            if (c.markers) {
+            if (c.pointsOnly) {
+                p.setBrush(curveColour(c.colour));
+                p.setPen(QPen(QColor(30, 30, 30), lineWidth * 0.5));
+                p.drawEllipse(QPointF(cx + m.base, cy), lineWidth * 2.4, lineWidth * 2.4);
+                p.setBrush(Qt::NoBrush);
+            } else {
+                p.setPen(curvePen(c, lineWidth));
+                p.drawLine(QPointF(cx, cy), QPointF(cx + m.base * 2, cy));
+            }
+            if (c.markers && !c.pointsOnly) {
                 p.setBrush(curveColour(c.colour));
                 p.setPen(QPen(Qt::white, lineWidth * 0.4));
                 p.drawEllipse(QPointF(cx + m.base, cy), lineWidth * 1.6, lineWidth * 1.6);

@@ -61,8 +61,14 @@ QString headerText(const std::vector<HeaderLine>& lines) {
 TrazelWindow::TrazelWindow(QWidget* parent) : QMainWindow(parent) {
     setWindowTitle(tr("Trazel"));
     auto* views = new QSplitter(Qt::Horizontal, this);
-    plot_ = new PlotWidget(views);
+    auto* plots = new QSplitter(Qt::Vertical, views);
+    plot_ = new PlotWidget(plots);
     plot_->setObjectName("plot");
+    residuals_ = new PlotWidget(plots);
+    residuals_->setObjectName("residuals");
+    residuals_->setMinimumSize(260, 160);
+    plots->setStretchFactor(0, 3);
+    plots->setStretchFactor(1, 2);
     sections_ = new QSplitter(Qt::Vertical, views);
     sections_->setObjectName("sections");
     sectionXZ_ = new PlotWidget(sections_);
@@ -70,14 +76,14 @@ TrazelWindow::TrazelWindow(QWidget* parent) : QMainWindow(parent) {
     sectionYZ_ = new PlotWidget(sections_);
     sectionYZ_->setObjectName("sectionYZ");
     for (PlotWidget* w : {sectionXZ_, sectionYZ_}) w->setMinimumSize(260, 180);
-    views->addWidget(plot_);
+    views->addWidget(plots);
     views->addWidget(sections_);
     views->setStretchFactor(0, 3);
     views->setStretchFactor(1, 2);
     setCentralWidget(views);
     buildPanel();
     buildMenus();
-    for (PlotWidget* w : {plot_, sectionXZ_, sectionYZ_})
+    for (PlotWidget* w : {plot_, residuals_, sectionXZ_, sectionYZ_})
         connect(w, &PlotWidget::pointerAt, this, [this](const QString& where) {
             if (where.isEmpty()) statusBar()->clearMessage();
             else statusBar()->showMessage(where);
@@ -194,6 +200,24 @@ void TrazelWindow::buildPanel() {
     connect(none, &QPushButton::clicked, this, [choose] { choose(false, 0); });
     connect(automatic, &QPushButton::clicked, this, [choose] { choose(true, 0); });
     layout->addWidget(curvesBox_);
+
+    residualBox_ = new QGroupBox(tr("Residuals against"));
+    auto* residualLayout = new QVBoxLayout(residualBox_);
+    residualsByTime_ = new QRadioButton(tr("Time"));
+    residualsByTime_->setObjectName("residualsTime");
+    residualsByNumber_ = new QRadioButton(tr("Observation number"));
+    residualsByNumber_->setObjectName("residualsNumber");
+    residualLayout->addWidget(residualsByTime_);
+    residualLayout->addWidget(residualsByNumber_);
+    auto* residualGroup = new QButtonGroup(this);
+    residualGroup->addButton(residualsByTime_);
+    residualGroup->addButton(residualsByNumber_);
+    connect(residualGroup, &QButtonGroup::buttonClicked, this, [this](QAbstractButton* b) {
+        if (syncing_) return;
+        view_.residualsByNumber = b == residualsByNumber_;
+        refresh(false);
+    });
+    layout->addWidget(residualBox_);
 
     sliceBox_ = new QGroupBox(tr("Show"));
     auto* sliceLayout = new QFormLayout(sliceBox_);
@@ -389,8 +413,12 @@ void TrazelWindow::fillControls() {
     const bool profile = loaded_ && file_.kind == PlotKind::Profile;
     const bool contours = loaded_ && (file_.kind == PlotKind::Plane || file_.kind == PlotKind::Volume);
     const bool histogram = loaded_ && (file_.kind == PlotKind::Simulation || file_.kind == PlotKind::Generated);
+    const bool fit = loaded_ && file_.kind == PlotKind::Fit;
     versusBox_->setVisible(profile);
-    curvesBox_->setVisible(profile);
+    curvesBox_->setVisible(profile || fit);
+    curvesBox_->setTitle(fit ? tr("Places") : tr("Curves"));
+    residualBox_->setVisible(fit);
+    residuals_->setVisible(fit);
     sliceBox_->setVisible(contours);
     variantBox_->setVisible(loaded_ && file_.kind == PlotKind::Generated);
     binsBox_->setVisible(histogram);
@@ -433,7 +461,9 @@ void TrazelWindow::syncControls() {
     distanceAction_->setChecked(view_.versus == Versus::Distance);
     timeAction_->setChecked(view_.versus == Versus::Time);
     curveList_->clear();
-    if (loaded_ && file_.kind == PlotKind::Profile) {
+    residualsByTime_->setChecked(!view_.residualsByNumber);
+    residualsByNumber_->setChecked(view_.residualsByNumber);
+    if (loaded_ && (file_.kind == PlotKind::Profile || file_.kind == PlotKind::Fit)) {
         const auto names = curveNames(file_, view_.versus);
         const auto shown = view_.automaticCurves ? automaticSelection(static_cast<int>(names.size())) : view_.shown;
         for (std::size_t i = 0; i < names.size(); ++i) {
@@ -461,6 +491,7 @@ void TrazelWindow::refresh(bool keepZoom) {
     }
     view_ = clampedView(file_, view_);
     plot_->setScene(buildScene(file_, view_), keepZoom);
+    if (file_.kind == PlotKind::Fit) residuals_->setScene(buildResidualScene(file_, view_), keepZoom);
     if (file_.kind == PlotKind::Volume) {
         sectionXZ_->setScene(buildSectionScene(file_, view_, Section::XZ), keepZoom);
         sectionYZ_->setScene(buildSectionScene(file_, view_, Section::YZ), keepZoom);
@@ -507,13 +538,26 @@ void TrazelWindow::reload() {
     if (loaded_) openFileOrSay(path_);
 }
 
+Panels TrazelWindow::shownPanels() const {
+    Panels panels{Panel{&plot_->scene(), plot_->window(), static_cast<double>(std::max(1, plot_->height()))}};
+    if (loaded_ && file_.kind == PlotKind::Fit)
+        panels.push_back(Panel{&residuals_->scene(), residuals_->window(), static_cast<double>(std::max(1, residuals_->height()))});
+    return panels;
+}
+
+QSize TrazelWindow::exportSize() const {
+    QSize size = plot_->size();
+    if (loaded_ && file_.kind == PlotKind::Fit) size.rheight() += residuals_->height();
+    return size.expandedTo(QSize(800, 560));
+}
+
 bool TrazelWindow::exportPng(const QString& path, QString* error) const {
     // The picture as on screen, at twice the pixels for a crisp result.
-    return writePng(plot_->scene(), plot_->window(), path, plot_->size().expandedTo(QSize(800, 560)), error, 2);
+    return writePng(shownPanels(), path, exportSize(), error, 2);
 }
 
 bool TrazelWindow::exportSvg(const QString& path, QString* error) const {
-    return writeSvg(plot_->scene(), plot_->window(), path, plot_->size().expandedTo(QSize(800, 560)), error);
+    return writeSvg(shownPanels(), path, exportSize(), error);
 }
 
 bool TrazelWindow::exportCsv(const QString& path, QString* error) const { return writeText(csvText(file_, view_), path, error); }
@@ -544,13 +588,14 @@ void TrazelWindow::print() {
     printer.setPageOrientation(QPageLayout::Landscape);
     printer.setDocName(QFileInfo(path_).fileName());
     QPrintDialog dialog(&printer, this);
-    if (dialog.exec() == QDialog::Accepted) printScene(printer, plot_->scene(), plot_->window());
+    if (dialog.exec() == QDialog::Accepted) printScene(printer, shownPanels());
 }
 
 void TrazelWindow::showAbout() {
     QMessageBox::about(this, tr("About Trazel"),
                        tr("<b>Trazel</b><p>The plotting utility of the ORVA suite: concentration profiles, "
-                          "contour maps of C/Co and Monte Carlo histograms from the workbench's plot files.</p>"
+                          "contour maps of C/Co, Monte Carlo histograms, and fits to observations with their residuals "
+                          "from the workbench's plot files.</p>"
                           "<p>A contour plot opens at the last time and, in three dimensions, in the plane of the "
                           "largest concentration, with the x\u2013z and y\u2013z sections beside it. The status line "
                           "gives the coordinates and the value under the pointer.</p>"

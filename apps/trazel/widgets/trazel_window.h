@@ -1,8 +1,9 @@
 #pragma once
 // Trazel's main window: the plot (beside it the x-z and y-z sections of a
-// three-dimensional result), a side panel with the choices that fit the file
-// (curves over distance or time, the time, the z plane, the sections, the
-// variant, the number of bins) and the file's details, and menus to open,
+// three-dimensional result; under it the residuals of a fit), a side panel with the choices that fit the file
+// (curves over distance or time, the places of a fit and its residuals over
+// time or number, the time, the z plane, the sections, the variant, the
+// number of bins) and the file's details, and menus to open,
 // reload, export, print and zoom.
 //
 // A file is read on a thread of its own under a progress dialog with Cancel,
@@ -14,6 +15,7 @@
 
 #include "apps/trazel/plot_file.h"
 #include "apps/trazel/plot_scene.h"
+#include "apps/trazel/widgets/picture_export.h"
 
 class QAction;
 class QButtonGroup;
@@ -49,6 +51,7 @@ public:
     void setView(const ViewState& view);
     PlotWidget* plot() const { return plot_; }
     PlotWidget* section(Section which) const { return which == Section::XZ ? sectionXZ_ : sectionYZ_; }
+    PlotWidget* residuals() const { return residuals_; }
     // How much of a large file is kept (tests use small limits).
     void setReadLimits(const ReadLimits& limits) { limits_ = limits; }
     // A plane being fetched in full in the background.
@@ -80,6 +83,9 @@ private:
     void askAndExport(const QString& caption, const QString& filter, const QString& suffix,
                       bool (TrazelWindow::*write)(const QString&, QString*) const);
     QString suggestedName(const QString& suffix) const;
+    // What an export or a print shows: the plot, and under it a fit's residuals.
+    Panels shownPanels() const;
+    QSize exportSize() const;
 
     PlotFile file_;
     ViewState view_;
@@ -94,6 +100,7 @@ private:
     int fetchTime_ = -1, fetchPlane_ = -1;
 
     PlotWidget* plot_ = nullptr;
+    PlotWidget* residuals_ = nullptr;
     QSplitter* sections_ = nullptr;
     PlotWidget* sectionXZ_ = nullptr;
     PlotWidget* sectionYZ_ = nullptr;
@@ -104,6 +111,9 @@ private:
     QRadioButton* overDistance_ = nullptr;
     QRadioButton* overTime_ = nullptr;
     QGroupBox* curvesBox_ = nullptr;
+    QGroupBox* residualBox_ = nullptr;
+    QRadioButton* residualsByTime_ = nullptr;
+    QRadioButton* residualsByNumber_ = nullptr;
     QListWidget* curveList_ = nullptr;
     QGroupBox* sliceBox_ = nullptr;
     QComboBox* timeCombo_ = nullptr;

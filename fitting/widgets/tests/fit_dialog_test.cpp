@@ -18,6 +18,7 @@
 #include <QtCharts/QChartView>
 
 #include "fitting/fit_parameters.h"
+#include "fitting/fit_plot_file.h"
 #include "fitting/widgets/fit_dialog.h"
 #include "model/app_state.h"
 #include "model/number_text.h"
@@ -99,6 +100,88 @@ TEST(FitDialog, ChooseTickBoundRunApply) {
     EXPECT_TRUE(ui.messages.empty());
 }
 
+// The plotting utility's folder and a stand-in for the program.
+AppState plotting(const TempDir& dir) {
+    AppState state;
+    state.temporaryDataPath = dir.path().string();
+    state.graphUtilityPath = dir.file("trazel");
+    testkit::writeFileBytes(state.graphUtilityPath, "program");
+    return state;
+}
+
+TEST(FitDialog, PlotWritesTheFitsPlotFileAndStartsTheUtilityOnIt) {
+    TempDir dir;
+    ScriptedUserInterface ui;
+    DataSet model = column();
+    const AppState state = plotting(dir);
+    FitDialog dialog(model, ui, &state);
+    dialog.show();
+    auto* plot = dialog.findChild<QPushButton*>("plotFitB");
+    ASSERT_NE(plot, nullptr);
+    EXPECT_EQ(plot->text(), "&Plot in Trazel");
+    EXPECT_FALSE(plot->isEnabled());  // nothing fitted yet
+    ui.fileAnswers.push_back(observations(dir, true));
+    dialog.findChild<QPushButton*>("chooseObservationsB")->click();
+    box(&dialog, "vary0")->setChecked(true);
+    box(&dialog, "vary1")->setChecked(true);
+    dialog.findChild<QPushButton*>("runFitB")->click();
+    ASSERT_TRUE(plot->isEnabled());
+    plot->click();
+
+    ASSERT_EQ(ui.programStarts.size(), 1u);
+    EXPECT_EQ(ui.programStarts[0].program, dir.file("trazel"));
+    EXPECT_EQ(ui.programStarts[0].arguments, std::vector<std::string>{dir.file("brenmoor_fit.plt")});
+    const FitPlotReading written = parseFitPlot(testkit::readFileBytes(dir.file("brenmoor_fit.plt")));
+    ASSERT_TRUE(written.plot) << written.problem;
+    EXPECT_EQ(written.plot->places.size(), 2u);
+    EXPECT_EQ(written.plot->observationCount(), 24u);
+    EXPECT_EQ(written.plot->estimates.size(), 2u);
+    EXPECT_TRUE(ui.messages.empty());
+    // The workbench's own plot file is left alone.
+    EXPECT_FALSE(std::filesystem::exists(dir.file("brenmoor.plt")));
+
+    // Without the utility the file is still written, and the message says what is missing.
+    std::filesystem::remove(dir.file("trazel"));
+    std::filesystem::remove(dir.file("brenmoor_fit.plt"));
+    plot->click();
+    EXPECT_TRUE(std::filesystem::exists(dir.file("brenmoor_fit.plt")));
+    ASSERT_EQ(ui.messages.size(), 1u);
+    EXPECT_EQ(ui.messages[0].title, "Missing Trazel Utility");
+    EXPECT_EQ(ui.programStarts.size(), 1u);
+}
+
+TEST(FitDialog, PlotNeedsToKnowWhereTheUtilityIs) {
+    TempDir dir;
+    ScriptedUserInterface ui;
+    DataSet model = column();
+    FitDialog dialog(model, ui);
+    ui.fileAnswers.push_back(observations(dir));
+    dialog.findChild<QPushButton*>("chooseObservationsB")->click();
+    box(&dialog, "vary0")->setChecked(true);
+    dialog.findChild<QPushButton*>("runFitB")->click();
+    ASSERT_TRUE(dialog.form().canPlot());
+    EXPECT_FALSE(dialog.findChild<QPushButton*>("plotFitB")->isEnabled());
+    dialog.plotFit();
+    EXPECT_TRUE(ui.programStarts.empty());
+}
+
+TEST(FitDialog, APlotFolderThatCannotBeWrittenIsAMessageAndNoStart) {
+    TempDir dir;
+    ScriptedUserInterface ui;
+    DataSet model = column();
+    AppState state = plotting(dir);
+    state.temporaryDataPath = dir.file("no such folder");
+    FitDialog dialog(model, ui, &state);
+    ui.fileAnswers.push_back(observations(dir));
+    dialog.findChild<QPushButton*>("chooseObservationsB")->click();
+    box(&dialog, "vary0")->setChecked(true);
+    dialog.findChild<QPushButton*>("runFitB")->click();
+    dialog.findChild<QPushButton*>("plotFitB")->click();
+    EXPECT_TRUE(ui.programStarts.empty());
+    ASSERT_EQ(ui.messages.size(), 1u);
+    EXPECT_NE(ui.messages[0].text.find("no such folder"), std::string::npos) << ui.messages[0].text;
+}
+
 TEST(FitDialog, StopEndsTheRunAndTheReportSaysSo) {
     TempDir dir;
     ScriptedUserInterface ui;
@@ -144,7 +227,7 @@ TEST(FitDialog, TheSaturatedScreenOpensItBesideCalculateAndShowsTheEstimates) {
     ScriptedUserInterface ui;
     testkit::ScopedUserInterface scope(ui);
     DataSet data = column();
-    AppState state;
+    AppState state = plotting(dir);
     auto form = std::make_unique<InputForm>(data, state, ui);
     form->load(true);
     form->show();
@@ -162,10 +245,13 @@ TEST(FitDialog, TheSaturatedScreenOpensItBesideCalculateAndShowsTheEstimates) {
         box(dialog, "vary0")->setChecked(true);
         box(dialog, "vary1")->setChecked(true);
         dialog->findChild<QPushButton*>("runFitB")->click();
+        dialog->findChild<QPushButton*>("plotFitB")->click();  // the screen's utility and folder
         dialog->findChild<QPushButton*>("applyFitB")->click();
     });
     fit->trigger();
     EXPECT_TRUE(seen);
+    ASSERT_EQ(ui.programStarts.size(), 1u);
+    EXPECT_EQ(ui.programStarts[0].arguments, std::vector<std::string>{dir.file("brenmoor_fit.plt")});
     EXPECT_EQ(data.velocity, "0.5");
     EXPECT_EQ(data.dispersionX, "0.8");
     EXPECT_EQ(data.dataState, kParametersChanged);

@@ -33,6 +33,8 @@ Outcome trazel(const QStringList& arguments) {
 
 QString fixture(const char* name) { return QString::fromStdString(testkit::fixturePath("apps/trazel", name).string()); }
 
+QString fitFixture(const char* name) { return QString::fromStdString(testkit::fixturePath("fitting", name).string()); }
+
 QString readAll(const QString& path) {
     QFile f(path);
     return f.open(QIODevice::ReadOnly) ? QString::fromUtf8(f.readAll()) : QString();
@@ -118,6 +120,32 @@ TEST(Program, APathWithBlanksArrivesInPieces) {
     const Outcome run = trazel({pieces[0], pieces[1], "--export-csv", csv});
     EXPECT_EQ(run.code, 0) << run.errors.toStdString();
     EXPECT_TRUE(readAll(csv).startsWith("x (m),"));
+}
+
+TEST(Program, ExportsAFitWithItsResidualsAndRefusesABadFitFile) {
+    testkit::TempDir dir;
+    const QString png = QString::fromStdString(dir.file("fit.png"));
+    const Outcome run = trazel({fitFixture("fit_plot_several_places.plt"), "--export-png", png, "--residuals", "number"});
+    ASSERT_EQ(run.code, 0) << run.errors.toStdString();
+    const QImage image(png);
+    ASSERT_FALSE(image.isNull());
+    EXPECT_EQ(image.size(), QSize(1200, 800));
+    // The curves above, and below them the residuals with their dashed line at zero.
+    EXPECT_GT(testing::inkShare(image, QRect(0, 0, 1200, 440)), 0.03);
+    const QImage lower = image.copy(0, 480, 1200, 320).convertToFormat(QImage::Format_RGB32);
+    int zeroLine = 0;
+    for (int y = 0; y < lower.height(); ++y)
+        for (int x = 0; x < lower.width(); ++x) {
+            const QColor c = lower.pixelColor(x, y);
+            zeroLine += std::abs(c.red() - 30) + std::abs(c.green() - 60) + std::abs(c.blue() - 160) < 40;
+        }
+    EXPECT_GT(zeroLine, 150);
+
+    const Outcome bad = trazel({fitFixture("fit_plot_bad_row.plt"), "--export-png", png});
+    EXPECT_EQ(bad.code, 2);
+    EXPECT_TRUE(bad.errors.contains("Line 22: a row of the fitted curve (t, C) holds 2 values, but this one holds 3."))
+        << bad.errors.toStdString();
+    EXPECT_EQ(trazel({fitFixture("fit_plot_one_place.plt"), "--residuals", "sideways", "--export-png", png}).code, 1);
 }
 
 }  // namespace
