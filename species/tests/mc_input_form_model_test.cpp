@@ -281,6 +281,17 @@ TEST_F(Shown, WithoutAChemicalNothingIsShown) {
     EXPECT_TRUE(s.ui.messages.empty());
 }
 
+TEST(MCInputFormModel, AUnitChangeRelabelsTheTablesHeadings) {
+    ChainScreen s(oneDimChain());
+    s.form.menuUnitsClick(UnitMenu::Time, 40);
+    EXPECT_EQ(s.form.tables().rateHeading, "Decay Rate (1/sec)");
+    EXPECT_EQ(s.form.grid().timeHeading, "Time (sec)");
+    s.form.menuUnitsClick(UnitMenu::Concentration, 30);
+    EXPECT_EQ(s.form.grid().concentrationHeading, "Contaminant Conc. at Inflow Boundary (ppm)");
+    EXPECT_EQ(s.form.pointsTable().concentrationHeading, "Conc. (ppm)");
+    EXPECT_EQ(s.form.tables().chemicalCell(1, 1), "0.2");  // a unit converts nothing
+}
+
 TEST(MCInputFormModel, TheReportListsTheChemicalPropertiesInPlaceOfTheHalfLife) {
     ChainScreen s(oneDimChain());
     ASSERT_TRUE(s.form.holdDataSet());
