@@ -6,6 +6,7 @@
 #include "model/number_text.h"
 #include "model/ranges.h"
 #include "model/units.h"
+#include "montecarlo/pass/calculation_pass.h"
 #include "saturated/form/input_form_model.h"
 #include "shell/base/common_services.h"
 #include "shell/base/error_handler.h"
@@ -52,6 +53,17 @@ void appendChemicalProperties(std::vector<PrintedLine>& out, const DataSet& d) {
     for (int i = 1; i <= d.numChemicals && i <= d.chemicalName.ub() && i <= d.decayRate.ub() && i <= d.yieldFactor.ub();
          ++i)
         out.push_back({{0, d.chemicalName(i)}, {rateColumn, value(d.decayRate(i))}, {yieldColumn, value(d.yieldFactor(i))}});
+}
+
+// Each chemical's concentration at the selected point, chemical after chemical,
+// as the points table of the screen shows it.
+void appendChemicalResults(std::vector<PrintedLine>& out, const DataSet& d) {
+    out.push_back(blank());
+    out.push_back({{0, "Chemical"}, {50, "Conc. (" + unitName(UnitMenu::Concentration, d.concentrationUnit) + ")"}});
+    for (int i = 1; i <= d.numChemicals && i <= d.chemicalName.ub() && i <= d.resultsInPoint.ub(); ++i) {
+        const std::string& result = d.resultsInPoint(i);
+        out.push_back({{0, "  " + d.chemicalName(i)}, {50, result.empty() ? result : resultLabelFromMode(result)}});
+    }
 }
 
 }  // namespace
@@ -164,6 +176,7 @@ std::vector<PrintedLine> printedReportLines(const InputFormModel& form) {
                      unitOf(form, RowField::aquiferThickness)));
     }
     add({{0, "  Retardation Coefficient : "}, {50, value(d.retardation)}});
+    if (d.multiChemical) appendChemicalResults(out, d);
     return out;
 }
 

@@ -294,6 +294,7 @@ TEST(MCInputFormModel, AUnitChangeRelabelsTheTablesHeadings) {
 
 TEST(MCInputFormModel, TheReportListsTheChemicalPropertiesInPlaceOfTheHalfLife) {
     ChainScreen s(oneDimChain());
+    s.form.calculate();
     ASSERT_TRUE(s.form.holdDataSet());
     std::vector<std::string> lines;
     for (const PrintedLine& line : printedReportLines(s.form)) lines.push_back(printedLineText(line));
@@ -307,6 +308,14 @@ TEST(MCInputFormModel, TheReportListsTheChemicalPropertiesInPlaceOfTheHalfLife) 
     const std::size_t rate = heading.find("Decay rate"), yield = heading.find("Effective");
     EXPECT_EQ(*(at + 2), "C1" + std::string(rate - 2, ' ') + "0.1" + std::string(yield - rate - 3, ' ') + "1");
     EXPECT_EQ(*(at + 3), "C2" + std::string(rate - 2, ' ') + "0.2" + std::string(yield - rate - 3, ' ') + "1");
+    // The results, chemical after chemical, as the points table shows them.
+    ASSERT_GE(lines.size(), 3u);
+    EXPECT_EQ(lines[lines.size() - 3], "Chemical" + std::string(41, ' ') + "Conc. (" +
+                                           reportUnitName(UnitMenu::Concentration, "mg/l") + ")");
+    const auto shown = [](double v) { return textValue(formatNumber(v)); };
+    EXPECT_EQ(lines[lines.size() - 2], "  C1" + std::string(45, ' ') + formatNumber(shown(U(0.1, 10, 5))));
+    EXPECT_EQ(lines[lines.size() - 1],
+              "  C2" + std::string(45, ' ') + formatNumber(shown(U(0.1, 10, 5)) - shown(U(0.2, 10, 5))));
     for (const std::string& l : lines) {
         EXPECT_EQ(l.find("HalfLife"), std::string::npos) << l;
         EXPECT_EQ(l.find("Superposition Index"), std::string::npos) << l;
