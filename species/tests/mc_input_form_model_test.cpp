@@ -113,6 +113,16 @@ TEST(MCInputFormModel, OneDimensionReadsTheCountAgainAndTwoKeepsTheValueOfTheLos
     EXPECT_EQ(two.data.chemicalName(3), "C3");
 }
 
+TEST(MCInputFormModel, ARunTimeErrorInHoldDataSetIsReportedWithTheScreensWords) {
+    ChainScreen s(oneDimChain());
+    s.form.row(3).text = "0:1:0.00001";  // more x terms than a counter holds
+    EXPECT_FALSE(s.form.holdDataSet());
+    ASSERT_EQ(s.ui.messages.size(), 2u);
+    EXPECT_EQ(s.ui.messages[0].title, "Overflow");
+    EXPECT_EQ(s.ui.messages[1].title, "brenmoor");
+    EXPECT_EQ(s.ui.messages[1].text, "Error in HoldDataset()");
+}
+
 TEST(MCInputFormModel, HoldDataSetCopiesTheTablesIntoTheChemicalLists) {
     ChainScreen s(oneDimChain());
     s.form.chemicalEdited(1, 0, "DCE");
