@@ -95,8 +95,6 @@ protected:
     const char* holdErrorText = "Error in holddataset()";
     // Sends the user to an input of the layout shown.
     void focusOn(const InputPlace& place);
-    // The rows of a layout typed into are checked again when they lose the focus.
-    void rowsChecked() { dirty_.assign(rows(dimension_).size(), false); }
 
     std::string windowTitlePrefix() const override { return kWindowTitlePrefix; }
     std::string modelWords() const override { return "Saturated Model"; }
