@@ -267,6 +267,10 @@ TEST_F(MCInputFormScreen, PicturesOfEachLayout) {
             d.chemicalName(1) = "Tetrachloroethene";
             d.chemicalName(2) = "Trichloroethene";
             d.chemicalName(3) = "cis-1,2-Dichloroethene";
+            // The selected point inside the plume, where every chemical has arrived.
+            d.xRange = d.modelType == "One Dimensional" ? "0:10:1:3" : "0:100:10:10";
+            d.yRange = "-20:20:10:0";
+            d.zRange = "0:10:5:5";
             // The smaller window shows a rate under Monte Carlo control, the larger a regular run's results.
             if (size.width() < 1600) d.decayRate(2) = chemicalCellMarker("0.2", 1);
             open(d);
