@@ -6,6 +6,7 @@
 #include "model/number_text.h"
 #include "model/ranges.h"
 #include "model/units.h"
+#include "montecarlo/pass/calculation_pass.h"
 #include "saturated/form/input_form_model.h"
 #include "shell/base/common_services.h"
 #include "shell/base/error_handler.h"
@@ -39,6 +40,30 @@ PrintedLine labelled(const std::string& label, const std::string& v, const std::
 
 PrintedLine property(const std::string& label, const std::string& v, const std::string& unit) {
     return {{0, label}, {50, v + " " + unit}};
+}
+
+// A decay chain's chemicals, one row each, their values under the heading's words.
+void appendChemicalProperties(std::vector<PrintedLine>& out, const DataSet& d) {
+    const std::string name = "Chemical Name ";
+    const std::string rate = "Decay rate (1/" + unitName(UnitMenu::Time, d.timeUnit) + ")  ";
+    out.push_back(text("Chemical Properties"));
+    out.push_back(text(name + rate + "Effective yield factor (M/M)"));
+    const int rateColumn = static_cast<int>(name.size()) + 1;  // Tab columns count from 1
+    const int yieldColumn = rateColumn + static_cast<int>(rate.size());
+    for (int i = 1; i <= d.numChemicals && i <= d.chemicalName.ub() && i <= d.decayRate.ub() && i <= d.yieldFactor.ub();
+         ++i)
+        out.push_back({{0, d.chemicalName(i)}, {rateColumn, value(d.decayRate(i))}, {yieldColumn, value(d.yieldFactor(i))}});
+}
+
+// Each chemical's concentration at the selected point, chemical after chemical,
+// as the points table of the screen shows it.
+void appendChemicalResults(std::vector<PrintedLine>& out, const DataSet& d) {
+    out.push_back(blank());
+    out.push_back({{0, "Chemical"}, {50, "Conc. (" + unitName(UnitMenu::Concentration, d.concentrationUnit) + ")"}});
+    for (int i = 1; i <= d.numChemicals && i <= d.chemicalName.ub() && i <= d.resultsInPoint.ub(); ++i) {
+        const std::string& result = d.resultsInPoint(i);
+        out.push_back({{0, "  " + d.chemicalName(i)}, {50, result.empty() ? result : resultLabelFromMode(result)}});
+    }
 }
 
 }  // namespace
@@ -84,12 +109,18 @@ std::vector<PrintedLine> printedReportLines(const InputFormModel& form) {
     add(blank());
 
     add(text("Boundary Conditions:"));
-    add(text("  Superposition Index: " + std::to_string(d.superpositionIndex)));
+    // A decay chain has a source per chemical, in chain order, in place of the terms.
+    if (!d.multiChemical) add(text("  Superposition Index: " + std::to_string(d.superpositionIndex)));
     add(blank());
     add({{9, "Time (" + unitName(UnitMenu::Time, d.timeUnit) + ")"},
          {29, "Concentration(" + unitName(UnitMenu::Concentration, d.concentrationUnit) + ")"}});
-    for (int i = 1; i <= d.terms.ub(); ++i)
-        add({{10, value(d.terms(i).time)}, {33, value(d.terms(i).concentration)}});
+    if (d.multiChemical) {
+        for (int i = 1; i <= d.numChemicals && i <= d.suppositionTime.ub() && i <= d.suppositionConcentration.ub(); ++i)
+            add({{10, value(d.suppositionTime(i))}, {33, value(d.suppositionConcentration(i))}});
+    } else {
+        for (int i = 1; i <= d.terms.ub(); ++i)
+            add({{10, value(d.terms(i).time)}, {33, value(d.terms(i).concentration)}});
+    }
     add(blank());
 
     // The source, by model.
@@ -129,7 +160,10 @@ std::vector<PrintedLine> printedReportLines(const InputFormModel& form) {
     add(text("Field and Chemical Properties:"));
     add(property("  Ground Water Darcy Velocity: ", value(d.velocity), unitOf(form, RowField::velocity)));
     if (dim == 1) add(property("  Aquifer Porosity: ", value(d.porosity), unitOf(form, RowField::porosity)));
-    add(property("  Contaminant HalfLife: ", value(d.halfLife), unitOf(form, RowField::halfLife)));
+    if (d.multiChemical)
+        appendChemicalProperties(out, d);
+    else
+        add(property("  Contaminant HalfLife: ", value(d.halfLife), unitOf(form, RowField::halfLife)));
     add(property("  Longitudinal Dispersion Coefficient: ", value(d.dispersionX), unitOf(form, RowField::dispersionX)));
     if (dim >= 2)
         add(property("  Lateral Dispersion Coefficient: ", value(d.dispersionY), unitOf(form, RowField::dispersionY)));
@@ -142,6 +176,7 @@ std::vector<PrintedLine> printedReportLines(const InputFormModel& form) {
                      unitOf(form, RowField::aquiferThickness)));
     }
     add({{0, "  Retardation Coefficient : "}, {50, value(d.retardation)}});
+    if (d.multiChemical) appendChemicalResults(out, d);
     return out;
 }
 

@@ -29,6 +29,7 @@
 #include "shell/widgets/report_printer.h"
 #include "shell/widgets/term_grid_view.h"
 #include "shell/widgets/usual_shortcuts.h"
+#include "species/widgets/select_chemical_form.h"
 
 namespace bm {
 
@@ -429,6 +430,8 @@ bool ModelScreenDialog::showNewModelDialog() {
     dialog.form().ok(model_->data());
     return true;
 }
+
+void ModelScreenDialog::showChemicalPicker(DataSet& model) { showSelectChemicalForm(model, this); }
 
 bool ModelScreenDialog::printReport(const std::vector<std::string>& lines, const std::vector<int>& tabColumns) {
     return printColumnReport(windowTitle().section(QStringLiteral(" -- "), 0, 0), lines, tabColumns, this, pdfOutput_);

@@ -9,6 +9,7 @@
 #include <string>
 #include <sys/wait.h>
 
+#include "apps/brenmoor-calc/tests/batch_command.h"
 #include "testing/test_paths.h"
 #include "timevarying/tests/merla_test_screen.h"
 
@@ -19,10 +20,7 @@ using testkit::readFileBytes;
 using testkit::TempDir;
 
 int runBatch(const std::string& input, const std::string& output, const TempDir& dir) {
-    const std::string command = std::string(BRENMOOR_CALC_PROGRAM) + " --output '" + output + "' '" + input + "' 2>'" +
-                                dir.file("batch.err") + "'";
-    const int raw = std::system(command.c_str());
-    return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+    return testkit::runBatchCommand("", input, output, dir);
 }
 
 struct Bench {
