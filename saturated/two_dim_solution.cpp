@@ -1,6 +1,10 @@
 #include "saturated/two_dim_solution.h"
 
+#include <bit>
+#include <cmath>
+#include <cstdint>
 #include <string>
+#include <unordered_map>
 
 #include "model/data_set.h"
 #include "model/number_text.h"
@@ -73,14 +77,45 @@ private:
 
 // C/Co at one point: the first term, then the later terms superposed; only a
 // negative sum is thrown away, so the sum may pass 1.
-double pointConcentration(const TwoDimSolution& solution, const InflowTerms& terms, double x, double y, double t,
-                          const TwoDimParameters& p) {
-    const double px = solution.shifted() ? fp::sub(x, p.sourceXc) : x;
-    const double py = solution.shifted() ? fp::sub(y, p.sourceYc) : y;
+double shiftedPointConcentration(const TwoDimSolution& solution, const InflowTerms& terms, double px, double py,
+                                 double t) {
     double c = solution(t, px, py);
     c = terms.superpose(c, t, [&](double tau) { return solution(tau, px, py); });
     return c < 0.0 ? 0.0 : c;
 }
+
+double pointConcentration(const TwoDimSolution& solution, const InflowTerms& terms, double x, double y, double t,
+                          const TwoDimParameters& p) {
+    const double px = solution.shifted() ? fp::sub(x, p.sourceXc) : x;
+    const double py = solution.shifted() ? fp::sub(y, p.sourceYc) : y;
+    return shiftedPointConcentration(solution, terms, px, py, t);
+}
+
+// The point source's plume is the same on both sides of its axis: its kernel
+// sees the lateral offset only as y^2 and through hypot, so offsets y and -y
+// give the same bits. A line of y at one x and t (a grid's inner loop) whose
+// offsets pair up about the source is computed once for each |y|: the values
+// of the line so far are kept, by |y|, on each thread.
+class MirroredLine {
+public:
+    template <class Compute>
+    double valueAt(double t, double px, double py, Compute&& compute) {
+        if (std::bit_cast<std::uint64_t>(t) != t_ || std::bit_cast<std::uint64_t>(px) != px_) {
+            t_ = std::bit_cast<std::uint64_t>(t);
+            px_ = std::bit_cast<std::uint64_t>(px);
+            values_.clear();
+        }
+        const std::uint64_t key = std::bit_cast<std::uint64_t>(std::fabs(py));
+        if (const auto kept = values_.find(key); kept != values_.end()) return kept->second;
+        const double value = compute();
+        values_.emplace(key, value);
+        return value;
+    }
+
+private:
+    std::uint64_t t_ = 0, px_ = 0;
+    std::unordered_map<std::uint64_t, double> values_;
+};
 
 }  // namespace
 
@@ -136,11 +171,16 @@ double solveTwoDimensional(DataSet& data, TwoDimParameters& parameters, bool mon
     const InflowTerms terms(data, monteCarlo, iteration);
     const ProgressOwner owner = progressOwnerOf(ModelFamily::Saturated, data.multiChemical);
     // Points in the order y, then x, then t; each on its own.
-    auto compute = [&data, &solution, &terms, &parameters, nx, ny](long long at) {
+    auto compute = [&data, &solution, &terms, &parameters, nx, ny, line = MirroredLine()](long long at) mutable {
         const int k = static_cast<int>(at % ny) + 1;
         const int i = static_cast<int>(at / ny % nx) + 1;
         const int j = static_cast<int>(at / ny / nx) + 1;
-        return pointConcentration(solution, terms, data.xValues(i), data.yValues(k), data.tValues(j), parameters);
+        if (!solution.shifted() || ny == 1)
+            return pointConcentration(solution, terms, data.xValues(i), data.yValues(k), data.tValues(j), parameters);
+        const double px = fp::sub(data.xValues(i), parameters.sourceXc);
+        const double py = fp::sub(data.yValues(k), parameters.sourceYc);
+        const double t = data.tValues(j);
+        return line.valueAt(t, px, py, [&] { return shiftedPointConcentration(solution, terms, px, py, t); });
     };
     double c = 0.0;
     const bool finished = runGridPoints<double>(
