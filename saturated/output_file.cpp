@@ -1,5 +1,7 @@
 #include "saturated/output_file.h"
 
+#include <algorithm>
+
 #include "files/text_file.h"
 #include "model/model_kinds.h"
 #include "model/number_text.h"
@@ -44,14 +46,33 @@ void appendField(std::string& out, double value) {
     out += formatNumber(value);
 }
 
-// The rows of the grid's points (x, y) of a time (3-D) or all times (2-D),
-// over the calculation threads: "x, y" and the values across the row.
-void appendPlaneRows(std::string& out, const DataSet& d, int dimension, int t) {
+// The heading of a time's block of a three-dimensional table, and its end.
+void appendTimeHeading(std::string& out, const DataSet& d, int t) {
+    out += line("Time is " + formatNumber(d.tValues(t)) + " " + unitText(d.timeUnit));
+    out += "Z Coordinate =>";
+    for (int z = 1; z <= d.numZTerms; ++z) appendField(out, d.zValues(z));
+    out += kCrlf;
+}
+
+void appendTimeEnd(std::string& out) {
+    out += kCrlf;
+    out += kCrlf;
+}
+
+// The rows of the grid's points (x, y), over the calculation threads: "x, y"
+// and the values across the row, of all times (2-D) or of the z of one time,
+// each time a block under its own heading (3-D).
+void appendPlaneRows(std::string& out, const DataSet& d, int dimension) {
     const int nx = d.numXTerms, ny = d.numYTerms, nz = d.numZTerms, nt = d.numTTerms;
-    if (nx <= 0 || ny <= 0) return;
-    appendTextInPieces(out, static_cast<long long>(nx) * ny, [&](long long first, long long last, std::string& piece) {
+    const long long plane = static_cast<long long>(std::max(nx, 0)) * std::max(ny, 0);
+    const long long rows = dimension == 2 ? plane : plane * std::max(nt, 0);
+    if (rows == 0) return;
+    appendTextInPieces(out, rows, [&](long long first, long long last, std::string& piece) {
         for (long long row = first; row < last; ++row) {
-            const int x = static_cast<int>(row / ny) + 1, y = static_cast<int>(row % ny) + 1;
+            const long long inPlane = row % plane;
+            const int x = static_cast<int>(inPlane / ny) + 1, y = static_cast<int>(inPlane % ny) + 1;
+            const int t = static_cast<int>(row / plane) + 1;
+            if (dimension == 3 && inPlane == 0) appendTimeHeading(piece, d, t);
             piece += formatNumber(d.xValues(x));
             appendField(piece, d.yValues(y));
             if (dimension == 2)
@@ -59,6 +80,7 @@ void appendPlaneRows(std::string& out, const DataSet& d, int dimension, int t) {
             else
                 for (int z = 1; z <= nz; ++z) appendField(piece, result(d, 3, x, y, z, t));
             piece += kCrlf;
+            if (dimension == 3 && inPlane == plane - 1) appendTimeEnd(piece);
         }
     });
 }
@@ -83,18 +105,16 @@ std::string table(const DataSet& d, int dimension) {
         out += "Time:";
         for (int t = 1; t <= nt; ++t) appendField(out, d.tValues(t));
         out += kCrlf;
-        appendPlaneRows(out, d, 2, 0);
+        if (nx > 0 && d.numYTerms > 0) appendPlaneRows(out, d, 2);
         return out;
     }
-    const int nz = d.numZTerms;
-    for (int t = 1; t <= nt; ++t) {
-        out += line("Time is " + formatNumber(d.tValues(t)) + " " + unitText(d.timeUnit));
-        out += "Z Coordinate =>";
-        for (int z = 1; z <= nz; ++z) appendField(out, d.zValues(z));
-        out += kCrlf;
-        appendPlaneRows(out, d, 3, t);
-        out += kCrlf;
-        out += kCrlf;
+    if (d.numXTerms > 0 && d.numYTerms > 0) {
+        appendPlaneRows(out, d, 3);
+    } else {  // blocks without rows
+        for (int t = 1; t <= nt; ++t) {
+            appendTimeHeading(out, d, t);
+            appendTimeEnd(out);
+        }
     }
     return out;
 }
