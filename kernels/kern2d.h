@@ -123,6 +123,18 @@ inline constexpr std::int16_t kKernelFailed = 0;
 // unbounded: above 1, so that the program's clamp discards it.
 inline constexpr double kAtPointSource = 1.0e30;
 
+// What the infinite-width kernels see of y. The strip sees only the offsets
+// from its edges, d1 = y - (Yc - W/2) and d2 = y - (Yc + W/2), and gives the
+// same bits for (d1, d2) as for (-d2, -d1), the point mirrored about the
+// source's axis; the Gaussian sees only y - Yc, and the point source its y
+// (already shifted), each the same for the offset and its negative. A grid
+// computes such mirrored points once (the tests hold the kernels to it).
+struct StripOffsets {
+    double d1, d2;
+};
+StripOffsets stripOffsets(const TwoDimParameters& parameters, double y);
+double gaussianOffset(const TwoDimParameters& parameters, double y);
+
 // `nodes` and `weights` point at entry 1 of the 256 nodes and weights of the
 // Gauss-Legendre rule on [-1, 1] (in any order).
 std::int16_t cnrml_FL(const TwoDimParameters& parameters, double t, double x, double y, double& result);

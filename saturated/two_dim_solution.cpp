@@ -45,6 +45,7 @@ public:
     }
 
     bool shifted() const { return code_ == kContinuousPointSource2D; }
+    std::int16_t code() const { return code_; }
 
     double operator()(double t, double px, double py) const {
         double c = 0.0;
@@ -91,31 +92,69 @@ double pointConcentration(const TwoDimSolution& solution, const InflowTerms& ter
     return shiftedPointConcentration(solution, terms, px, py, t);
 }
 
-// The point source's plume is the same on both sides of its axis: its kernel
-// sees the lateral offset only as y^2 and through hypot, so offsets y and -y
-// give the same bits. A line of y at one x and t (a grid's inner loop) whose
-// offsets pair up about the source is computed once for each |y|: the values
-// of the line so far are kept, by |y|, on each thread.
+// The infinite-width sources are the same on both sides of the source's axis
+// (kern2d.h: the strip sees y through its offsets from the edges, the
+// Gaussian and the point source through the offset from the source, each the
+// same bits mirrored). A line of y at one x and t (a grid's inner loop) whose
+// points pair up about the axis is computed once for each pair: the values of
+// the line so far are kept, by what the kernel sees of y, on each thread.
+struct LateralKey {
+    std::uint64_t first, second;
+    bool operator==(const LateralKey&) const = default;
+};
+
+struct LateralKeyHash {
+    std::size_t operator()(const LateralKey& k) const { return std::hash<std::uint64_t>()(k.first * 31 + k.second); }
+};
+
+LateralKey lateralKey(double first, double second) {
+    return {std::bit_cast<std::uint64_t>(first), std::bit_cast<std::uint64_t>(second)};
+}
+
 class MirroredLine {
 public:
+    // The value at a point whose lateral position the kernel sees as `key`,
+    // and as `mirror` at its mirror image.
     template <class Compute>
-    double valueAt(double t, double px, double py, Compute&& compute) {
-        if (std::bit_cast<std::uint64_t>(t) != t_ || std::bit_cast<std::uint64_t>(px) != px_) {
+    double valueAt(double t, double x, LateralKey key, LateralKey mirror, Compute&& compute) {
+        if (std::bit_cast<std::uint64_t>(t) != t_ || std::bit_cast<std::uint64_t>(x) != x_) {
             t_ = std::bit_cast<std::uint64_t>(t);
-            px_ = std::bit_cast<std::uint64_t>(px);
+            x_ = std::bit_cast<std::uint64_t>(x);
             values_.clear();
         }
-        const std::uint64_t key = std::bit_cast<std::uint64_t>(std::fabs(py));
-        if (const auto kept = values_.find(key); kept != values_.end()) return kept->second;
+        if (const auto kept = values_.find(mirror); kept != values_.end()) return kept->second;
         const double value = compute();
         values_.emplace(key, value);
         return value;
     }
 
 private:
-    std::uint64_t t_ = 0, px_ = 0;
-    std::unordered_map<std::uint64_t, double> values_;
+    std::uint64_t t_ = 0, x_ = 0;
+    std::unordered_map<LateralKey, double, LateralKeyHash> values_;
 };
+
+// C/Co at a grid point, through the line's kept values where the source is mirrored.
+double gridPointConcentration(const TwoDimSolution& solution, const InflowTerms& terms, double x, double y, double t,
+                              const TwoDimParameters& p, MirroredLine& line) {
+    switch (solution.code()) {
+        case kContinuousPointSource2D: {
+            const double px = fp::sub(x, p.sourceXc), py = fp::sub(y, p.sourceYc);
+            return line.valueAt(t, px, lateralKey(py, 0.0), lateralKey(-py, 0.0),
+                                [&] { return shiftedPointConcentration(solution, terms, px, py, t); });
+        }
+        case kGaussianSource2D: {
+            const double offset = gaussianOffset(p, y);
+            return line.valueAt(t, x, lateralKey(offset, 0.0), lateralKey(-offset, 0.0),
+                                [&] { return pointConcentration(solution, terms, x, y, t, p); });
+        }
+        case kFiniteLineSource2D: {
+            const StripOffsets d = stripOffsets(p, y);
+            return line.valueAt(t, x, lateralKey(d.d1, d.d2), lateralKey(-d.d2, -d.d1),
+                                [&] { return pointConcentration(solution, terms, x, y, t, p); });
+        }
+        default: return pointConcentration(solution, terms, x, y, t, p);
+    }
+}
 
 }  // namespace
 
@@ -175,12 +214,9 @@ double solveTwoDimensional(DataSet& data, TwoDimParameters& parameters, bool mon
         const int k = static_cast<int>(at % ny) + 1;
         const int i = static_cast<int>(at / ny % nx) + 1;
         const int j = static_cast<int>(at / ny / nx) + 1;
-        if (!solution.shifted() || ny == 1)
-            return pointConcentration(solution, terms, data.xValues(i), data.yValues(k), data.tValues(j), parameters);
-        const double px = fp::sub(data.xValues(i), parameters.sourceXc);
-        const double py = fp::sub(data.yValues(k), parameters.sourceYc);
-        const double t = data.tValues(j);
-        return line.valueAt(t, px, py, [&] { return shiftedPointConcentration(solution, terms, px, py, t); });
+        const double x = data.xValues(i), y = data.yValues(k), t = data.tValues(j);
+        if (ny == 1) return pointConcentration(solution, terms, x, y, t, parameters);
+        return gridPointConcentration(solution, terms, x, y, t, parameters, line);
     };
     double c = 0.0;
     const bool finished = runGridPoints<double>(
