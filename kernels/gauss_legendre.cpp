@@ -44,6 +44,19 @@ void gaussLegendre(int n, std::vector<double>& nodes, std::vector<double>& weigh
     }
 }
 
+namespace {
+
+struct BuiltinRule {
+    std::vector<double> nodes, weights;
+    BuiltinRule() { gaussLegendre(256, nodes, weights); }
+};
+const BuiltinRule theBuiltinRule;
+
+}  // namespace
+
+const double* builtinRuleNodes() { return theBuiltinRule.nodes.data(); }
+const double* builtinRuleWeights() { return theBuiltinRule.weights.data(); }
+
 std::string gaussPointsFileText() {
     std::vector<double> x, w;
     gaussLegendre(256, x, w);

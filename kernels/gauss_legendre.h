@@ -10,6 +10,12 @@ namespace bm {
 // Nodes ascending, weights to match.
 void gaussLegendre(int n, std::vector<double>& nodes, std::vector<double>& weights);
 
+// The 256-point rule, built once when the program loads (so that no kernel
+// call allocates), shared by the kernels that carry their own rule: nodes
+// ascending, weights to match.
+const double* builtinRuleNodes();
+const double* builtinRuleWeights();
+
 // The text of the points file: five header lines, the 128 positive nodes of the
 // 256-point rule (largest first), then their 128 weights; CR LF line ends.
 std::string gaussPointsFileText();

@@ -6,6 +6,7 @@
 #include "model/number_text.h"
 #include "model/model_kinds.h"
 #include "montecarlo/pass/grid_points.h"
+#include "saturated/mirrored_points.h"
 #include "saturated/ratio_clamp.h"
 #include "saturated/quadrature_points.h"
 #include "saturated/spatial_grid.h"
@@ -64,15 +65,33 @@ private:
 
 // C/Co at one point: the first term, then the later terms superposed; only a
 // negative sum is thrown away, so the sum may pass 1.
+double shiftedPointConcentration(const ThreeDimSolution& solution, const InflowTerms& terms, double px, double py,
+                                 double pz, double t) {
+    double c = solution(t, px, py, pz);
+    c = terms.superpose(c, t, [&](double tau) { return solution(tau, px, py, pz); });
+    return c < 0.0 ? 0.0 : c;
+}
+
 double pointConcentration(const ThreeDimSolution& solution, const InflowTerms& terms, double x, double y, double z,
                           double t, const ThreeDimParameters& p) {
     const bool shift = solution.shifted();
     const double px = shift ? fp::sub(x, p.sourceXc) : x;
     const double py = shift ? fp::sub(y, p.sourceYc) : y;
     const double pz = shift ? fp::sub(z, p.sourceZc) : z;
-    double c = solution(t, px, py, pz);
-    c = terms.superpose(c, t, [&](double tau) { return solution(tau, px, py, pz); });
-    return c < 0.0 ? 0.0 : c;
+    return shiftedPointConcentration(solution, terms, px, py, pz, t);
+}
+
+// The point source is the same on both sides of the planes y = Yc and z = Zc
+// through it (its kernel sees the offsets only through hypot): the points of
+// one time keep their values by offsets for their mirror images
+// (mirrored_points.h).
+double gridPointConcentration(const ThreeDimSolution& solution, const InflowTerms& terms, double x, double y,
+                              double z, double t, const ThreeDimParameters& p, MirroredPoints& mirrored) {
+    if (!solution.shifted()) return pointConcentration(solution, terms, x, y, z, t, p);
+    const double px = fp::sub(x, p.sourceXc), py = fp::sub(y, p.sourceYc), pz = fp::sub(z, p.sourceZc);
+    return mirrored.valueAt(t, 0.0, LateralKey(px, py, pz),
+                            {LateralKey(px, -py, pz), LateralKey(px, py, -pz), LateralKey(px, -py, -pz)},
+                            [&] { return shiftedPointConcentration(solution, terms, px, py, pz, t); });
 }
 
 }  // namespace
@@ -137,10 +156,10 @@ double solveThreeDimensional(DataSet& data, ThreeDimParameters& parameters, bool
         return Indices{static_cast<int>(plane % nx) + 1, static_cast<int>(at % ny) + 1,
                        static_cast<int>(plane / nx % nz) + 1, static_cast<int>(plane / nx / nz) + 1};
     };
-    auto compute = [&data, &solution, &terms, &parameters, indices](long long at) {
+    auto compute = [&data, &solution, &terms, &parameters, indices, mirrored = MirroredPoints()](long long at) mutable {
         const Indices p = indices(at);
-        return pointConcentration(solution, terms, data.xValues(p.i), data.yValues(p.k), data.zValues(p.l),
-                                  data.tValues(p.j), parameters);
+        return gridPointConcentration(solution, terms, data.xValues(p.i), data.yValues(p.k), data.zValues(p.l),
+                                      data.tValues(p.j), parameters, mirrored);
     };
     double c = 0.0;
     const bool finished = runGridPoints<double>(data, static_cast<long long>(nx) * ny * nz * nt, monteCarlo, owner,

@@ -1,15 +1,12 @@
 #include "saturated/two_dim_solution.h"
 
-#include <bit>
-#include <cmath>
-#include <cstdint>
 #include <string>
-#include <unordered_map>
 
 #include "model/data_set.h"
 #include "model/number_text.h"
 #include "model/model_kinds.h"
 #include "montecarlo/pass/grid_points.h"
+#include "saturated/mirrored_points.h"
 #include "saturated/ratio_clamp.h"
 #include "saturated/quadrature_points.h"
 #include "shell/base/checked_math.h"
@@ -95,61 +92,25 @@ double pointConcentration(const TwoDimSolution& solution, const InflowTerms& ter
 // The infinite-width sources are the same on both sides of the source's axis
 // (kern2d.h: the strip sees y through its offsets from the edges, the
 // Gaussian and the point source through the offset from the source, each the
-// same bits mirrored). A line of y at one x and t (a grid's inner loop) whose
-// points pair up about the axis is computed once for each pair: the values of
-// the line so far are kept, by what the kernel sees of y, on each thread.
-struct LateralKey {
-    std::uint64_t first, second;
-    bool operator==(const LateralKey&) const = default;
-};
-
-struct LateralKeyHash {
-    std::size_t operator()(const LateralKey& k) const { return std::hash<std::uint64_t>()(k.first * 31 + k.second); }
-};
-
-LateralKey lateralKey(double first, double second) {
-    return {std::bit_cast<std::uint64_t>(first), std::bit_cast<std::uint64_t>(second)};
-}
-
-class MirroredLine {
-public:
-    // The value at a point whose lateral position the kernel sees as `key`,
-    // and as `mirror` at its mirror image.
-    template <class Compute>
-    double valueAt(double t, double x, LateralKey key, LateralKey mirror, Compute&& compute) {
-        if (std::bit_cast<std::uint64_t>(t) != t_ || std::bit_cast<std::uint64_t>(x) != x_) {
-            t_ = std::bit_cast<std::uint64_t>(t);
-            x_ = std::bit_cast<std::uint64_t>(x);
-            values_.clear();
-        }
-        if (const auto kept = values_.find(mirror); kept != values_.end()) return kept->second;
-        const double value = compute();
-        values_.emplace(key, value);
-        return value;
-    }
-
-private:
-    std::uint64_t t_ = 0, x_ = 0;
-    std::unordered_map<LateralKey, double, LateralKeyHash> values_;
-};
-
+// same bits mirrored): a line of y at one x and t (a grid's inner loop) keeps
+// its values by what the kernel sees of y (mirrored_points.h).
 // C/Co at a grid point, through the line's kept values where the source is mirrored.
 double gridPointConcentration(const TwoDimSolution& solution, const InflowTerms& terms, double x, double y, double t,
-                              const TwoDimParameters& p, MirroredLine& line) {
+                              const TwoDimParameters& p, MirroredPoints& line) {
     switch (solution.code()) {
         case kContinuousPointSource2D: {
             const double px = fp::sub(x, p.sourceXc), py = fp::sub(y, p.sourceYc);
-            return line.valueAt(t, px, lateralKey(py, 0.0), lateralKey(-py, 0.0),
+            return line.valueAt(t, px, LateralKey(py, 0.0), {LateralKey(-py, 0.0)},
                                 [&] { return shiftedPointConcentration(solution, terms, px, py, t); });
         }
         case kGaussianSource2D: {
             const double offset = gaussianOffset(p, y);
-            return line.valueAt(t, x, lateralKey(offset, 0.0), lateralKey(-offset, 0.0),
+            return line.valueAt(t, x, LateralKey(offset, 0.0), {LateralKey(-offset, 0.0)},
                                 [&] { return pointConcentration(solution, terms, x, y, t, p); });
         }
         case kFiniteLineSource2D: {
             const StripOffsets d = stripOffsets(p, y);
-            return line.valueAt(t, x, lateralKey(d.d1, d.d2), lateralKey(-d.d2, -d.d1),
+            return line.valueAt(t, x, LateralKey(d.d1, d.d2), {LateralKey(-d.d2, -d.d1)},
                                 [&] { return pointConcentration(solution, terms, x, y, t, p); });
         }
         default: return pointConcentration(solution, terms, x, y, t, p);
@@ -210,7 +171,7 @@ double solveTwoDimensional(DataSet& data, TwoDimParameters& parameters, bool mon
     const InflowTerms terms(data, monteCarlo, iteration);
     const ProgressOwner owner = progressOwnerOf(ModelFamily::Saturated, data.multiChemical);
     // Points in the order y, then x, then t; each on its own.
-    auto compute = [&data, &solution, &terms, &parameters, nx, ny, line = MirroredLine()](long long at) mutable {
+    auto compute = [&data, &solution, &terms, &parameters, nx, ny, line = MirroredPoints()](long long at) mutable {
         const int k = static_cast<int>(at % ny) + 1;
         const int i = static_cast<int>(at / ny % nx) + 1;
         const int j = static_cast<int>(at / ny / nx) + 1;
