@@ -156,10 +156,13 @@ double solveThreeDimensional(DataSet& data, ThreeDimParameters& parameters, bool
         return Indices{static_cast<int>(plane % nx) + 1, static_cast<int>(at % ny) + 1,
                        static_cast<int>(plane / nx % nz) + 1, static_cast<int>(plane / nx / nz) + 1};
     };
-    auto compute = [&data, &solution, &terms, &parameters, indices, mirrored = MirroredPoints()](long long at) mutable {
+    const bool mirrors = ny > 1 || nz > 1;  // a single y and z have no mirror images
+    auto compute = [&data, &solution, &terms, &parameters, indices, mirrors,
+                    mirrored = MirroredPoints()](long long at) mutable {
         const Indices p = indices(at);
-        return gridPointConcentration(solution, terms, data.xValues(p.i), data.yValues(p.k), data.zValues(p.l),
-                                      data.tValues(p.j), parameters, mirrored);
+        const double x = data.xValues(p.i), y = data.yValues(p.k), z = data.zValues(p.l), t = data.tValues(p.j);
+        if (!mirrors) return pointConcentration(solution, terms, x, y, z, t, parameters);
+        return gridPointConcentration(solution, terms, x, y, z, t, parameters, mirrored);
     };
     double c = 0.0;
     const bool finished = runGridPoints<double>(data, static_cast<long long>(nx) * ny * nz * nt, monteCarlo, owner,
