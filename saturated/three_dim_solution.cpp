@@ -148,27 +148,21 @@ double solveThreeDimensional(DataSet& data, ThreeDimParameters& parameters, bool
     const InflowTerms terms(data, monteCarlo, iteration);
     const ProgressOwner owner = progressOwnerOf(ModelFamily::Saturated, data.multiChemical);
     // Points in the order y, then x, then z, then t; each on its own.
-    struct Indices {
-        int i, k, l, j;
-    };
-    const auto indices = [nx, ny, nz](long long at) {
-        const long long plane = at / ny;
-        return Indices{static_cast<int>(plane % nx) + 1, static_cast<int>(at % ny) + 1,
-                       static_cast<int>(plane / nx % nz) + 1, static_cast<int>(plane / nx / nz) + 1};
-    };
-    const bool mirrors = ny > 1 || nz > 1;  // a single y and z have no mirror images
-    auto compute = [&data, &solution, &terms, &parameters, indices, mirrors,
+    const GridCursor<4> order({ny, nx, nz, nt});  // k, i, l, j
+    const bool mirrors = ny > 1 || nz > 1;      // a single y and z have no mirror images
+    auto compute = [&data, &solution, &terms, &parameters, mirrors, cursor = order,
                     mirrored = MirroredPoints()](long long at) mutable {
-        const Indices p = indices(at);
-        const double x = data.xValues(p.i), y = data.yValues(p.k), z = data.zValues(p.l), t = data.tValues(p.j);
+        const auto [k, i, l, j] = cursor(at);
+        const double x = data.xValues(i), y = data.yValues(k), z = data.zValues(l), t = data.tValues(j);
         if (!mirrors) return pointConcentration(solution, terms, x, y, z, t, parameters);
         return gridPointConcentration(solution, terms, x, y, z, t, parameters, mirrored);
     };
     double c = 0.0;
+    GridCursor<4> stored = order;
     const bool finished = runGridPoints<double>(data, static_cast<long long>(nx) * ny * nz * nt, monteCarlo, owner,
                                                 ui, compute, [&](long long at, double value) {
-                                                    const Indices p = indices(at);
-                                                    data.result3D(p.i, p.k, p.l, p.j) = value;
+                                                    const auto [k, i, l, j] = stored(at);
+                                                    data.result3D(i, k, l, j) = value;
                                                     c = value;
                                                 });
     if (!finished) return 0.0;

@@ -171,19 +171,20 @@ double solveTwoDimensional(DataSet& data, TwoDimParameters& parameters, bool mon
     const InflowTerms terms(data, monteCarlo, iteration);
     const ProgressOwner owner = progressOwnerOf(ModelFamily::Saturated, data.multiChemical);
     // Points in the order y, then x, then t; each on its own.
-    auto compute = [&data, &solution, &terms, &parameters, nx, ny, line = MirroredPoints()](long long at) mutable {
-        const int k = static_cast<int>(at % ny) + 1;
-        const int i = static_cast<int>(at / ny % nx) + 1;
-        const int j = static_cast<int>(at / ny / nx) + 1;
+    const GridCursor<3> order({ny, nx, nt});  // k, i, j
+    auto compute = [&data, &solution, &terms, &parameters, ny, cursor = order,
+                    line = MirroredPoints()](long long at) mutable {
+        const auto [k, i, j] = cursor(at);
         const double x = data.xValues(i), y = data.yValues(k), t = data.tValues(j);
         if (ny == 1) return pointConcentration(solution, terms, x, y, t, parameters);
         return gridPointConcentration(solution, terms, x, y, t, parameters, line);
     };
     double c = 0.0;
+    GridCursor<3> stored = order;
     const bool finished = runGridPoints<double>(
         data, static_cast<long long>(nx) * ny * nt, monteCarlo, owner, ui, compute, [&](long long at, double value) {
-            data.result2D(static_cast<int>(at / ny % nx) + 1, static_cast<int>(at % ny) + 1,
-                          static_cast<int>(at / ny / nx) + 1) = value;
+            const auto [k, i, j] = stored(at);
+            data.result2D(i, k, j) = value;
             c = value;
         });
     if (!finished) return 0.0;
