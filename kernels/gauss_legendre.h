@@ -9,10 +9,12 @@ namespace bm {
 
 // Nodes ascending, weights to match.
 void gaussLegendre(int n, std::vector<double>& nodes, std::vector<double>& weights);
+// The same into n doubles at each pointer.
+void gaussLegendre(int n, double* nodes, double* weights);
 
-// The 256-point rule, built once when the program loads (so that no kernel
-// call allocates), shared by the kernels that carry their own rule: nodes
-// ascending, weights to match.
+// The 256-point rule, built once in static storage at its first use (no
+// kernel call allocates), shared by the kernels that carry their own rule:
+// nodes ascending, weights to match.
 const double* builtinRuleNodes();
 const double* builtinRuleWeights();
 

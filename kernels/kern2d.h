@@ -27,7 +27,7 @@
 // aquifer width, a zero half-life, recharge with a zero thickness or porosity)
 // are raised as run-time errors 11 or 6 through the checked arithmetic, after
 // those shortcuts. No call allocates memory or touches a file; the finite-width
-// kernel's own 256-point rule is built when the program loads.
+// kernel's own 256-point rule is built at its first use, in static storage.
 //
 // The rule's nodes are evaluated in vectors, and what a grid's inner loop
 // shares is kept per thread in fixed storage (transit_nodes.h, edge_tails.h,
