@@ -4,8 +4,8 @@
 // at a point and at its mirror image (what it sees of the lateral position
 // is the same, up to sign), a grid computes each pair once: the values are
 // kept by that lateral key within a set of points sharing everything else
-// (a line of y at one x and t, the points of one time), and a point looks up
-// the keys of its mirror images before it is computed.
+// (a line of y at one x and t), and a point looks up the keys of its mirror
+// images before it is computed.
 
 #include <bit>
 #include <cstdint>
@@ -14,12 +14,10 @@
 
 namespace bm {
 
-// Up to three coordinates, as their bits.
+// Two coordinates, as their bits.
 struct LateralKey {
-    std::uint64_t first = 0, second = 0, third = 0;
-    LateralKey(double a, double b, double c = 0.0)
-        : first(std::bit_cast<std::uint64_t>(a)), second(std::bit_cast<std::uint64_t>(b)),
-          third(std::bit_cast<std::uint64_t>(c)) {}
+    std::uint64_t first = 0, second = 0;
+    LateralKey(double a, double b) : first(std::bit_cast<std::uint64_t>(a)), second(std::bit_cast<std::uint64_t>(b)) {}
     bool operator==(const LateralKey&) const = default;
 };
 
@@ -44,8 +42,7 @@ public:
 private:
     struct Hash {
         std::size_t operator()(const LateralKey& k) const {
-            return std::hash<std::uint64_t>()((k.first * 0x9E3779B97F4A7C15ull ^ k.second) * 0x9E3779B97F4A7C15ull ^
-                                              k.third);
+            return std::hash<std::uint64_t>()(k.first * 0x9E3779B97F4A7C15ull ^ k.second);
         }
     };
     // A set larger than this starts over (it only costs recomputing).

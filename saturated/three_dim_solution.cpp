@@ -1,12 +1,17 @@
 #include "saturated/three_dim_solution.h"
 
+#include <bit>
+#include <cmath>
+#include <cstdint>
 #include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include "model/data_set.h"
 #include "model/number_text.h"
 #include "model/model_kinds.h"
 #include "montecarlo/pass/grid_points.h"
-#include "saturated/mirrored_points.h"
 #include "saturated/ratio_clamp.h"
 #include "saturated/quadrature_points.h"
 #include "saturated/spatial_grid.h"
@@ -65,34 +70,77 @@ private:
 
 // C/Co at one point: the first term, then the later terms superposed; only a
 // negative sum is thrown away, so the sum may pass 1.
-double shiftedPointConcentration(const ThreeDimSolution& solution, const InflowTerms& terms, double px, double py,
-                                 double pz, double t) {
-    double c = solution(t, px, py, pz);
-    c = terms.superpose(c, t, [&](double tau) { return solution(tau, px, py, pz); });
-    return c < 0.0 ? 0.0 : c;
-}
-
 double pointConcentration(const ThreeDimSolution& solution, const InflowTerms& terms, double x, double y, double z,
                           double t, const ThreeDimParameters& p) {
     const bool shift = solution.shifted();
     const double px = shift ? fp::sub(x, p.sourceXc) : x;
     const double py = shift ? fp::sub(y, p.sourceYc) : y;
     const double pz = shift ? fp::sub(z, p.sourceZc) : z;
-    return shiftedPointConcentration(solution, terms, px, py, pz, t);
+    double c = solution(t, px, py, pz);
+    c = terms.superpose(c, t, [&](double tau) { return solution(tau, px, py, pz); });
+    return c < 0.0 ? 0.0 : c;
 }
 
 // The point source is the same on both sides of the planes y = Yc and z = Zc
-// through it (its kernel sees the offsets only through hypot): the points of
-// one time keep their values by offsets for their mirror images
-// (mirrored_points.h).
-double gridPointConcentration(const ThreeDimSolution& solution, const InflowTerms& terms, double x, double y,
-                              double z, double t, const ThreeDimParameters& p, MirroredPoints& mirrored) {
-    if (!solution.shifted()) return pointConcentration(solution, terms, x, y, z, t, p);
-    const double px = fp::sub(x, p.sourceXc), py = fp::sub(y, p.sourceYc), pz = fp::sub(z, p.sourceZc);
-    return mirrored.valueAt(t, 0.0, LateralKey(px, py, pz),
-                            {LateralKey(px, -py, pz), LateralKey(px, py, -pz), LateralKey(px, -py, -pz)},
-                            [&] { return shiftedPointConcentration(solution, terms, px, py, pz, t); });
+// through it (its kernel sees the offsets only through hypot). For each entry
+// of a list, the entry (from 1) whose offset from the centre is the negative
+// of its own, 0 where there is none.
+std::vector<int> mirrorIndices(const List<double>& values, int n, double centre) {
+    auto key = [](double offset) { return std::bit_cast<std::uint64_t>(offset == 0.0 ? 0.0 : offset); };
+    std::unordered_map<std::uint64_t, int> byOffset;
+    for (int k = 1; k <= n; ++k) {
+        const double offset = values(k) - centre;
+        if (std::isfinite(offset)) byOffset.emplace(key(offset), k);
+    }
+    std::vector<int> mirror(static_cast<std::size_t>(n) + 1, 0);
+    for (int k = 1; k <= n; ++k) {
+        const double offset = values(k) - centre;
+        if (!std::isfinite(offset)) continue;
+        if (const auto found = byOffset.find(key(-offset)); found != byOffset.end()) mirror[static_cast<std::size_t>(k)] = found->second;
+    }
+    return mirror;
 }
+
+// The values of one time's points kept on one thread, by grid position, for
+// the points that mirror them: a point takes the value of a mirror image
+// computed before it at the same time, or is computed.
+class MirroredTime {
+public:
+    // A time of more points than this keeps none (the store would be too large).
+    static constexpr long long kMostPoints = 1 << 22;
+
+    MirroredTime(int nx, int ny, int nz, std::vector<int> mirrorY, std::vector<int> mirrorZ)
+        : nx_(nx), ny_(ny), size_(static_cast<std::size_t>(nx) * ny * nz), mirrorY_(std::move(mirrorY)),
+          mirrorZ_(std::move(mirrorZ)) {}
+
+    template <class Compute>
+    double valueAt(int i, int k, int l, int j, Compute&& compute) {
+        if (stamps_.empty()) {  // made on first use: the copies for the threads start empty
+            stamps_.assign(size_, 0);
+            values_.assign(size_, 0.0);
+        }
+        const int mk = mirrorY_[static_cast<std::size_t>(k)], ml = mirrorZ_[static_cast<std::size_t>(l)];
+        for (const auto& [kk, ll] : {std::pair{mk, l}, std::pair{k, ml}, std::pair{mk, ml}}) {
+            if (kk == 0 || ll == 0) continue;
+            const std::size_t at = position(i, kk, ll);
+            if (stamps_[at] == j) return values_[at];
+        }
+        const double value = compute();
+        const std::size_t at = position(i, k, l);
+        stamps_[at] = j;
+        values_[at] = value;
+        return value;
+    }
+
+private:
+    std::size_t position(int i, int k, int l) const {
+        return (static_cast<std::size_t>(l - 1) * nx_ + static_cast<std::size_t>(i - 1)) * ny_ + static_cast<std::size_t>(k - 1);
+    }
+    std::size_t nx_, ny_, size_;
+    std::vector<int> mirrorY_, mirrorZ_;
+    std::vector<int> stamps_;  // the time (from 1) each value was computed at, 0 for none
+    std::vector<double> values_;
+};
 
 }  // namespace
 
@@ -149,13 +197,18 @@ double solveThreeDimensional(DataSet& data, ThreeDimParameters& parameters, bool
     const ProgressOwner owner = progressOwnerOf(ModelFamily::Saturated, data.multiChemical);
     // Points in the order y, then x, then z, then t; each on its own.
     const GridCursor<4> order({ny, nx, nz, nt});  // k, i, l, j
-    const bool mirrors = ny > 1 || nz > 1;      // a single y and z have no mirror images
+    // Mirror images only where a point source has more than one y or z.
+    const bool mirrors = solution.shifted() && (ny > 1 || nz > 1) &&
+                         static_cast<long long>(nx) * ny * nz <= MirroredTime::kMostPoints;
+    MirroredTime mirroredTime(nx, ny, nz,
+                              mirrors ? mirrorIndices(data.yValues, ny, parameters.sourceYc) : std::vector<int>(),
+                              mirrors ? mirrorIndices(data.zValues, nz, parameters.sourceZc) : std::vector<int>());
     auto compute = [&data, &solution, &terms, &parameters, mirrors, cursor = order,
-                    mirrored = MirroredPoints()](long long at) mutable {
+                    mirrored = std::move(mirroredTime)](long long at) mutable {
         const auto [k, i, l, j] = cursor(at);
         const double x = data.xValues(i), y = data.yValues(k), z = data.zValues(l), t = data.tValues(j);
         if (!mirrors) return pointConcentration(solution, terms, x, y, z, t, parameters);
-        return gridPointConcentration(solution, terms, x, y, z, t, parameters, mirrored);
+        return mirrored.valueAt(i, k, l, j, [&] { return pointConcentration(solution, terms, x, y, z, t, parameters); });
     };
     double c = 0.0;
     GridCursor<4> stored = order;
