@@ -65,8 +65,11 @@ std::string utf8ToWindows1252(std::string_view utf8) {
     while (i < n) {
         const auto b = static_cast<unsigned char>(utf8[i]);
         if (b < 0x80) {
-            out += static_cast<char>(b);
-            ++i;
+            // A run of ASCII (nearly the whole of a result file) copied at once.
+            std::size_t end = i + 1;
+            while (end < n && static_cast<unsigned char>(utf8[end]) < 0x80) ++end;
+            out.append(utf8, i, end - i);
+            i = end;
             continue;
         }
         // Length and minimum value of the sequence that this lead byte starts.

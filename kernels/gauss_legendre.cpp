@@ -1,5 +1,6 @@
 #include "kernels/gauss_legendre.h"
 
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <string>
@@ -23,6 +24,10 @@ void legendre(int n, long double x, long double& p, long double& dp) {
 void gaussLegendre(int n, std::vector<double>& nodes, std::vector<double>& weights) {
     nodes.assign(static_cast<std::size_t>(n), 0.0);
     weights.assign(static_cast<std::size_t>(n), 0.0);
+    gaussLegendre(n, nodes.data(), weights.data());
+}
+
+void gaussLegendre(int n, double* nodes, double* weights) {
     const long double pi = 3.141592653589793238462643383279502884L;
     const int half = (n + 1) / 2;
     for (int i = 1; i <= half; ++i) {
@@ -43,6 +48,25 @@ void gaussLegendre(int n, std::vector<double>& nodes, std::vector<double>& weigh
         weights[static_cast<std::size_t>(i - 1)] = static_cast<double>(w);
     }
 }
+
+namespace {
+
+struct BuiltinRule {
+    std::array<double, 256> nodes{}, weights{};
+    BuiltinRule() { gaussLegendre(256, nodes.data(), weights.data()); }
+};
+
+// Built at its first use, in static storage: a run that never needs it does
+// not pay for it at start-up, and no kernel call allocates.
+const BuiltinRule& builtinRule() {
+    static const BuiltinRule rule;
+    return rule;
+}
+
+}  // namespace
+
+const double* builtinRuleNodes() { return builtinRule().nodes.data(); }
+const double* builtinRuleWeights() { return builtinRule().weights.data(); }
 
 std::string gaussPointsFileText() {
     std::vector<double> x, w;

@@ -9,6 +9,14 @@ namespace bm {
 
 // Nodes ascending, weights to match.
 void gaussLegendre(int n, std::vector<double>& nodes, std::vector<double>& weights);
+// The same into n doubles at each pointer.
+void gaussLegendre(int n, double* nodes, double* weights);
+
+// The 256-point rule, built once in static storage at its first use (no
+// kernel call allocates), shared by the kernels that carry their own rule:
+// nodes ascending, weights to match.
+const double* builtinRuleNodes();
+const double* builtinRuleWeights();
 
 // The text of the points file: five header lines, the 128 positive nodes of the
 // 256-point rule (largest first), then their 128 weights; CR LF line ends.

@@ -22,16 +22,6 @@ constexpr double kSmallestS = 1e-12;
 // the strip and its two nearest mirrors below it.
 constexpr double kModeSpread = 0.05;
 
-struct BuiltinRule {
-    std::array<double, kRulePoints> nodes{}, weights{};
-    BuiltinRule() {
-        std::vector<double> x, w;
-        gaussLegendre(kRulePoints, x, w);
-        std::copy(x.begin(), x.end(), nodes.begin());
-        std::copy(w.begin(), w.end(), weights.begin());
-    }
-};
-const BuiltinRule theBuiltinRule;
 
 }  // namespace
 
@@ -174,7 +164,7 @@ void WalledStripFactor::many(const double* spreadRatio, int n, double* out) cons
     }
 }
 
-const double* builtinNodes() { return theBuiltinRule.nodes.data(); }
-const double* builtinWeights() { return theBuiltinRule.weights.data(); }
+const double* builtinNodes() { return builtinRuleNodes(); }
+const double* builtinWeights() { return builtinRuleWeights(); }
 
 }  // namespace bm::green

@@ -134,7 +134,7 @@ private:
     double coefficient_[kModes + 1];  // c_m cos(m pi y / W)
 };
 
-// The 256-point Gauss-Legendre rule, built when the program loads, for kernels
+// The 256-point Gauss-Legendre rule, built at its first use, for kernels
 // that are handed no rule of their own.
 const double* builtinNodes();
 const double* builtinWeights();

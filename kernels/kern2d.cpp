@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "kernels/green_integrals.h"
 #include "kernels/edge_tails.h"
@@ -206,12 +207,28 @@ std::int16_t cnrml_FL(const TwoDimParameters& parameters, double t, double x, do
     return kKernelOk;
 }
 
+namespace {
+
+// The strip's edges y1 = Yc - W/2 and y2 = Yc + W/2.
+std::pair<double, double> stripEdges(const TwoDimParameters& parameters) {
+    const double half = 0.5 * std::fabs(parameters.sourceWidth);
+    return {parameters.sourceYc - half, parameters.sourceYc + half};
+}
+
+}  // namespace
+
+StripOffsets stripOffsets(const TwoDimParameters& parameters, double y) {
+    const auto [y1, y2] = stripEdges(parameters);
+    return {y - y1, y - y2};
+}
+
+double gaussianOffset(const TwoDimParameters& parameters, double y) { return y - parameters.sourceYc; }
+
 std::int16_t cnrml_IL(const TwoDimParameters& parameters, double t, double x, double y, double& result,
                       const double* nodes, const double* weights) {
     result = 0.0;
     if (x < 0.0) return kKernelOk;
-    const double half = 0.5 * std::fabs(parameters.sourceWidth);
-    const double y1 = parameters.sourceYc - half, y2 = parameters.sourceYc + half;
+    const auto [y1, y2] = stripEdges(parameters);
     if (x == 0.0) {
         result = y >= y1 && y <= y2 ? 1.0 : 0.0;
         return kKernelOk;
@@ -223,7 +240,8 @@ std::int16_t cnrml_IL(const TwoDimParameters& parameters, double t, double x, do
     const green::TransitRange range = green::transitRange(x, t, c.v, c.dx, c.k, c.u);
     // 1 / (2 sqrt(Dy tau)) = scale * s.
     const double scale = c.sqrtDx / c.sqrtDy / x;
-    const double p1 = scaled(y - y1, scale), p2 = scaled(y - y2, scale);
+    const StripOffsets d = stripOffsets(parameters, y);
+    const double p1 = scaled(d.d1, scale), p2 = scaled(d.d2, scale);
     // Beside the strip the lateral factor is largest at the smallest s (the
     // longest spread): below 1e-19 there, nothing reaches the point.
     const double gap = std::max({p2, -p1, 0.0});  // scaled distance to the strip
@@ -239,12 +257,13 @@ std::int16_t cnrml_IL(const TwoDimParameters& parameters, double t, double x, do
     return kKernelOk;
 }
 
+
 std::int16_t cnrml_IG(const TwoDimParameters& parameters, double t, double x, double y, double& result,
                       const double* nodes, const double* weights) {
     result = 0.0;
     if (x < 0.0) return kKernelOk;
     const double sigma = std::fabs(parameters.sourceStdDev);
-    const double offset = y - parameters.sourceYc;
+    const double offset = gaussianOffset(parameters, y);
     const double inverseTwoVariance = fp::div(1.0, 2.0 * sigma * sigma);
     if (x == 0.0) {
         result = std::exp(-(offset * offset) * inverseTwoVariance);

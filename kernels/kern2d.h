@@ -27,7 +27,7 @@
 // aquifer width, a zero half-life, recharge with a zero thickness or porosity)
 // are raised as run-time errors 11 or 6 through the checked arithmetic, after
 // those shortcuts. No call allocates memory or touches a file; the finite-width
-// kernel's own 256-point rule is built when the program loads.
+// kernel's own 256-point rule is built at its first use, in static storage.
 //
 // The rule's nodes are evaluated in vectors, and what a grid's inner loop
 // shares is kept per thread in fixed storage (transit_nodes.h, edge_tails.h,
@@ -122,6 +122,18 @@ inline constexpr std::int16_t kKernelFailed = 0;
 // The value cnrml_IC gives at its own source point, where the concentration is
 // unbounded: above 1, so that the program's clamp discards it.
 inline constexpr double kAtPointSource = 1.0e30;
+
+// What the infinite-width kernels see of y. The strip sees only the offsets
+// from its edges, d1 = y - (Yc - W/2) and d2 = y - (Yc + W/2), and gives the
+// same bits for (d1, d2) as for (-d2, -d1), the point mirrored about the
+// source's axis; the Gaussian sees only y - Yc, and the point source its y
+// (already shifted), each the same for the offset and its negative. A grid
+// computes such mirrored points once (the tests hold the kernels to it).
+struct StripOffsets {
+    double d1, d2;
+};
+StripOffsets stripOffsets(const TwoDimParameters& parameters, double y);
+double gaussianOffset(const TwoDimParameters& parameters, double y);
 
 // `nodes` and `weights` point at entry 1 of the 256 nodes and weights of the
 // Gauss-Legendre rule on [-1, 1] (in any order).

@@ -34,22 +34,10 @@ double psiAt(const Column& c, double u) {
     return c.psi(u, tau);
 }
 
-struct InternalRule {
-    std::array<double, kRulePoints> nodes{}, weights{};
-    InternalRule() {
-        std::vector<double> x, w;
-        gaussLegendre(kRulePoints, x, w);
-        std::copy(x.begin(), x.end(), nodes.begin());
-        std::copy(w.begin(), w.end(), weights.begin());
-    }
-};
-// Built before main, so that no kernel call allocates.
-const InternalRule theInternalRule;
-
 }  // namespace
 
-const double* internalNodes() { return theInternalRule.nodes.data(); }
-const double* internalWeights() { return theInternalRule.weights.data(); }
+const double* internalNodes() { return builtinRuleNodes(); }
+const double* internalWeights() { return builtinRuleWeights(); }
 
 Column makeColumn(double x, double v, double dx, double decay) {
     Column c;

@@ -1,5 +1,6 @@
 #include "saturated/one_dim_kernels.h"
 
+#include <bit>
 #include <cmath>
 #include <limits>
 #include <numbers>
@@ -238,8 +239,24 @@ bool finiteDirichletRatio(const OneDimParameters& parameters, double length, dou
     return converged;
 }
 
+std::vector<CauchyTermStore::XPart>& CauchyTermStore::xParts(double x) {
+    if (byX_.size() >= kMostXs && !byX_.contains(std::bit_cast<std::uint64_t>(x))) byX_.clear();
+    return byX_[std::bit_cast<std::uint64_t>(x)];
+}
+
+std::vector<CauchyTermStore::TPart>& CauchyTermStore::tParts(double t) {
+    for (int k = 0; k < timesKept_; ++k)
+        if (std::bit_cast<std::uint64_t>(times_[k]) == std::bit_cast<std::uint64_t>(t)) return byT_[k];
+    const int k = nextTime_;
+    nextTime_ = (nextTime_ + 1) % kTimes;
+    if (timesKept_ < kTimes) ++timesKept_;
+    times_[k] = t;
+    byT_[k].clear();
+    return byT_[k];
+}
+
 bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double x, double t,
-                       const Eigenvalues& rootTable, double& result) {
+                       const Eigenvalues& rootTable, double& result, CauchyTermStore* store) {
     if (t == 0.0) {
         result = initialRatio(x);
         return true;
@@ -263,6 +280,8 @@ bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double
     const double aL = std::fabs(s.aL);
     double spread = 0.0;
     double beta = 0.0, damping = 0.0;  // of the last term
+    std::vector<CauchyTermStore::XPart>* const xParts = store ? &store->xParts(x) : nullptr;
+    std::vector<CauchyTermStore::TPart>* const tParts = store ? &store->tParts(t) : nullptr;
     int i = 1;
     while (true) {
         // Without decay only C is tested, so in practice all 500 terms run.
@@ -278,12 +297,29 @@ bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double
         }
         beta = rootTable(i);
         const double b = beta * beta;
-        const double y = fp::div(beta * x, L);
-        C = (std::cos(y) * beta + std::sin(y) * s.aL) * beta;
-        const double P = b + s.aL2;
-        const double W = lambda != 0.0 ? (P + M) * (P + s.B) : (P + M) * P;
-        damping = fp::div(b * D * t, s.L2);
-        A = fp::div(fp::exp(-damping), W);
+        const auto term = static_cast<std::size_t>(i - 1);
+        CauchyTermStore::XPart xPart;
+        if (xParts != nullptr && term < xParts->size()) {
+            xPart = (*xParts)[term];
+        } else {
+            xPart.y = fp::div(beta * x, L);
+            xPart.c = (std::cos(xPart.y) * beta + std::sin(xPart.y) * s.aL) * beta;
+            if (xParts != nullptr) xParts->push_back(xPart);
+        }
+        CauchyTermStore::TPart tPart;
+        if (tParts != nullptr && term < tParts->size()) {
+            tPart = (*tParts)[term];
+        } else {
+            const double P = b + s.aL2;
+            const double W = lambda != 0.0 ? (P + M) * (P + s.B) : (P + M) * P;
+            tPart.damping = fp::div(b * D * t, s.L2);
+            tPart.a = fp::div(fp::exp(-tPart.damping), W);
+            if (tParts != nullptr) tParts->push_back(tPart);
+        }
+        const double y = xPart.y;
+        C = xPart.c;
+        damping = tPart.damping;
+        A = tPart.a;
         sum = fp::checked(sum + A * C);
         // |C| <= beta (beta + aL); its arguments carry errors of epsilon y, A's of epsilon damping
         spread += std::fabs(A) * beta * (beta + aL) * (4.0 + 2.0 * damping + 2.0 * std::fabs(y));

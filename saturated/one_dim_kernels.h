@@ -20,6 +20,11 @@
 // cancellation-free form (one_dim_cauchy_decay.h). The flags, the run-time
 // errors of the series and the special cases stay those of the closed forms.
 
+#include <array>
+#include <cstdint>
+#include <unordered_map>
+#include <vector>
+
 #include "kernels/kern1d.h"
 #include "model/arrays.h"
 #include "saturated/one_dim_parameters.h"
@@ -47,11 +52,44 @@ private:
 bool finiteDirichletRatio(const OneDimParameters& parameters, double length, double x, double t,
                           const Eigenvalues& rootTable, double& result);
 
+// What the terms of the finite Cauchy series share over a grid, kept by one
+// thread for one model (one set of parameters, aquifer length and
+// eigenvalues): each term's x part, (cos y beta + sin y aL) beta with
+// y = beta x / L, by x, and its time part, exp(-beta^2 D t / L^2) / W, by t.
+// A kept part is the value the series would compute in its place, so a
+// result never depends on the points computed before it.
+class CauchyTermStore {
+public:
+    struct XPart {
+        double y, c;
+    };
+    struct TPart {
+        double damping, a;
+    };
+    // The parts kept for x and for t (empty at first, filled by the series
+    // as it reaches further terms); references that stay valid until the
+    // next call.
+    std::vector<XPart>& xParts(double x);
+    std::vector<TPart>& tParts(double t);
+
+private:
+    // The parts of more x than this are let go and started again (a line of
+    // x of a grid is kept whole up to this length).
+    static constexpr std::size_t kMostXs = 1024;
+    static constexpr int kTimes = 4;
+    std::unordered_map<std::uint64_t, std::vector<XPart>> byX_;
+    std::array<double, kTimes> times_{};
+    std::array<std::vector<TPart>, kTimes> byT_;
+    int timesKept_ = 0;
+    int nextTime_ = 0;
+};
+
 // rootTable: eigenvalues 1..500 of root3(V L / (4D), D / (L V)). The mid-point
 // x = L/2 is evaluated at 1.001 L/2. With decay, 500 terms without meeting the
 // tolerance are run-time error 13; without decay they are reported by the flag.
+// With a store the terms' parts come from it where it holds them.
 bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double x, double t,
-                       const Eigenvalues& rootTable, double& result);
+                       const Eigenvalues& rootTable, double& result, CauchyTermStore* store = nullptr);
 
 bool semiInfiniteDirichletRatio(const OneDimParameters& parameters, double x, double t, double& result);
 

@@ -22,14 +22,15 @@ public:
     OneDimKernel(const OneDimParameters& parameters, bool finite, double length, const Eigenvalues& roots)
         : parameters_(parameters), finite_(finite), length_(length), roots_(roots) {}
 
-    double operator()(double x, double t) const {
+    // `store`: the calling thread's own.
+    double operator()(double x, double t, CauchyTermStore& store) const {
         double c = 0.0;
         const bool dirichlet = parameters_.boundaryType == kDirichletBoundary;
         if (finite_) {
             if (dirichlet)
                 finiteDirichletRatio(parameters_, length_, x, t, roots_, c);
             else
-                finiteCauchyRatio(parameters_, length_, x, t, roots_, c);
+                finiteCauchyRatio(parameters_, length_, x, t, roots_, c, &store);
         } else {
             if (dirichlet)
                 semiInfiniteDirichletRatio(parameters_, x, t, c);
@@ -49,12 +50,12 @@ private:
 // C/Co at one point: the first inflow term, then each later term k started at
 // its own time with the step of its concentration, relative to the first.
 double pointConcentration(const DataSet& data, const InflowTermValues& terms, const OneDimKernel& kernel, double x,
-                          double t) {
-    double c = clampRatio(kernel(x, t));
+                          double t, CauchyTermStore& store) {
+    double c = clampRatio(kernel(x, t, store));
     for (int k = 2; k <= data.superpositionIndex; ++k) {
         const double tau = t - terms.time(k);
         if (tau > 0.0) {
-            const double c2 = clampRatio(kernel(x, tau));
+            const double c2 = clampRatio(kernel(x, tau, store));
             const double step = terms.concentration(k) - terms.concentration(k - 1);
             c = fp::checked(c + fp::div(step, terms.concentration(1)) * c2);
         }
@@ -86,11 +87,15 @@ double solveOneDimensional(DataSet& data, OneDimParameters& parameters, bool mon
                                : dirichlet ? RootSequence(fp::div(V * length, 2.0 * D), 0.0)
                                            : RootSequence(fp::div(V * 0.25 * length, D), fp::div(D, fp::mul(length, V)));
     if (finite && dirichlet && !roots.firstBranchHoldsRoot()) return 0.0;
+    // The threads of a grid share the eigenvalues: all are found before they start.
+    if (finite && static_cast<long long>(nx) * nt > 1) roots(kRootCount);
     const OneDimKernel kernel(parameters, finite, length, Eigenvalues(roots));
 
     const InflowTermValues terms(data, monteCarlo, parameters.iteration);
     return runLineGrid(data, data.result1D, monteCarlo, progressOwnerOf(ModelFamily::Saturated, data.multiChemical), ui,
-                       [&data, &kernel, terms](double x, double t) { return pointConcentration(data, terms, kernel, x, t); });
+                       [&data, &kernel, terms, store = CauchyTermStore()](double x, double t) mutable {
+                           return pointConcentration(data, terms, kernel, x, t, store);
+                       });
 }
 
 }  // namespace bm

@@ -1,9 +1,12 @@
 #include "saturated/output_file.h"
 
+#include <algorithm>
+
 #include "files/text_file.h"
 #include "model/model_kinds.h"
 #include "model/number_text.h"
 #include "model/output_text.h"
+#include "montecarlo/pass/text_in_pieces.h"
 #include "saturated/source_captions.h"
 #include "shell/base/common_services.h"
 #include "shell/base/runtime_error.h"
@@ -37,45 +40,81 @@ double result(const DataSet& d, int dimension, int x, int y, int z, int t) {
     }
 }
 
+// ", " and the number's text.
+void appendField(std::string& out, double value) {
+    out += ", ";
+    out += formatNumber(value);
+}
+
+// The heading of a time's block of a three-dimensional table, and its end.
+void appendTimeHeading(std::string& out, const DataSet& d, int t) {
+    out += line("Time is " + formatNumber(d.tValues(t)) + " " + unitText(d.timeUnit));
+    out += "Z Coordinate =>";
+    for (int z = 1; z <= d.numZTerms; ++z) appendField(out, d.zValues(z));
+    out += kCrlf;
+}
+
+void appendTimeEnd(std::string& out) {
+    out += kCrlf;
+    out += kCrlf;
+}
+
+// The rows of the grid's points (x, y), over the calculation threads: "x, y"
+// and the values across the row, of all times (2-D) or of the z of one time,
+// each time a block under its own heading (3-D).
+void appendPlaneRows(std::string& out, const DataSet& d, int dimension) {
+    const int nx = d.numXTerms, ny = d.numYTerms, nz = d.numZTerms, nt = d.numTTerms;
+    const long long plane = static_cast<long long>(std::max(nx, 0)) * std::max(ny, 0);
+    const long long rows = dimension == 2 ? plane : plane * std::max(nt, 0);
+    if (rows == 0) return;
+    appendTextInPieces(out, rows, [&](long long first, long long last, std::string& piece) {
+        for (long long row = first; row < last; ++row) {
+            const long long inPlane = row % plane;
+            const int x = static_cast<int>(inPlane / ny) + 1, y = static_cast<int>(inPlane % ny) + 1;
+            const int t = static_cast<int>(row / plane) + 1;
+            if (dimension == 3 && inPlane == 0) appendTimeHeading(piece, d, t);
+            piece += formatNumber(d.xValues(x));
+            appendField(piece, d.yValues(y));
+            if (dimension == 2)
+                for (int k = 1; k <= nt; ++k) appendField(piece, result(d, 2, x, y, 0, k));
+            else
+                for (int z = 1; z <= nz; ++z) appendField(piece, result(d, 3, x, y, z, t));
+            piece += kCrlf;
+            if (dimension == 3 && inPlane == plane - 1) appendTimeEnd(piece);
+        }
+    });
+}
+
 std::string table(const DataSet& d, int dimension) {
     std::string out;
     const int nx = d.numXTerms, nt = d.numTTerms;
     if (dimension == 1) {
         out += "Time:";
-        for (int t = 1; t <= nt; ++t) out += ", " + formatNumber(d.tValues(t));
-        for (int x = 1; x <= nx; ++x) {
-            out += kCrlf + formatNumber(d.xValues(x));
-            for (int t = 1; t <= nt; ++t) out += ", " + formatNumber(result(d, 1, x, 0, 0, t));
-        }
+        for (int t = 1; t <= nt; ++t) appendField(out, d.tValues(t));
+        if (nx <= 0) return out;
+        appendTextInPieces(out, nx, [&](long long first, long long last, std::string& piece) {
+            for (int x = static_cast<int>(first) + 1; x <= last; ++x) {
+                piece += kCrlf;
+                piece += formatNumber(d.xValues(x));
+                for (int t = 1; t <= nt; ++t) appendField(piece, result(d, 1, x, 0, 0, t));
+            }
+        });
         return out;
     }
-    const int ny = d.numYTerms;
     if (dimension == 2) {
         out += "Time:";
-        for (int t = 1; t <= nt; ++t) out += ", " + formatNumber(d.tValues(t));
+        for (int t = 1; t <= nt; ++t) appendField(out, d.tValues(t));
         out += kCrlf;
-        for (int x = 1; x <= nx; ++x)
-            for (int y = 1; y <= ny; ++y) {
-                out += formatNumber(d.xValues(x)) + ", " + formatNumber(d.yValues(y));
-                for (int t = 1; t <= nt; ++t) out += ", " + formatNumber(result(d, 2, x, y, 0, t));
-                out += kCrlf;
-            }
+        if (nx > 0 && d.numYTerms > 0) appendPlaneRows(out, d, 2);
         return out;
     }
-    const int nz = d.numZTerms;
-    for (int t = 1; t <= nt; ++t) {
-        out += line("Time is " + formatNumber(d.tValues(t)) + " " + unitText(d.timeUnit));
-        out += "Z Coordinate =>";
-        for (int z = 1; z <= nz; ++z) out += ", " + formatNumber(d.zValues(z));
-        out += kCrlf;
-        for (int x = 1; x <= nx; ++x)
-            for (int y = 1; y <= ny; ++y) {
-                out += formatNumber(d.xValues(x)) + ", " + formatNumber(d.yValues(y));
-                for (int z = 1; z <= nz; ++z) out += ", " + formatNumber(result(d, 3, x, y, z, t));
-                out += kCrlf;
-            }
-        out += kCrlf;
-        out += kCrlf;
+    if (d.numXTerms > 0 && d.numYTerms > 0) {
+        appendPlaneRows(out, d, 3);
+    } else {  // blocks without rows
+        for (int t = 1; t <= nt; ++t) {
+            appendTimeHeading(out, d, t);
+            appendTimeEnd(out);
+        }
     }
     return out;
 }

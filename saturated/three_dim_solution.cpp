@@ -1,6 +1,12 @@
 #include "saturated/three_dim_solution.h"
 
+#include <bit>
+#include <cmath>
+#include <cstdint>
 #include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include "model/data_set.h"
 #include "model/number_text.h"
@@ -75,6 +81,67 @@ double pointConcentration(const ThreeDimSolution& solution, const InflowTerms& t
     return c < 0.0 ? 0.0 : c;
 }
 
+// The point source is the same on both sides of the planes y = Yc and z = Zc
+// through it (its kernel sees the offsets only through hypot). For each entry
+// of a list, the entry (from 1) whose offset from the centre is the negative
+// of its own, 0 where there is none.
+std::vector<int> mirrorIndices(const List<double>& values, int n, double centre) {
+    auto key = [](double offset) { return std::bit_cast<std::uint64_t>(offset == 0.0 ? 0.0 : offset); };
+    std::unordered_map<std::uint64_t, int> byOffset;
+    for (int k = 1; k <= n; ++k) {
+        const double offset = values(k) - centre;
+        if (std::isfinite(offset)) byOffset.emplace(key(offset), k);
+    }
+    std::vector<int> mirror(static_cast<std::size_t>(n) + 1, 0);
+    for (int k = 1; k <= n; ++k) {
+        const double offset = values(k) - centre;
+        if (!std::isfinite(offset)) continue;
+        if (const auto found = byOffset.find(key(-offset)); found != byOffset.end()) mirror[static_cast<std::size_t>(k)] = found->second;
+    }
+    return mirror;
+}
+
+// The values of one time's points kept on one thread, by grid position, for
+// the points that mirror them: a point takes the value of a mirror image
+// computed before it at the same time, or is computed.
+class MirroredTime {
+public:
+    // A time of more points than this keeps none (the store would be too large).
+    static constexpr long long kMostPoints = 1 << 22;
+
+    MirroredTime(int nx, int ny, int nz, std::vector<int> mirrorY, std::vector<int> mirrorZ)
+        : nx_(nx), ny_(ny), size_(static_cast<std::size_t>(nx) * ny * nz), mirrorY_(std::move(mirrorY)),
+          mirrorZ_(std::move(mirrorZ)) {}
+
+    template <class Compute>
+    double valueAt(int i, int k, int l, int j, Compute&& compute) {
+        if (stamps_.empty()) {  // made on first use: the copies for the threads start empty
+            stamps_.assign(size_, 0);
+            values_.assign(size_, 0.0);
+        }
+        const int mk = mirrorY_[static_cast<std::size_t>(k)], ml = mirrorZ_[static_cast<std::size_t>(l)];
+        for (const auto& [kk, ll] : {std::pair{mk, l}, std::pair{k, ml}, std::pair{mk, ml}}) {
+            if (kk == 0 || ll == 0) continue;
+            const std::size_t at = position(i, kk, ll);
+            if (stamps_[at] == j) return values_[at];
+        }
+        const double value = compute();
+        const std::size_t at = position(i, k, l);
+        stamps_[at] = j;
+        values_[at] = value;
+        return value;
+    }
+
+private:
+    std::size_t position(int i, int k, int l) const {
+        return (static_cast<std::size_t>(l - 1) * nx_ + static_cast<std::size_t>(i - 1)) * ny_ + static_cast<std::size_t>(k - 1);
+    }
+    std::size_t nx_, ny_, size_;
+    std::vector<int> mirrorY_, mirrorZ_;
+    std::vector<int> stamps_;  // the time (from 1) each value was computed at, 0 for none
+    std::vector<double> values_;
+};
+
 }  // namespace
 
 void chooseThreeDimSource(ThreeDimParameters& parameters, ThreeDimSourceTable& table) {
@@ -129,24 +196,26 @@ double solveThreeDimensional(DataSet& data, ThreeDimParameters& parameters, bool
     const InflowTerms terms(data, monteCarlo, iteration);
     const ProgressOwner owner = progressOwnerOf(ModelFamily::Saturated, data.multiChemical);
     // Points in the order y, then x, then z, then t; each on its own.
-    struct Indices {
-        int i, k, l, j;
-    };
-    const auto indices = [nx, ny, nz](long long at) {
-        const long long plane = at / ny;
-        return Indices{static_cast<int>(plane % nx) + 1, static_cast<int>(at % ny) + 1,
-                       static_cast<int>(plane / nx % nz) + 1, static_cast<int>(plane / nx / nz) + 1};
-    };
-    auto compute = [&data, &solution, &terms, &parameters, indices](long long at) {
-        const Indices p = indices(at);
-        return pointConcentration(solution, terms, data.xValues(p.i), data.yValues(p.k), data.zValues(p.l),
-                                  data.tValues(p.j), parameters);
+    const GridCursor<4> order({ny, nx, nz, nt});  // k, i, l, j
+    // Mirror images only where a point source has more than one y or z.
+    const bool mirrors = solution.shifted() && (ny > 1 || nz > 1) &&
+                         static_cast<long long>(nx) * ny * nz <= MirroredTime::kMostPoints;
+    MirroredTime mirroredTime(nx, ny, nz,
+                              mirrors ? mirrorIndices(data.yValues, ny, parameters.sourceYc) : std::vector<int>(),
+                              mirrors ? mirrorIndices(data.zValues, nz, parameters.sourceZc) : std::vector<int>());
+    auto compute = [&data, &solution, &terms, &parameters, mirrors, cursor = order,
+                    mirrored = std::move(mirroredTime)](long long at) mutable {
+        const auto [k, i, l, j] = cursor(at);
+        const double x = data.xValues(i), y = data.yValues(k), z = data.zValues(l), t = data.tValues(j);
+        if (!mirrors) return pointConcentration(solution, terms, x, y, z, t, parameters);
+        return mirrored.valueAt(i, k, l, j, [&] { return pointConcentration(solution, terms, x, y, z, t, parameters); });
     };
     double c = 0.0;
+    GridCursor<4> stored = order;
     const bool finished = runGridPoints<double>(data, static_cast<long long>(nx) * ny * nz * nt, monteCarlo, owner,
                                                 ui, compute, [&](long long at, double value) {
-                                                    const Indices p = indices(at);
-                                                    data.result3D(p.i, p.k, p.l, p.j) = value;
+                                                    const auto [k, i, l, j] = stored(at);
+                                                    data.result3D(i, k, l, j) = value;
                                                     c = value;
                                                 });
     if (!finished) return 0.0;

@@ -6,6 +6,7 @@
 #include "model/number_text.h"
 #include "model/model_kinds.h"
 #include "montecarlo/pass/grid_points.h"
+#include "saturated/mirrored_points.h"
 #include "saturated/ratio_clamp.h"
 #include "saturated/quadrature_points.h"
 #include "shell/base/checked_math.h"
@@ -41,6 +42,7 @@ public:
     }
 
     bool shifted() const { return code_ == kContinuousPointSource2D; }
+    std::int16_t code() const { return code_; }
 
     double operator()(double t, double px, double py) const {
         double c = 0.0;
@@ -73,13 +75,46 @@ private:
 
 // C/Co at one point: the first term, then the later terms superposed; only a
 // negative sum is thrown away, so the sum may pass 1.
+double shiftedPointConcentration(const TwoDimSolution& solution, const InflowTerms& terms, double px, double py,
+                                 double t) {
+    double c = solution(t, px, py);
+    c = terms.superpose(c, t, [&](double tau) { return solution(tau, px, py); });
+    return c < 0.0 ? 0.0 : c;
+}
+
 double pointConcentration(const TwoDimSolution& solution, const InflowTerms& terms, double x, double y, double t,
                           const TwoDimParameters& p) {
     const double px = solution.shifted() ? fp::sub(x, p.sourceXc) : x;
     const double py = solution.shifted() ? fp::sub(y, p.sourceYc) : y;
-    double c = solution(t, px, py);
-    c = terms.superpose(c, t, [&](double tau) { return solution(tau, px, py); });
-    return c < 0.0 ? 0.0 : c;
+    return shiftedPointConcentration(solution, terms, px, py, t);
+}
+
+// The infinite-width sources are the same on both sides of the source's axis
+// (kern2d.h: the strip sees y through its offsets from the edges, the
+// Gaussian and the point source through the offset from the source, each the
+// same bits mirrored): a line of y at one x and t (a grid's inner loop) keeps
+// its values by what the kernel sees of y (mirrored_points.h).
+// C/Co at a grid point, through the line's kept values where the source is mirrored.
+double gridPointConcentration(const TwoDimSolution& solution, const InflowTerms& terms, double x, double y, double t,
+                              const TwoDimParameters& p, MirroredPoints& line) {
+    switch (solution.code()) {
+        case kContinuousPointSource2D: {
+            const double px = fp::sub(x, p.sourceXc), py = fp::sub(y, p.sourceYc);
+            return line.valueAt(t, px, LateralKey(py, 0.0), {LateralKey(-py, 0.0)},
+                                [&] { return shiftedPointConcentration(solution, terms, px, py, t); });
+        }
+        case kGaussianSource2D: {
+            const double offset = gaussianOffset(p, y);
+            return line.valueAt(t, x, LateralKey(offset, 0.0), {LateralKey(-offset, 0.0)},
+                                [&] { return pointConcentration(solution, terms, x, y, t, p); });
+        }
+        case kFiniteLineSource2D: {
+            const StripOffsets d = stripOffsets(p, y);
+            return line.valueAt(t, x, LateralKey(d.d1, d.d2), {LateralKey(-d.d2, -d.d1)},
+                                [&] { return pointConcentration(solution, terms, x, y, t, p); });
+        }
+        default: return pointConcentration(solution, terms, x, y, t, p);
+    }
 }
 
 }  // namespace
@@ -136,17 +171,20 @@ double solveTwoDimensional(DataSet& data, TwoDimParameters& parameters, bool mon
     const InflowTerms terms(data, monteCarlo, iteration);
     const ProgressOwner owner = progressOwnerOf(ModelFamily::Saturated, data.multiChemical);
     // Points in the order y, then x, then t; each on its own.
-    auto compute = [&data, &solution, &terms, &parameters, nx, ny](long long at) {
-        const int k = static_cast<int>(at % ny) + 1;
-        const int i = static_cast<int>(at / ny % nx) + 1;
-        const int j = static_cast<int>(at / ny / nx) + 1;
-        return pointConcentration(solution, terms, data.xValues(i), data.yValues(k), data.tValues(j), parameters);
+    const GridCursor<3> order({ny, nx, nt});  // k, i, j
+    auto compute = [&data, &solution, &terms, &parameters, ny, cursor = order,
+                    line = MirroredPoints()](long long at) mutable {
+        const auto [k, i, j] = cursor(at);
+        const double x = data.xValues(i), y = data.yValues(k), t = data.tValues(j);
+        if (ny == 1) return pointConcentration(solution, terms, x, y, t, parameters);
+        return gridPointConcentration(solution, terms, x, y, t, parameters, line);
     };
     double c = 0.0;
+    GridCursor<3> stored = order;
     const bool finished = runGridPoints<double>(
         data, static_cast<long long>(nx) * ny * nt, monteCarlo, owner, ui, compute, [&](long long at, double value) {
-            data.result2D(static_cast<int>(at / ny % nx) + 1, static_cast<int>(at % ny) + 1,
-                          static_cast<int>(at / ny / nx) + 1) = value;
+            const auto [k, i, j] = stored(at);
+            data.result2D(i, k, j) = value;
             c = value;
         });
     if (!finished) return 0.0;

@@ -157,3 +157,4 @@ TEST(Kern2dPoint, ZeroPorosityOrDispersionIsTheProgramsFault) {
     p = pointRecord(f, 0.5);
     EXPECT_EQ(errorOf(p, 1, 1, 0), 0);
 }
+

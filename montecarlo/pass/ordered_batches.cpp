@@ -1,6 +1,9 @@
 #include "montecarlo/pass/ordered_batches.h"
 
 #include <chrono>
+#include <csignal>
+
+#include <pthread.h>
 
 #include <tbb/blocked_range.h>
 #include <tbb/global_control.h>
@@ -8,6 +11,7 @@
 #include <tbb/parallel_for.h>
 #include <tbb/partitioner.h>
 #include <tbb/task_arena.h>
+#include <tbb/task_scheduler_observer.h>
 
 namespace bm {
 
@@ -42,15 +46,33 @@ ScopedCalculationThreads::~ScopedCalculationThreads() { theThreads.store(former_
 
 namespace batches {
 
+// The worker threads hold back the terminating signals (SIGINT, SIGTERM,
+// SIGHUP), so that the process receives them on the calling thread, which
+// holds them back itself while it makes and registers a temporary file: on a
+// worker the handler would run beside a save and miss the file it is making.
+class QuietWorkers : public tbb::task_scheduler_observer {
+public:
+    explicit QuietWorkers(tbb::task_arena& arena) : tbb::task_scheduler_observer(arena) { observe(true); }
+    ~QuietWorkers() override { observe(false); }
+    void on_scheduler_entry(bool worker) override {
+        if (!worker) return;
+        sigset_t held;
+        sigemptyset(&held);
+        for (int signalNumber : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&held, signalNumber);
+        ::pthread_sigmask(SIG_BLOCK, &held, nullptr);
+    }
+};
+
 // More threads than cores need the process-wide limit raised as well as an
 // arena of that many places.
 struct Spread::Threads {
     explicit Threads(int threads)
         : count(threads), limit(tbb::global_control::max_allowed_parallelism, static_cast<std::size_t>(threads)),
-          arena(threads) {}
+          arena(threads), quiet(arena) {}
     int count;
     tbb::global_control limit;
     tbb::task_arena arena;
+    QuietWorkers quiet;
 };
 
 Spread::Spread(int threads) : threads_(std::make_unique<Threads>(threads)) {}

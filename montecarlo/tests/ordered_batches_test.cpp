@@ -5,9 +5,15 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cmath>
+#include <csignal>
+#include <mutex>
+#include <thread>
 #include <optional>
 #include <vector>
+
+#include <pthread.h>
 
 #include "montecarlo/pass/ordered_batches.h"
 #include "shell/base/runtime_error.h"
@@ -155,6 +161,43 @@ TEST(OrderedBatches, TheThreadCountIsAllCoresUnlessSet) {
         const ScopedCalculationThreads scope(5);
         EXPECT_EQ(calculationThreads(), 5);
     }
+}
+
+}  // namespace
+}  // namespace bm
+
+namespace bm {
+namespace {
+
+// The workers hold back the terminating signals, so that the process takes
+// them on the calling thread (which holds them back itself while it makes a
+// temporary file); the calling thread's own mask is left as it was.
+TEST(OrderedBatches, WorkersHoldBackTheTerminatingSignals) {
+    sigset_t before;
+    ::pthread_sigmask(SIG_BLOCK, nullptr, &before);
+    const bool callerHeldInt = sigismember(&before, SIGINT) == 1;
+    std::mutex seen;
+    const std::thread::id caller = std::this_thread::get_id();
+    int onWorkers = 0, heldOnWorkers = 0;
+    batches::Spread spread(3);
+    spread.run(0, 48, [&](long long from, long long to, int) {
+        for (long long item = from; item < to; ++item) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));  // long enough for the workers to join in
+        }
+        sigset_t mask;
+        ::pthread_sigmask(SIG_BLOCK, nullptr, &mask);
+        const std::lock_guard lock(seen);
+        if (std::this_thread::get_id() != caller) {
+            ++onWorkers;
+            if (sigismember(&mask, SIGINT) == 1 && sigismember(&mask, SIGTERM) == 1 && sigismember(&mask, SIGHUP) == 1)
+                ++heldOnWorkers;
+        }
+    });
+    EXPECT_GT(onWorkers, 0);
+    EXPECT_EQ(heldOnWorkers, onWorkers);
+    sigset_t after;
+    ::pthread_sigmask(SIG_BLOCK, nullptr, &after);
+    EXPECT_EQ(sigismember(&after, SIGINT) == 1, callerHeldInt);
 }
 
 }  // namespace

@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <vector>
 
@@ -283,6 +285,49 @@ TEST(OneDimKernels, ZeroHalfLifeIsADivisionByZero) {
         ADD_FAILURE() << "no error";
     } catch (const RuntimeError& e) {
         EXPECT_EQ(e.number(), err::DivisionByZero);
+    }
+}
+
+}  // namespace
+}  // namespace bm
+
+namespace bm {
+namespace {
+
+// The series with its parts kept by x and t gives the bits it gives without
+// them, whatever points came before: x across a line at several times, the
+// mid-point, times that come back after others pushed them out, more x than
+// the store keeps.
+TEST(OneDimKernels, FiniteCauchyWithKeptTermsGivesTheSameBits) {
+    for (const double halfLife : {std::log(2.0) / kDecay, kNoDecayHalfLife}) {
+        const auto p = parametersWith(halfLife);
+        const auto roots = cauchyRoots(kV, kD, kL);
+        CauchyTermStore store;
+        int compared = 0;
+        auto expectSame = [&](double x, double t) {
+            double plain = -1, kept = -2;
+            const bool plainFlag = finiteCauchyRatio(p, kL, x, t, roots, plain);
+            const bool keptFlag = finiteCauchyRatio(p, kL, x, t, roots, kept, &store);
+            EXPECT_EQ(plainFlag, keptFlag) << x << " " << t;
+            EXPECT_EQ(std::bit_cast<std::uint64_t>(plain), std::bit_cast<std::uint64_t>(kept)) << x << " " << t;
+            ++compared;
+        };
+        for (double t : {0.01, 0.3, 2.0, 0.01, 7.5, 40.0, 0.3, 0.004, 0.01})
+            for (int i = 0; i <= 20; ++i) expectSame(kL * i / 20.0, t);
+        for (int i = 0; i < 2500; ++i) expectSame(kL * (i % 1300) / 1300.0, i % 2 ? 0.05 : 3.0);
+        EXPECT_EQ(compared, 9 * 21 + 2500);
+    }
+}
+
+// A series that runs out of terms with decay is the same error with kept parts.
+TEST(OneDimKernels, FiniteCauchyWithKeptTermsRunsOutAsWithout) {
+    const auto p = parametersWith(std::log(2.0) / kDecay);
+    const auto roots = cauchyRoots(kV, kD, kL);
+    CauchyTermStore store;
+    double c = 0;
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_THROW(finiteCauchyRatio(p, kL, 3.0, 1e-4, roots, c), RuntimeError);
+        EXPECT_THROW(finiteCauchyRatio(p, kL, 3.0, 1e-4, roots, c, &store), RuntimeError);
     }
 }
 

@@ -14,6 +14,7 @@
 
 #include "model/number_text.h"
 #include "montecarlo/monte_marker.h"
+#include "montecarlo/pass/ordered_batches.h"
 #include "saturated/three_dim_parameters.h"
 #include "saturated/three_dim_solution.h"
 #include "shell/base/runtime_error.h"
@@ -83,14 +84,14 @@ double expectedAt(std::int16_t code, const ThreeDimParameters& p, const std::vec
     return c < 0.0 ? 0.0 : c;
 }
 
-void expectGrid(const DataSet& d, std::int16_t code, const ThreeDimParameters& p,
-                const std::vector<TermValue>& terms) {
+void expectGrid(const DataSet& d, std::int16_t code, const ThreeDimParameters& p, const std::vector<TermValue>& terms,
+                double rtol = 1e-13) {
     for (int j = 1; j <= d.numTTerms; ++j)
         for (int l = 1; l <= d.numZTerms; ++l)
             for (int i = 1; i <= d.numXTerms; ++i)
                 for (int k = 1; k <= d.numYTerms; ++k) {
                     const double x = d.xValues(i), y = d.yValues(k), z = d.zValues(l), t = d.tValues(j);
-                    EXPECT_CLOSE(d.result3D(i, k, l, j), expectedAt(code, p, terms, x, y, z, t), 1e-13, 1e-300)
+                    EXPECT_CLOSE(d.result3D(i, k, l, j), expectedAt(code, p, terms, x, y, z, t), rtol, 1e-300)
                         << "x " << x << " y " << y << " z " << z << " t " << t;
                 }
 }
@@ -354,6 +355,31 @@ TEST_F(ThreeDimSolution, SuperposedGridsMatchTheLibrary) {
         p.yMin = 0, p.yMax = 20, p.yInterval = 5, p.sourceYc = 10;
         p.zMin = 0, p.zMax = 10, p.zInterval = 2.5, p.sourceZc = 5;
         expectGrid(d, kFiniteAquiferSource3D, p, terms);
+    }
+}
+
+// A point source in the middle of its y and z ranges: the points of a time
+// that mirror each other about the planes through the source are computed
+// once; every value is still the library's own at its point, to the bit, on
+// one thread and on several, with superposed terms too.
+TEST_F(ThreeDimSolution, CentredPointSourceGridIsTheLibraryToTheBit) {
+    for (const bool superposed : {false, true}) {
+        const std::vector<TermValue> terms =
+            superposed ? std::vector<TermValue>{{0, 2}, {10, 5}, {25, 0.5}} : std::vector<TermValue>{{0, 1}};
+        for (const int threads : {1, 3}) {
+            const ScopedCalculationThreads scope(threads);
+            DataSet d = threeDimModel("Infinite", "Continuous Point");
+            d.xRange = "-8:24:4";
+            d.yRange = "-9:11:2";  // offsets -10 .. 10 from the source at y = 1
+            d.zRange = "-4:4:1";   // and -4 .. 4 from z = 0
+            d.timeRange = "0:40:8";
+            setTerms(d, terms);
+            parseCoordinates(d);
+            ScriptedUserInterface ui;
+            solve(d, ui);
+            expectGrid(d, kContinuousPointSource3D, threeDimRecord(), terms, 0.0);
+            EXPECT_GT(d.result3D(5, 4, 3, 4), 1e-4);  // x 8, y -3, z -2, t 24: a plume, not zeros
+        }
     }
 }
 

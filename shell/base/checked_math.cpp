@@ -4,24 +4,11 @@
 
 namespace bm::fp {
 
-double checked(double x) {
-    if (std::isnan(x) || std::isinf(x)) raiseError(err::Overflow);
-    return x;
-}
+void raiseOverflow() { raiseError(err::Overflow); }
 
-float checked(float x) {
-    if (std::isnan(x) || std::isinf(x)) raiseError(err::Overflow);
-    return x;
+void raiseDivisionFault(double numerator) {
+    raiseError(numerator == 0.0 || std::isnan(numerator) ? err::Overflow : err::DivisionByZero);
 }
-
-double div(double a, double b) {
-    if (b == 0.0) raiseError(a == 0.0 || std::isnan(a) ? err::Overflow : err::DivisionByZero);
-    return checked(a / b);
-}
-
-double mul(double a, double b) { return checked(a * b); }
-double add(double a, double b) { return checked(a + b); }
-double sub(double a, double b) { return checked(a - b); }
 
 double exp(double x) {
     if (std::isnan(x)) raiseError(err::Overflow);

@@ -10,18 +10,33 @@
 
 namespace bm::fp {
 
-double div(double a, double b);
-double mul(double a, double b);
-double add(double a, double b);
-double sub(double a, double b);
+// The faults, raised out of line so that the checks below stay small enough
+// to inline into the kernels' inner loops.
+[[noreturn]] void raiseOverflow();
+[[noreturn]] void raiseDivisionFault(double numerator);
+
+// A computed value that came out infinite is an overflow, one that came out NaN
+// (an indeterminate form) an overflow as well, as 0/0 is.
+inline double checked(double x) {
+    if (std::isnan(x) || std::isinf(x)) raiseOverflow();
+    return x;
+}
+inline float checked(float x) {
+    if (std::isnan(x) || std::isinf(x)) raiseOverflow();
+    return x;
+}
+
+inline double div(double a, double b) {
+    if (b == 0.0) raiseDivisionFault(a);
+    return checked(a / b);
+}
+inline double mul(double a, double b) { return checked(a * b); }
+inline double add(double a, double b) { return checked(a + b); }
+inline double sub(double a, double b) { return checked(a - b); }
 double exp(double x);
 double sqrt(double x);
 double log(double x);
 double pow(double base, double exponent);
-// A computed value that came out infinite is an overflow, one that came out NaN
-// (an indeterminate form) an overflow as well, as 0/0 is.
-double checked(double x);
-float checked(float x);
 
 }  // namespace bm::fp
 

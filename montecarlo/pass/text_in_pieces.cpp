@@ -1,0 +1,40 @@
+#include "montecarlo/pass/text_in_pieces.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "montecarlo/pass/ordered_batches.h"
+
+namespace bm {
+
+namespace {
+
+// Below this many items a text is written faster than threads start.
+constexpr long long kFewestSpreadItems = 512;
+// Pieces a thread: enough for one that finishes early to take another.
+constexpr long long kPiecesPerThread = 4;
+
+}  // namespace
+
+void appendTextInPieces(std::string& out, long long count,
+                        const std::function<void(long long, long long, std::string&)>& write) {
+    const int threads = calculationThreads();
+    if (threads <= 1 || count < kFewestSpreadItems) {
+        write(0, count, out);
+        return;
+    }
+    const long long pieceCount = std::min(count, kPiecesPerThread * threads);
+    std::vector<std::string> pieces(static_cast<std::size_t>(pieceCount));
+    auto firstOf = [&](long long piece) { return count * piece / pieceCount; };
+    batches::Spread spread(threads);
+    spread.run(0, pieceCount, [&](long long from, long long to, int) {
+        for (long long piece = from; piece < to; ++piece)
+            write(firstOf(piece), firstOf(piece + 1), pieces[static_cast<std::size_t>(piece)]);
+    });
+    std::size_t total = out.size();
+    for (const std::string& piece : pieces) total += piece.size();
+    out.reserve(total);
+    for (const std::string& piece : pieces) out += piece;
+}
+
+}  // namespace bm
