@@ -17,11 +17,6 @@ namespace bm {
 // porosity, saturation, source decay rate.
 std::vector<std::string> unsatInputRows(const DataSet& data);
 
-// The check before a run: with a decaying source ("Dirichlet" does not decay)
-// and no value under simulation, the square root of the solution must have a
-// real argument; false after the "Improper input data" message.
-bool unsatInputsAccepted(DataSet& data, UserInterface& ui);
-
 // The simulation's test before its run: for a contaminant other than
 // "Dirichlet", the record of each iteration 1 .. iterations - 1 goes through
 // unsatRadicandNegative; true (the message shown) at the first refusal.

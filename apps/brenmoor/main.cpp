@@ -29,6 +29,7 @@
 #include "montecarlo/widgets/monte_carlo_form.h"
 #include "saturated/widgets/input_form.h"
 #include "timevarying/widgets/merla_form.h"
+#include "unsaturated/widgets/unsat_form.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
@@ -57,6 +58,7 @@ int main(int argc, char** argv) {
     bm::registerInputForm();
     bm::registerMonteCarloForm();
     bm::registerMerlaForm();
+    bm::registerUnsatForm();
 
     bm::MainWindow main(bm::theDataSet(), bm::theAppState(), bm::fileCommands());
     ui.setMainWindow(&main);

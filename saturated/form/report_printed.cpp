@@ -18,7 +18,6 @@ namespace {
 PrintedLine text(const std::string& s) { return {{0, s}}; }
 PrintedLine blank() { return {}; }
 
-std::string unitName(UnitMenu menu, const std::string& word) { return reportUnitName(menu, word); }
 
 std::string value(const std::string& s) { return formatCell(s); }
 
@@ -49,25 +48,7 @@ std::vector<PrintedLine> printedReportLines(const InputFormModel& form) {
     std::vector<PrintedLine> out;
     const auto add = [&out](PrintedLine line) { out.push_back(std::move(line)); };
 
-    add(blank());
-    add(blank());
-    add(text("Saturated Ground Water Model"));
-    add(blank());
-    add(blank());
-
-    appendReportNotes(out, d.title, d.author, d.comments);
-
-    add(blank());
-    add(text("Input Data file name: " + d.currentFileName));
-    add(blank());
-
-    add({{0, "Model: "}, {20, d.modelType}});
-    add({{0, "Aquifer: "}, {20, d.aquiferType}});
-    add({{0, "Contaminant: "}, {20, d.contaminantType}});
-    add(blank());
-
-    appendReportUnits(out, d.lengthUnit, d.timeUnit, d.concentrationUnit);
-    add(blank());
+    appendReportHead(out, "Saturated Ground Water Model", d);
 
     appendCoordinateHeadings(out);
     const auto axis = [&](const std::string& name, const std::string& rangeText) { add(coordinateRow(name, rangeText)); };
@@ -83,14 +64,7 @@ std::vector<PrintedLine> printedReportLines(const InputFormModel& form) {
     add(text(" Monte Carlo simulation at t: " + value(d.mcAtT)));
     add(blank());
 
-    add(text("Boundary Conditions:"));
-    add(text("  Superposition Index: " + std::to_string(d.superpositionIndex)));
-    add(blank());
-    add({{9, "Time (" + unitName(UnitMenu::Time, d.timeUnit) + ")"},
-         {29, "Concentration(" + unitName(UnitMenu::Concentration, d.concentrationUnit) + ")"}});
-    for (int i = 1; i <= d.terms.ub(); ++i)
-        add({{10, value(d.terms(i).time)}, {33, value(d.terms(i).concentration)}});
-    add(blank());
+    appendReportTerms(out, d);
 
     // The source, by model.
     const std::string aquifer = toLower(trim(d.aquiferType));

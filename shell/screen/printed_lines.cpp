@@ -34,6 +34,37 @@ void appendReportUnits(std::vector<PrintedLine>& lines, const std::string& lengt
     lines.push_back({{0, "  Concentration: "}, {20, reportUnitName(UnitMenu::Concentration, concentrationWord)}});
 }
 
+void appendReportHead(std::vector<PrintedLine>& lines, const std::string& heading, const DataSet& d) {
+    const auto text = [&lines](const std::string& s) { lines.push_back({{0, s}}); };
+    const auto blank = [&lines] { lines.push_back({}); };
+    blank();
+    blank();
+    text(heading);
+    blank();
+    blank();
+    appendReportNotes(lines, d.title, d.author, d.comments);
+    blank();
+    text("Input Data file name: " + d.currentFileName);
+    blank();
+    lines.push_back({{0, "Model: "}, {20, d.modelType}});
+    lines.push_back({{0, "Aquifer: "}, {20, d.aquiferType}});
+    lines.push_back({{0, "Contaminant: "}, {20, d.contaminantType}});
+    blank();
+    appendReportUnits(lines, d.lengthUnit, d.timeUnit, d.concentrationUnit);
+    blank();
+}
+
+void appendReportTerms(std::vector<PrintedLine>& lines, const DataSet& d) {
+    lines.push_back({{0, "Boundary Conditions:"}});
+    lines.push_back({{0, "  Superposition Index: " + std::to_string(d.superpositionIndex)}});
+    lines.push_back({});
+    lines.push_back({{9, "Time (" + reportUnitName(UnitMenu::Time, d.timeUnit) + ")"},
+                     {29, "Concentration(" + reportUnitName(UnitMenu::Concentration, d.concentrationUnit) + ")"}});
+    for (int i = 1; i <= d.terms.ub(); ++i)
+        lines.push_back({{10, formatCell(d.terms(i).time)}, {33, formatCell(d.terms(i).concentration)}});
+    lines.push_back({});
+}
+
 void appendCoordinateHeadings(std::vector<PrintedLine>& lines) {
     lines.push_back({{0, "Coordinate and Time Data"}});
     lines.push_back({{13, "Minimum"}, {30, "Maximum"}, {45, "Length of Interval"}});

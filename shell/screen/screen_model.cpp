@@ -151,10 +151,21 @@ void ScreenModel::hover(HintPlace place) {
 
 bool ScreenModel::rowClicked(int index) {
     if (!rowLocked(index)) return true;
-    ui_.message(MessageIcon::Exclamation, MessageButtons::Ok, kReadOnlyTitle,
-                "Monte Carlo selected values for " + rowCaptionText(index) +
-                    " are read only.\r\rTo unselect a monte carlo option please use Generate from the Monte Carlo "
-                    "menu.");
+    ui_.message(MessageIcon::Exclamation, MessageButtons::Ok, kReadOnlyTitle, readOnlyText(index));
+    return false;
+}
+
+std::string ScreenModel::readOnlyText(int index) const {
+    return "Monte Carlo selected values for " + rowCaptionText(index) +
+           " are read only.\r\rTo unselect a monte carlo option please use Generate from the Monte Carlo menu.";
+}
+
+bool ScreenModel::superpositionTextAccepted(const std::string& text) {
+    if (isNumeric(text) && textValue(text) >= 1) return true;
+    ui_.message(MessageIcon::Exclamation, MessageButtons::Ok, "Improper input value",
+                "'" + text +
+                    "' is not a valid input value.\r\rThe value of Superposition Index must be greater than or equal "
+                    "to 1.");
     return false;
 }
 

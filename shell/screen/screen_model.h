@@ -208,6 +208,11 @@ protected:
     virtual void resetTabs() {}
     // The caption of an input row, for the messages about it.
     virtual std::string rowCaptionText(int) const { return {}; }
+    // The "Read Only" message of a locked row: its values are under Monte Carlo control.
+    virtual std::string readOnlyText(int index) const;
+    // The edit check of a superposition index as typed: a number of at least
+    // one, or false after the "Improper input value" message.
+    bool superpositionTextAccepted(const std::string& text);
     // The layout shown, for the focus requests (a screen with one layout: 0).
     virtual int layoutShown() const { return 0; }
     // The counts of the range texts (rangeTexts' order) as the kind's grid counts them.
