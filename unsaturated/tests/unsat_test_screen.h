@@ -1,0 +1,60 @@
+#pragma once
+// unsatForm's model shown on a complete unsaturated model, with a scripted
+// user and a recording host.
+
+#include <string>
+
+#include "model/app_state.h"
+#include "model/data_set.h"
+#include "testing/recording_screen_host.h"
+#include "testing/scripted_user_interface.h"
+#include "unsaturated/form/unsat_form_model.h"
+
+namespace bm::testkit {
+
+// A decaying source over a 10 m column, depths 0:10:0.5:5, times
+// 0:730:73:365; every constant within its bounds (saturation 0.35 below
+// porosity 0.6) and the square root's argument positive.
+inline DataSet unsatModel(const std::string& source = "Dirichlet/Exp. Decay") {
+    DataSet d;
+    d.modelType = "Unsaturated One Dimensional";
+    d.aquiferType = "Semi-Infinite";
+    d.contaminantType = source;
+    d.lengthUnit = "m";
+    d.timeUnit = "day";
+    d.concentrationUnit = "mg/l";
+    d.xRange = "0:10:0.5:5";
+    d.timeRange = "0:730:73:365";
+    d.mcAtX = "5";
+    d.mcAtT = "365";
+    d.velocity = "0.001";
+    d.dispersionX = "0.01";
+    d.halfLife = "365";
+    d.bulkDensity = "1.6";
+    d.distributionCoefficient = "0.1";
+    d.porosity = "0.6";
+    d.saturation = "0.35";
+    d.sourceDecayRate = "0.0005";
+    d.superpositionIndex = 1;
+    d.terms.redim(1);
+    d.terms(1) = Term{"0", "1"};
+    return d;
+}
+
+template <class Form = UnsatFormModel>
+struct UnsatScreen {
+    DataSet data;
+    AppState state;
+    ScriptedUserInterface ui;
+    RecordingHost host;
+    Form form{data, state, ui};
+
+    explicit UnsatScreen(DataSet model) : data(std::move(model)) {
+        host.data = &data;
+        form.setHost(&host);
+        form.load(true);
+    }
+    void type(int row, const std::string& text) { form.rowEdited(row, text); }
+};
+
+}  // namespace bm::testkit
