@@ -6,6 +6,7 @@
 #include "model/ranges.h"
 #include "model/units.h"
 #include "montecarlo/monte_marker.h"
+#include "montecarlo/pass/calculation_pass.h"
 #include "shell/base/checked_math.h"
 #include "shell/base/error_handler.h"
 #include "shell/base/runtime_error.h"
@@ -71,6 +72,7 @@ bool UnsatFormModel::holdDataSet() {
         storeUnsatRows(rows_, data_);
         if (!multiChemical()) SendTGDataToGWData();
         holdTables();
+        parseCoordinates(data_);
         data_.currentConcentration = 0.0;
         return true;
     } catch (const RuntimeError& e) {

@@ -164,6 +164,8 @@ void UnsatForm::refreshInputs() {
         showInputRow(w.panel, w.entry, w.units, r.caption, r.unitCaption, r.text, true,
                      m.rowLocked(static_cast<int>(i)));
         for (QWidget* x : std::initializer_list<QWidget*>{w.panel, w.entry, w.units}) x->setVisible(r.inUse);
+        // A click on the read-only row tells so and leaves the focus where it was.
+        w.entry->setFocusPolicy(r.readOnly ? Qt::TabFocus : Qt::StrongFocus);
     }
     boundary_->setVisible(!m.multiChemical());
     grid_->showGrid(m.grid(), [&m](int r, int c) { return m.cellStyle(r, c); });

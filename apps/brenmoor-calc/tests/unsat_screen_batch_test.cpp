@@ -1,0 +1,123 @@
+// A run from the unsaturated screen writes the same output file as the batch
+// calculator on the file the screen saved (or read), byte for byte: a regular
+// run of a decaying and of a constant source, and a simulation of a file that
+// holds its samples. A saved file, opened again, shows what was saved.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+#include <sys/wait.h>
+
+#include "testing/test_paths.h"
+#include "unsaturated/tests/unsat_test_screen.h"
+
+namespace bm {
+namespace {
+
+using testkit::readFileBytes;
+using testkit::TempDir;
+
+int runBatch(const std::string& input, const std::string& output, const TempDir& dir) {
+    const std::string command = std::string(BRENMOOR_CALC_PROGRAM) + " --output '" + output + "' '" + input + "' 2>'" +
+                                dir.file("batch.err") + "'";
+    const int raw = std::system(command.c_str());
+    return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+}
+
+struct Bench {
+    TempDir dir;
+    testkit::UnsatScreen<> s;
+    explicit Bench(DataSet d) : s(std::move(d)) {
+        s.state.temporaryDataPath = dir.path().string();
+        s.state.textEditorPath = dir.file("no-editor");
+    }
+    std::string plotFile() const { return readFileBytes(dir.file("brenmoor.plt")); }
+    void expectNoMessageButTheEditors() {
+        for (const auto& m : s.ui.messages)
+            if (m.title != "Missing Text Editor") ADD_FAILURE() << m.title << ": " << m.text;
+    }
+};
+
+void expectScreenEqualsBatch(const std::string& source) {
+    Bench b(testkit::unsatModel(source));
+    b.s.type(unsatrow::X, "0:4:0.25:2");
+    ASSERT_TRUE(b.s.form.rowLeft(unsatrow::X));  // the selected point follows the Constant
+    b.s.type(unsatrow::Time, "0:100:10:50");
+    ASSERT_TRUE(b.s.form.rowLeft(unsatrow::Time));
+    b.s.type(unsatrow::Percolation, "0.02");
+    const std::string saved = b.dir.file("column.u1d");
+    b.s.ui.fileAnswers.push_back(saved);
+    b.s.form.menuFileClick(fileItem::SaveAs);
+    ASSERT_EQ(b.s.data.currentFileName, saved);
+    ASSERT_TRUE(b.s.form.calculate());
+    b.s.form.menuResultsClick(resultsItem::View);
+    b.expectNoMessageButTheEditors();
+    const std::string screen = b.plotFile();
+    ASSERT_NE(screen.find("Time:, "), std::string::npos) << screen;
+
+    ASSERT_EQ(runBatch(saved, b.dir.file("batch.out"), b.dir), 0) << readFileBytes(b.dir.file("batch.err"));
+    EXPECT_TRUE(screen == readFileBytes(b.dir.file("batch.out"))) << source;
+}
+
+TEST(UnsatScreenAndBatch, ADecayingSourceGridIsTheSameBytes) { expectScreenEqualsBatch("Dirichlet/Exp. Decay"); }
+
+TEST(UnsatScreenAndBatch, AConstantSourceGridIsTheSameBytes) { expectScreenEqualsBatch("Dirichlet"); }
+
+TEST(UnsatScreenAndBatch, ASimulationIsTheSameBytes) {
+    Bench b(testkit::unsatModel());
+    const std::string file = (testkit::sourceDir() / "apps" / "brenmoor-calc" / "tests" / "goldens" / "inputs" /
+                              "montecarlo_unsat_decay.u1d")
+                                 .string();
+    b.s.data.dataState = kDataUnchanged;
+    b.s.ui.fileAnswers.push_back(file);
+    b.s.form.menuFileClick(fileItem::Open);
+    ASSERT_EQ(b.s.data.currentFileName, file);
+    ASSERT_TRUE(b.s.form.rowLocked(unsatrow::Percolation));  // the percolation rate varies
+    b.s.ui.messages.clear();
+    ASSERT_TRUE(b.s.form.calculate());
+    EXPECT_EQ(b.s.data.calculationMode, "Monte Carlo");
+    EXPECT_EQ(b.s.form.resultCaption, "Monte Carlo Computed at");
+    b.s.form.menuMonteCarloClick(monteCarloItem::View);
+    for (const auto& m : b.s.ui.messages)  // the note on the varying inflow concentration is expected
+        if (m.title != "Missing Text Editor" && m.title != "Information") ADD_FAILURE() << m.title << ": " << m.text;
+    const std::string screen = b.plotFile();
+    ASSERT_EQ(screen.rfind("Monte Carlo\r\nType: Concentrations\r\n", 0), 0u) << screen;
+
+    ASSERT_EQ(runBatch(file, b.dir.file("batch.out"), b.dir), 0) << readFileBytes(b.dir.file("batch.err"));
+    EXPECT_TRUE(screen == readFileBytes(b.dir.file("batch.out")));
+}
+
+TEST(UnsatScreenAndBatch, ASavedFileOpensAsItWasSaved) {
+    Bench b(testkit::unsatModel("Dirichlet"));
+    b.s.form.titleText = "Percolation below a spill";
+    b.s.type(unsatrow::Superposition, "2");
+    ASSERT_TRUE(b.s.form.rowLeft(unsatrow::Superposition));
+    b.s.form.gridEdited(1, 0, "200");
+    b.s.form.gridEdited(1, 1, "0.25");
+    b.s.type(unsatrow::Distribution, "0.35");
+    b.s.form.row(unsatrow::Dispersion).text = "Monte Carlo" + std::string(500, ' ') + "|0.01: 1";
+    const std::string saved = b.dir.file("spill.u1d");
+    b.s.ui.fileAnswers.push_back(saved);
+    b.s.form.menuFileClick(fileItem::SaveAs);
+    ASSERT_EQ(b.s.data.currentFileName, saved);
+
+    testkit::UnsatScreen<> again(DataSet{});
+    again.data.dataState = kDataUnchanged;
+    again.ui.fileAnswers.push_back(saved);
+    again.form.menuFileClick(fileItem::Open);
+    ASSERT_EQ(again.data.currentFileName, saved);
+    for (int r = 0; r < unsatrow::Count; ++r) {
+        EXPECT_EQ(again.form.row(r).inUse, b.s.form.row(r).inUse) << r;
+        if (b.s.form.row(r).inUse) EXPECT_EQ(again.form.row(r).text, b.s.form.row(r).text) << r;
+    }
+    ASSERT_EQ(again.form.grid().cells.size(), 2u);
+    EXPECT_EQ(again.form.grid().cells[1].time, "200");
+    EXPECT_EQ(again.form.grid().cells[1].concentration, "0.25");
+    EXPECT_TRUE(again.form.rowLocked(unsatrow::Dispersion));
+    EXPECT_EQ(again.form.titleText, "Percolation below a spill");
+    EXPECT_EQ(again.form.windowTitle(), "Ground Water Model (Unsaturated) -- FileName: " + saved);
+}
+
+}  // namespace
+}  // namespace bm
