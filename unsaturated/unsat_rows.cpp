@@ -46,7 +46,7 @@ const std::array<RowSpec, unsatrow::Count> kRows = {{
     {kSaturationCaption, UnitKind::None},
     {kSourceDecayCaption, UnitKind::None},
     {"", UnitKind::None},
-    {kChemicalCountCaption, UnitKind::None},
+    {kUnsatChemicalCountCaption, UnitKind::None},
 }};
 
 // The field a row shows; nullptr for the counts and the unused row.

@@ -30,7 +30,7 @@ inline constexpr const char* kUnsatSuperpositionCaption = " Superposition Index"
 inline constexpr const char* kUnsatPointXCaption = " Computation Depth z";
 inline constexpr const char* kUnsatPointTCaption = " Computation Time t";
 inline constexpr const char* kSourceDecayCaption = " Source Concentration Decay Rate";
-inline constexpr const char* kChemicalCountCaption = " Number of Chemicals";
+inline constexpr const char* kUnsatChemicalCountCaption = " Number of Chemicals";
 
 // The superposition row of a decaying source, which takes no later terms.
 inline constexpr const char* kSuperpositionReadOnlyText =

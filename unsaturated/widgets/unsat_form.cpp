@@ -12,7 +12,6 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include "shell/widgets/numeric_key_filter.h"
 #include "shell/widgets/term_grid_view.h"
 
 namespace bm {
@@ -53,29 +52,9 @@ void UnsatForm::build(ProgressOwner owner) {
 }
 
 void UnsatForm::addRow(int index, QGridLayout* layout, int line) {
-    RowWidgets& w = rows_[static_cast<std::size_t>(index)];
-    QWidget* parent = layout->parentWidget();
-    w.panel = new QLabel(parent);
-    w.panel->setObjectName(indexedName(QStringLiteral("Text1Panel"), index));
-    w.panel->setWordWrap(true);
-    w.panel->setMinimumWidth(170);
-    w.units = new QLabel(parent);
-    w.units->setObjectName(indexedName(QStringLiteral("Text1Units"), index));
-    w.units->setMinimumWidth(72);
-    w.entry = new QLineEdit(parent);
-    w.entry->setObjectName(indexedName(QStringLiteral("Text1"), index));
-    w.entry->setMinimumWidth(120);
-    w.entry->installEventFilter(NumericKeyFilter::instance());
-    w.entry->installEventFilter(this);  // the screen's own filter comes first
-    connect(w.entry, &QLineEdit::textEdited, this,
-            [this, index](const QString& t) { model_->rowEdited(index, t.toStdString()); });
-    layout->addWidget(w.panel, line, 0);
-    layout->addWidget(w.entry, line, 1);
-    layout->addWidget(w.units, line, 2);
-    for (QWidget* x : std::initializer_list<QWidget*>{w.panel, w.entry, w.units}) {
-        x->setProperty(kRowProperty, index);
-        if (x != w.entry) x->installEventFilter(this);
-    }
+    const InputRowWidgets made = addInputRow(layout, line, QStringLiteral("Text1"), index, kRowProperty,
+                                             [this, index](const std::string& t) { model_->rowEdited(index, t); });
+    rows_[static_cast<std::size_t>(index)] = RowWidgets{made.panel, made.entry, made.units};
 }
 
 QWidget* UnsatForm::buildInputs() {
@@ -207,10 +186,7 @@ void UnsatForm::moveFocus(const FocusRequest& focus) {
             if (focus.editMode)
                 if (QTableWidgetItem* item = grid_->item(focus.gridRow, focus.gridColumn)) grid_->editItem(item);
         } else if (focus.row >= 0 && focus.row < static_cast<int>(rows_.size())) {
-            if (QLineEdit* e = rows_[static_cast<std::size_t>(focus.row)].entry) {
-                e->setFocus(Qt::OtherFocusReason);
-                e->selectAll();
-            }
+            focusEntry(rows_[static_cast<std::size_t>(focus.row)].entry);
         }
     });
 }

@@ -5,10 +5,9 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <string>
-#include <sys/wait.h>
 
+#include "apps/brenmoor-calc/tests/screen_batch_run.h"
 #include "testing/test_paths.h"
 #include "timevarying/tests/merla_test_screen.h"
 
@@ -16,14 +15,8 @@ namespace bm {
 namespace {
 
 using testkit::readFileBytes;
+using testkit::runBatch;
 using testkit::TempDir;
-
-int runBatch(const std::string& input, const std::string& output, const TempDir& dir) {
-    const std::string command = std::string(BRENMOOR_CALC_PROGRAM) + " --output '" + output + "' '" + input + "' 2>'" +
-                                dir.file("batch.err") + "'";
-    const int raw = std::system(command.c_str());
-    return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-}
 
 struct Bench {
     TempDir dir;
