@@ -25,6 +25,7 @@ enum class RowKind {
     SuperpositionIndex,    // the number of inflow terms
     Point,                 // mcAtX, mcAtY, mcAtZ, mcAtT: the selected point
     ConcentrationCaption,  // the caption in front of the result label; no entry
+    ChemicalCount,         // the number of chemicals of a decay chain
 };
 
 // What a row shows: a field of the DataSet, or one of the rows whose field
@@ -37,6 +38,7 @@ enum class RowField {
     mcAtX, mcAtY, mcAtZ, mcAtT,
     superpositionIndex,
     concentrationCaption,
+    chemicalCount,     // numChemicals, kept by the screen
     twoDimSource,      // sourceWidth, sourceStdDev or injectionRate by its caption
     threeDimSourceA,   // sourceWidth, or sourceXc
     threeDimSourceB,   // sourceHeight, or injectionRate

@@ -127,7 +127,8 @@ auto* textFieldOf(const FormRow& r, Data& d) {
     case RowField::mcAtZ: return &d.mcAtZ;
     case RowField::mcAtT: return &d.mcAtT;
     case RowField::superpositionIndex:
-    case RowField::concentrationCaption: return none;
+    case RowField::concentrationCaption:
+    case RowField::chemicalCount: return none;
     case RowField::twoDimSource:
         // The row holds what its caption says.
         switch (twoDimSourceValueOf(r.caption)) {
@@ -148,6 +149,7 @@ std::string* rowField(const FormRow& r, DataSet& d) { return textFieldOf(r, d); 
 std::string fieldText(const FormRow& r, const DataSet& d) {
     if (const std::string* text = textFieldOf(r, d)) return *text;
     if (r.field == RowField::superpositionIndex) return std::to_string(d.superpositionIndex);
+    if (r.field == RowField::chemicalCount) return std::to_string(d.numChemicals);
     return {};
 }
 

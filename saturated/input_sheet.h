@@ -66,7 +66,8 @@ bool applySourceCaptions(std::vector<FormRow>& rows, int dimension, const DataSe
 // The DataSet text a row shows, and the row's text stored back (a source row
 // holds what its caption says; a superposition index below one is one).
 std::string fieldText(const FormRow& row, const DataSet& data);
-// The DataSet text behind a row; nullptr for the superposition index and the caption row.
+// The DataSet text behind a row; nullptr for the superposition index, the
+// caption row and the number of chemicals (which the chain's screen keeps).
 std::string* rowField(const FormRow& row, DataSet& data);
 void storeField(const FormRow& row, DataSet& data);
 

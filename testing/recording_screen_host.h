@@ -53,6 +53,12 @@ public:
         printedColumns = columns;
         return true;
     }
+    // The chemical picker: OK on the chemical queued (from 1), or a way out when it is 0.
+    int chemicalPicked = 0, chemicalPickers = 0;
+    void showChemicalPicker(DataSet& d) override {
+        ++chemicalPickers;
+        if (chemicalPicked > 0) d.selectedChemical = static_cast<std::int16_t>(chemicalPicked);
+    }
     void printerSetup() override { ++printerSetups; }
     void showHelp() override { ++helps; }
     bool screenAvailable(ModelScreen screen) override {

@@ -28,6 +28,7 @@
 #include "shell/widgets/qt_user_interface.h"
 #include "montecarlo/widgets/monte_carlo_form.h"
 #include "saturated/widgets/input_form.h"
+#include "species/widgets/mc_input_form.h"
 #include "timevarying/widgets/merla_form.h"
 #include "unsaturated/widgets/unsat_form.h"
 
@@ -56,6 +57,7 @@ int main(int argc, char** argv) {
     // The model kinds the pass calculates, and the screens that show them.
     bm::registerBuiltInKinds();
     bm::registerInputForm();
+    bm::registerMCInputForm();
     bm::registerMonteCarloForm();
     bm::registerMerlaForm();
     bm::registerUnsatForm();

@@ -16,7 +16,10 @@ namespace bm {
 // ---------------------------------------------------------------- construction
 
 InputFormModel::InputFormModel(DataSet& data, AppState& state, UserInterface& ui)
-    : ScreenModel(data, state, ui, ModelScreen::inputForm) {
+    : InputFormModel(data, state, ui, ModelScreen::inputForm) {}
+
+InputFormModel::InputFormModel(DataSet& data, AppState& state, UserInterface& ui, ModelScreen screen)
+    : ScreenModel(data, state, ui, screen) {
     for (int d = 1; d <= 3; ++d) {
         layouts_[static_cast<std::size_t>(d)].dimension = d;
         buildRows(d);
@@ -93,6 +96,7 @@ bool InputFormModel::setDisplay() {
         }
         const int d = sheet.dimension;
         dimension_ = d;
+        shapeRows(d, sheet.rows);
         InputSheet& layout = layouts_[static_cast<std::size_t>(d)];
         layout.modelType = sheet.modelType;
         layout.rows = std::move(sheet.rows);
@@ -144,25 +148,32 @@ bool InputFormModel::holdDataSet() {
 
 // ---------------------------------------------------------------- validation and results
 
+void InputFormModel::focusOn(const InputPlace& place) {
+    FocusRequest focus;
+    focus.dimension = dimension_;
+    focus.tab = place.tab;
+    focus.row = place.row;
+    focus.grid = place.grid;
+    focus.gridRow = place.gridRow;
+    focus.gridColumn = place.gridColumn;
+    focus.editMode = place.editMode;
+    requestFocus(focus);
+}
+
+bool InputFormModel::validateSheet(InputSheet& sheet) {
+    // The rules go by the model of ModelE.
+    sheet.modelType = modelWord();
+    InputPlace failure;
+    const bool result = validateInputSheet(sheet, data_, ui_, failure);
+    if (!result && (failure.row >= 0 || failure.grid)) focusOn(failure);
+    return result;
+}
+
 bool InputFormModel::validate() {
     bool result = false;
     try {
-        // The rules go by the model of ModelE, on the rows of the layout shown.
-        InputSheet& layout = layouts_[static_cast<std::size_t>(std::clamp(dimension_, 0, 3))];
-        layout.modelType = modelWord();
-        InputPlace failure;
-        result = validateInputSheet(layout, data_, ui_, failure);
-        if (!result && (failure.row >= 0 || failure.grid)) {
-            FocusRequest focus;
-            focus.dimension = dimension_;
-            focus.tab = failure.tab;
-            focus.row = failure.row;
-            focus.grid = failure.grid;
-            focus.gridRow = failure.gridRow;
-            focus.gridColumn = failure.gridColumn;
-            focus.editMode = failure.editMode;
-            requestFocus(focus);
-        }
+        // The rules on the rows of the layout shown.
+        result = validateSheet(layouts_[static_cast<std::size_t>(std::clamp(dimension_, 0, 3))]);
     } catch (const RuntimeError& e) {
         ui_.setBusy(false);
         handleError(e, "inputForm_validate", "", ui_);

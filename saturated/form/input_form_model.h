@@ -18,9 +18,6 @@
 namespace bm {
 
 inline constexpr const char* kWindowTitlePrefix = "Ground Water Model (Saturated) -- FileName: ";
-inline constexpr const char* kGridReadOnlyText =
-    "Monte Carlo selected values for Contaminant Conc. at Inflow Boundary are read only.\r\rTo unselect a monte "
-    "carlo option please use Generate from the Monte Carlo menu.";
 
 class InputFormModel : public ScreenModel {
 public:
@@ -32,8 +29,8 @@ public:
     bool setDisplay() override;
     // Screen -> DataSet, and the parse step of the coordinates.
     bool holdDataSet() override;
-    void SendGWDataToTGData();  // terms -> grid of the layout
-    void SendTGDataToGWData();  // grid of the layout -> terms
+    virtual void SendGWDataToTGData();  // terms -> grid of the layout
+    virtual void SendTGDataToGWData();  // grid of the layout -> terms
 
     // The dimension of the layout shown (0 before setDisplay found one).
     int dimension() const { return dimension_; }
@@ -44,9 +41,10 @@ public:
     const FormRow& row(int dimension, int index) const;
     FormRow& row(int index) { return row(dimension_, index); }
     const FormRow& row(int index) const { return row(dimension_, index); }
-    TermGrid& grid(int dimension);
+    // The inflow grid of a layout (Input1TG ...).
+    virtual TermGrid& grid(int dimension);
     TermGrid& grid() { return grid(dimension_); }
-    const TermGrid& grid() const;
+    virtual const TermGrid& grid() const;
 
     std::array<int, 4> currentTab{};  // the tab brought forward, by dimension
 
@@ -60,14 +58,14 @@ public:
     // Focus in: the row's hint.
     void rowEntered(int index);
     // Focus out: the edit checks. False when the focus is to stay on the row.
-    bool rowLeft(int index);
+    virtual bool rowLeft(int index);
     bool rowLocked(int index) const override;
     // A grid cell is about to be edited: false (and the message) when it holds a marker.
-    bool gridBeforeEdit(int row, int column);
-    void gridEdited(int row, int column, const std::string& text);
+    virtual bool gridBeforeEdit(int row, int column);
+    virtual void gridEdited(int row, int column, const std::string& text);
     void gridEntered();
     // The named style of a cell: the grid's style for a marker, else empty.
-    std::string cellStyle(int row, int column) const;
+    virtual std::string cellStyle(int row, int column) const;
 
     // ---- Units
     void ChangeTDBGridUnits();
@@ -85,6 +83,19 @@ public:
     void requestFocus(const FocusRequest& focus) override;
 
 protected:
+    // The screen of another model kind built on these layouts (MCInputForm).
+    InputFormModel(DataSet& data, AppState& state, UserInterface& ui, ModelScreen screen);
+    // The rows of a layout as this screen has them, shaped from the saturated
+    // model's rows (none changed here).
+    virtual void shapeRows(int /*dimension*/, std::vector<FormRow>& /*rows*/) const {}
+    // The layout's rule checks on a sheet of the screen's rows, with the focus
+    // sent to the failing input. Run-time errors propagate.
+    bool validateSheet(InputSheet& sheet);
+    // Sends the user to an input of the layout shown.
+    void focusOn(const InputPlace& place);
+    // The rows of a layout typed into are checked again when they lose the focus.
+    void rowsChecked() { dirty_.assign(rows(dimension_).size(), false); }
+
     std::string windowTitlePrefix() const override { return kWindowTitlePrefix; }
     std::string modelWords() const override { return "Saturated Model"; }
     std::vector<std::string> rangeTexts() const override;

@@ -103,7 +103,10 @@ std::vector<PrintedLine> printedReportLines(const InputFormModel& form) {
     add(text("Field and Chemical Properties:"));
     add(property("  Ground Water Darcy Velocity: ", value(d.velocity), unitOf(form, RowField::velocity)));
     if (dim == 1) add(property("  Aquifer Porosity: ", value(d.porosity), unitOf(form, RowField::porosity)));
-    add(property("  Contaminant HalfLife: ", value(d.halfLife), unitOf(form, RowField::halfLife)));
+    if (d.multiChemical)
+        appendChemicalProperties(out, d);
+    else
+        add(property("  Contaminant HalfLife: ", value(d.halfLife), unitOf(form, RowField::halfLife)));
     add(property("  Longitudinal Dispersion Coefficient: ", value(d.dispersionX), unitOf(form, RowField::dispersionX)));
     if (dim >= 2)
         add(property("  Lateral Dispersion Coefficient: ", value(d.dispersionY), unitOf(form, RowField::dispersionY)));

@@ -43,9 +43,13 @@ QString indexed(const QString& name, int index) { return indexedName(name, index
 // ---------------------------------------------------------------- construction
 
 InputForm::InputForm(DataSet& dataSet, AppState& state, UserInterface& ui, QWidget* parent)
-    : ModelScreenDialog(parent), model_(std::make_unique<InputFormModel>(dataSet, state, ui)) {
-    setObjectName(QStringLiteral("inputForm"));
-    QVBoxLayout* outer = attach(*model_, ProgressOwner::InputForm);
+    : InputForm(std::make_unique<InputFormModel>(dataSet, state, ui), ProgressOwner::InputForm,
+                QStringLiteral("inputForm"), parent) {}
+
+InputForm::InputForm(std::unique_ptr<InputFormModel> model, ProgressOwner owner, const QString& name, QWidget* parent)
+    : ModelScreenDialog(parent), model_(std::move(model)) {
+    setObjectName(name);
+    QVBoxLayout* outer = attach(*model_, owner);
     addCaptions(outer);
 
     // mainElastic: every input of the model; TabElastic holds the tab set of each dimension.
@@ -122,6 +126,7 @@ QWidget* InputForm::buildTabSet(int d) {
         scroll->setWidget(page);
         tabs->addTab(scroll, QString::fromLatin1(kTabCaptions[t]));
         layouts[static_cast<std::size_t>(t)] = grid;
+        pages_[static_cast<std::size_t>(d)][static_cast<std::size_t>(t)] = grid;
     }
     std::array<int, 3> line{};
     const auto place = [&](int index) {
@@ -144,9 +149,12 @@ QWidget* InputForm::buildTabSet(int d) {
         if (i >= 0) place(i);
     place(n.concentrationCaption);
 
-    // Boundary conditions: the source rows, the superposition index and the grid.
-    for (int i = 0; i < count; ++i)
-        if (model_->row(d, i).tab == kBoundaryTab && model_->row(d, i).kind == RowKind::Value) place(i);
+    // Boundary conditions: the source rows (a chain's number of chemicals with
+    // them), the superposition index and the grid.
+    for (int i = 0; i < count; ++i) {
+        const FormRow& r = model_->row(d, i);
+        if (r.tab == kBoundaryTab && (r.kind == RowKind::Value || r.kind == RowKind::ChemicalCount)) place(i);
+    }
     place(n.superposition);
     {
         QGridLayout* g = layouts[kBoundaryTab];
@@ -182,6 +190,9 @@ QLabel* InputForm::rowUnits(int d, int i) const { return rows_.at(static_cast<st
 TermGridView* InputForm::grid(int d) const { return grids_.at(static_cast<std::size_t>(d)); }
 QTabWidget* InputForm::tabSet(int d) const { return tabs_.at(static_cast<std::size_t>(d)); }
 QLabel* InputForm::resultLabel(int d) const { return resultLabels_.at(static_cast<std::size_t>(d)); }
+QGridLayout* InputForm::tabLayout(int d, int tab) const {
+    return pages_.at(static_cast<std::size_t>(d)).at(static_cast<std::size_t>(tab));
+}
 
 int InputForm::rowOf(QObject* widget, int& dimension) const {
     const QVariant d = widget->property(kDimensionProperty);

@@ -47,6 +47,11 @@ public:
     void moveFocus(const FocusRequest& focus) override;
 
 protected:
+    // A screen of another model kind on these layouts (MCInputForm), with its
+    // own model, progress owner and object name.
+    InputForm(std::unique_ptr<InputFormModel> model, ProgressOwner owner, const QString& name, QWidget* parent);
+    // The grid layout of a tab page of a layout (its rows, then what the screen adds).
+    QGridLayout* tabLayout(int dimension, int tab) const;
     void refreshInputs() override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -64,6 +69,7 @@ private:
     std::array<std::vector<RowWidgets>, 4> rows_;
     std::array<TermGridView*, 4> grids_{};
     std::array<QTabWidget*, 4> tabs_{};
+    std::array<std::array<QGridLayout*, 3>, 4> pages_{};
     std::array<QLabel*, 4> resultLabels_{};
     std::array<QLabel*, 4> label5_{};
     QWidget* mainElastic_ = nullptr;

@@ -56,13 +56,33 @@ void appendReportHead(std::vector<PrintedLine>& lines, const std::string& headin
 
 void appendReportTerms(std::vector<PrintedLine>& lines, const DataSet& d) {
     lines.push_back({{0, "Boundary Conditions:"}});
-    lines.push_back({{0, "  Superposition Index: " + std::to_string(d.superpositionIndex)}});
+    // A decay chain has a source per chemical, in chain order, in place of the terms.
+    if (!d.multiChemical) lines.push_back({{0, "  Superposition Index: " + std::to_string(d.superpositionIndex)}});
     lines.push_back({});
     lines.push_back({{9, "Time (" + reportUnitName(UnitMenu::Time, d.timeUnit) + ")"},
                      {29, "Concentration(" + reportUnitName(UnitMenu::Concentration, d.concentrationUnit) + ")"}});
-    for (int i = 1; i <= d.terms.ub(); ++i)
-        lines.push_back({{10, formatCell(d.terms(i).time)}, {33, formatCell(d.terms(i).concentration)}});
+    if (d.multiChemical) {
+        for (int i = 1; i <= d.numChemicals && i <= d.suppositionTime.ub() && i <= d.suppositionConcentration.ub(); ++i)
+            lines.push_back({{10, formatCell(d.suppositionTime(i))}, {33, formatCell(d.suppositionConcentration(i))}});
+    } else {
+        for (int i = 1; i <= d.terms.ub(); ++i)
+            lines.push_back({{10, formatCell(d.terms(i).time)}, {33, formatCell(d.terms(i).concentration)}});
+    }
     lines.push_back({});
+}
+
+void appendChemicalProperties(std::vector<PrintedLine>& lines, const DataSet& d) {
+    const std::string name = "Chemical Name ";
+    const std::string rate = "Decay rate (1/" + reportUnitName(UnitMenu::Time, d.timeUnit) + ")  ";
+    lines.push_back({{0, "Chemical Properties"}});
+    lines.push_back({{0, name + rate + "Effective yield factor (M/M)"}});
+    const int rateColumn = static_cast<int>(name.size()) + 1;  // Tab columns count from 1
+    const int yieldColumn = rateColumn + static_cast<int>(rate.size());
+    for (int i = 1; i <= d.numChemicals && i <= d.chemicalName.ub() && i <= d.decayRate.ub() && i <= d.yieldFactor.ub();
+         ++i)
+        lines.push_back({{0, d.chemicalName(i)},
+                         {rateColumn, formatCell(d.decayRate(i))},
+                         {yieldColumn, formatCell(d.yieldFactor(i))}});
 }
 
 void appendCoordinateHeadings(std::vector<PrintedLine>& lines) {

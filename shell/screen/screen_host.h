@@ -21,6 +21,7 @@ struct FocusRequest {
     int tab = -1;
     int row = -1;
     bool grid = false;
+    bool chemicalTable = false;  // the cell is one of the chemicals' table, not of the grid
     int gridRow = -1;     // from 0
     int gridColumn = 0;
     bool editMode = false;
@@ -42,6 +43,9 @@ public:
     virtual bool showFitDialog(DataSet& model) { return false; }
     // The new-model dialog, modally; its OK writes the choice into the DataSet. True on OK.
     virtual bool showNewModelDialog() { return false; }
+    // The chemical picker of a decay chain (SelectChemicalForm), modally: its
+    // OK sets selectedChemical, any other way out leaves it as it is.
+    virtual void showChemicalPicker(DataSet&) {}
     // The printed report: lines whose "\t" moves to the next of the column stops
     // (character columns from 1). False when nothing was printed.
     virtual bool printReport(const std::vector<std::string>& lines, const std::vector<int>& tabColumns) { return false; }

@@ -62,6 +62,10 @@ inline constexpr int Generate = 10, Graph = 20, View = 30;
 }
 
 inline constexpr const char* kReadOnlyTitle = "Read Only";
+// An edit of a table cell that holds a marker (the inflow grids, the chemicals' tables).
+inline constexpr const char* kGridReadOnlyText =
+    "Monte Carlo selected values for Contaminant Conc. at Inflow Boundary are read only.\r\rTo unselect a monte "
+    "carlo option please use Generate from the Monte Carlo menu.";
 inline constexpr const char* kComputationStatus = " Computation Status:";
 inline constexpr const char* kStaleResultsText =
     "Input data has been changed. The results shown would be from a previous computation.\rIn order to update the "
@@ -135,7 +139,7 @@ public:
     void menuFileClick(int index);
     virtual void menuResultsClick(int index);
     void menuUnitsClick(UnitMenu menu, int index);
-    void menuMonteCarloClick(int index);
+    virtual void menuMonteCarloClick(int index);
     // "Fit to Observations..." beside Calculate!: enabled with the other menus
     // for a single-chemical model the pass calculates.
     MenuItem fitMenuItem() const;
@@ -163,7 +167,7 @@ public:
     // when the inputs were valid and the run was started.
     bool calculate();
     // The Stop button.
-    void stopClicked();
+    virtual void stopClicked();
     // The result label and its caption from calculationMode.
     virtual void refreshResultLabel();
     void updateResultsMenuState();

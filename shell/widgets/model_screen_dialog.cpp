@@ -30,6 +30,7 @@
 #include "shell/widgets/report_printer.h"
 #include "shell/widgets/term_grid_view.h"
 #include "shell/widgets/usual_shortcuts.h"
+#include "species/widgets/select_chemical_form.h"
 
 namespace bm {
 
@@ -468,6 +469,8 @@ bool ModelScreenDialog::showNewModelDialog() {
     dialog.form().ok(model_->data());
     return true;
 }
+
+void ModelScreenDialog::showChemicalPicker(DataSet& data) { showSelectChemicalForm(data, this); }
 
 bool ModelScreenDialog::printReport(const std::vector<std::string>& lines, const std::vector<int>& tabColumns) {
     return printColumnReport(windowTitle().section(QStringLiteral(" -- "), 0, 0), lines, tabColumns, this, pdfOutput_);

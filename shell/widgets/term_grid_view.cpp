@@ -25,7 +25,7 @@ public:
 
 }  // namespace
 
-TermGridView::TermGridView(const QString& name, QWidget* parent) : QTableWidget(parent) {
+TermGridView::TermGridView(const QString& name, QWidget* parent) : GatedTable(parent) {
     setObjectName(name);
     setColumnCount(2);
     setItemDelegate(new NumericDelegate(this));
@@ -38,7 +38,7 @@ TermGridView::TermGridView(const QString& name, QWidget* parent) : QTableWidget(
                     QAbstractItemView::AnyKeyPressed | QAbstractItemView::SelectedClicked);
 }
 
-bool TermGridView::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
+bool GatedTable::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
     const bool wouldEdit = trigger == QAbstractItemView::AllEditTriggers || (editTriggers() & trigger) != 0;
     if (wouldEdit && state() != QAbstractItemView::EditingState && index.isValid() && beforeEdit &&
         !beforeEdit(index.row(), index.column()))
@@ -51,24 +51,24 @@ void TermGridView::showGrid(const TermGrid& grid, const std::function<std::strin
     setHorizontalHeaderLabels({QString::fromStdString(grid.timeHeading), QString::fromStdString(grid.concentrationHeading)});
     const int rows = static_cast<int>(grid.cells.size());
     if (rowCount() != rows) setRowCount(rows);
-    for (int r = 0; r < rows; ++r) {
-        for (int c = 0; c < 2; ++c) {
-            QTableWidgetItem* it = item(r, c);
-            if (!it) {
-                it = new QTableWidgetItem;
-                setItem(r, c, it);
-            }
-            const QString style = QString::fromStdString(styleOf(r, c));
-            // A marker cell shows its visible word; what stands behind it is the model's.
-            const QString text = style.isEmpty() ? QString::fromStdString(grid.cell(r, c)) : QStringLiteral("Monte Carlo");
-            if (it->text() != text) it->setText(text);
-            it->setData(kStyleRole, style);
-            it->setForeground(style.isEmpty() ? palette().brush(QPalette::Text) : QBrush(styleColour()));
-        }
-    }
+    for (int r = 0; r < rows; ++r)
+        for (int c = 0; c < 2; ++c) showCell(r, c, grid.cell(r, c), styleOf(r, c));
 }
 
-QString TermGridView::cellStyle(int row, int column) const {
+void GatedTable::showCell(int row, int column, const std::string& text, const std::string& style) {
+    QTableWidgetItem* it = item(row, column);
+    if (!it) {
+        it = new QTableWidgetItem;
+        setItem(row, column, it);
+    }
+    // A marker cell shows its visible word; what stands behind it is the model's.
+    const QString shown = style.empty() ? QString::fromStdString(text) : QStringLiteral("Monte Carlo");
+    if (it->text() != shown) it->setText(shown);
+    it->setData(kStyleRole, QString::fromStdString(style));
+    it->setForeground(style.empty() ? palette().brush(QPalette::Text) : QBrush(TermGridView::styleColour()));
+}
+
+QString GatedTable::cellStyle(int row, int column) const {
     const QTableWidgetItem* it = item(row, column);
     return it ? it->data(kStyleRole).toString() : QString();
 }

@@ -10,20 +10,29 @@
 
 namespace bm {
 
-class TermGridView : public QTableWidget {
+// A table whose cells ask before they go into edit mode.
+class GatedTable : public QTableWidget {
+    Q_OBJECT
+public:
+    using QTableWidget::QTableWidget;
+    // Asked before a cell goes into edit mode; false cancels the edit.
+    std::function<bool(int row, int column)> beforeEdit;
+    // The named style of a cell, empty for the plain style.
+    QString cellStyle(int row, int column) const;
+
+protected:
+    // A cell's text, or for a cell in a named style its visible word "Monte Carlo" drawn red.
+    void showCell(int row, int column, const std::string& text, const std::string& style);
+    bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+};
+
+class TermGridView : public GatedTable {
     Q_OBJECT
 public:
     explicit TermGridView(const QString& name, QWidget* parent = nullptr);
-    // Asked before a cell goes into edit mode; false cancels the edit.
-    std::function<bool(int row, int column)> beforeEdit;
     // Shows the grid of the form model (headings, cells, styles).
     void showGrid(const TermGrid& grid, const std::function<std::string(int, int)>& styleOf);
-    // The named style of a cell, empty for the plain style.
-    QString cellStyle(int row, int column) const;
     static QColor styleColour() { return QColor(255, 0, 0); }
-
-protected:
-    bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
 };
 
 }  // namespace bm

@@ -23,6 +23,7 @@
 #include "species/chain/chain_solution.h"
 #include "species/chain/chain_validation.h"
 #include "species/chain/chemical_choice.h"
+#include "species/tests/chain_test_model.h"
 #include "testing/is_close.h"
 #include "testing/one_dim_test_model.h"
 #include "testing/points_file.h"
@@ -33,35 +34,9 @@ namespace bm {
 namespace {
 
 using testkit::ScriptedUserInterface;
-
-std::string text15(double v) {
-    char buffer[40];
-    std::snprintf(buffer, sizeof buffer, "%.15g", v);
-    return buffer;
-}
-
-struct Chain {
-    std::vector<double> rates, yields, sources;
-};
-
-// A single-species model turned into a chain of the same shared inputs.
-DataSet chainModel(DataSet d, const Chain& chain) {
-    const int n = static_cast<int>(chain.rates.size());
-    d.multiChemical = true;
-    d.numChemicals = static_cast<std::int16_t>(n);
-    for (List<std::string>* list : {&d.chemicalName, &d.decayRate, &d.yieldFactor, &d.suppositionTime,
-                                    &d.suppositionConcentration})
-        list->redim(n);
-    for (int i = 1; i <= n; ++i) {
-        d.chemicalName(i) = "C" + std::to_string(i);
-        d.decayRate(i) = text15(chain.rates[i - 1]);
-        d.yieldFactor(i) = text15(chain.yields[i - 1]);
-        d.suppositionTime(i) = "0";
-        d.suppositionConcentration(i) = text15(chain.sources[i - 1]);
-    }
-    d.halfLife.clear();
-    return d;
-}
+using testkit::Chain;
+using testkit::chainModel;
+using testkit::text15;
 
 // ---- the Laplace-domain reference of the coupled one-dimensional problem
 //   dC_i/dt = D C_i'' - V C_i' - k_i C_i + y_i k_(i-1) C_(i-1),

@@ -36,12 +36,14 @@ SelectChemicalForm::SelectChemicalForm(ChemicalChoice& choice, QWidget* parent) 
     resize(300, 110);
 }
 
+void showSelectChemicalForm(DataSet& data, QWidget* parent) {
+    ChemicalChoice choice(data);
+    SelectChemicalForm form(choice, parent);
+    form.exec();
+}
+
 bool pickChemicalOnScreen(DataSet& data, QWidget* parent) {
-    return pickChemical(data, [&] {
-        ChemicalChoice choice(data);
-        SelectChemicalForm form(choice, parent);
-        form.exec();
-    });
+    return pickChemical(data, [&] { showSelectChemicalForm(data, parent); });
 }
 
 }  // namespace bm

@@ -20,6 +20,8 @@ private:
     QComboBox* list_;
 };
 
+// The picker shown modally over `parent`: OK sets selectedChemical.
+void showSelectChemicalForm(DataSet& data, QWidget* parent);
 // pickChemical with the picker shown over `parent`.
 bool pickChemicalOnScreen(DataSet& data, QWidget* parent);
 

@@ -22,21 +22,15 @@ std::vector<PrintedLine> unsatReportLines(const DataSet& d, const std::vector<Un
     text(" Monte Carlo simulation at t: " + formatCell(d.mcAtT));
     blank();
 
-    if (d.multiChemical) {
-        text("Chemical Properties");
-        text("Chemical Name Decay rate (1/" + reportUnitName(UnitMenu::Time, d.timeUnit) +
-             ")  Effective yield factor (M/M)");
-        for (int i = 1; i <= d.numChemicals && i <= d.chemicalName.ub(); ++i)
-            out.push_back({{0, d.chemicalName(i)}, {15, formatCell(d.decayRate(i))}, {40, formatCell(d.yieldFactor(i))}});
-        blank();
-    } else {
-        appendReportTerms(out, d);
-    }
-
+    appendReportTerms(out, d);
     text("Field and Chemical Properties:");
     property("  Ground Water Steady-State Percolation Rate: ", d.velocity, unsatrow::Percolation);
     property("  Dispersion Coefficient(Dv): ", d.dispersionX, unsatrow::Dispersion);
-    if (!d.multiChemical) property("  Contaminant HalfLife: ", d.halfLife, unsatrow::HalfLife);
+    // A chain's chemicals have their rates in place of the half-life.
+    if (d.multiChemical)
+        appendChemicalProperties(out, d);
+    else
+        property("  Contaminant HalfLife: ", d.halfLife, unsatrow::HalfLife);
     property("  Bulk Density: ", d.bulkDensity, unsatrow::BulkDensity);
     property("  Contaminant Distribution Coefficient(Kdv): ", d.distributionCoefficient, unsatrow::Distribution);
     property("  Aquifer Porosity: ", d.porosity, unsatrow::Porosity);
