@@ -223,8 +223,8 @@ std::vector<std::string*> UnsatFormModel::unitLabels() {
 }
 
 void UnsatFormModel::unitsChanged() {
-    grid_.timeHeading = timeColumnHeading(timeUnit);
-    grid_.concentrationHeading =
+    grid().timeHeading = timeColumnHeading(timeUnit);
+    grid().concentrationHeading =
         concentrationColumnHeading(modelWord(), aquiferWord(), contaminantWord(), concentrationUnit);
 }
 

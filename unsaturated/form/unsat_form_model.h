@@ -35,8 +35,9 @@ public:
     // A row; run-time error 340 for one the screen does not have.
     UnsatRow& row(int index);
     const UnsatRow& row(int index) const;
-    TermGrid& grid() { return grid_; }
-    const TermGrid& grid() const { return grid_; }
+    // Input1TG: the terms, or a chain's inputs table (a source per chemical).
+    virtual TermGrid& grid() { return grid_; }
+    virtual const TermGrid& grid() const { return grid_; }
 
     // ---- Editing (the locked rows' key and click checks are the ScreenModel's)
     void rowEdited(int index, const std::string& text);
@@ -44,14 +45,14 @@ public:
     // message, and the focus goes on.
     void rowEntered(int index);
     // Focus out: the edit checks. False when the focus is to stay on the row.
-    bool rowLeft(int index);
+    virtual bool rowLeft(int index);
     // A row under Monte Carlo control, or the superposition index of a decaying source.
     bool rowLocked(int index) const override;
-    bool gridBeforeEdit(int row, int column);
-    void gridEdited(int row, int column, const std::string& text);
+    virtual bool gridBeforeEdit(int row, int column);
+    virtual void gridEdited(int row, int column, const std::string& text);
     void gridEntered();
     // The named style of a cell: the grid's style for a marker, else empty.
-    std::string cellStyle(int row, int column) const;
+    virtual std::string cellStyle(int row, int column) const;
 
     // ---- Units
     std::vector<std::string*> unitLabels() override;

@@ -25,13 +25,13 @@ QString q(const std::string& s) { return QString::fromStdString(s); }
 }  // namespace
 
 UnsatForm::UnsatForm(DataSet& dataSet, AppState& state, UserInterface& ui, QWidget* parent)
-    : UnsatForm(std::make_unique<UnsatFormModel>(dataSet, state, ui), QStringLiteral("unsatForm"),
-                ProgressOwner::UnsaturatedForm, parent) {}
+    : UnsatForm(std::make_unique<UnsatFormModel>(dataSet, state, ui), QStringLiteral("unsatForm"), parent) {
+    build(ProgressOwner::UnsaturatedForm);
+}
 
-UnsatForm::UnsatForm(std::unique_ptr<UnsatFormModel> model, const QString& name, ProgressOwner owner, QWidget* parent)
+UnsatForm::UnsatForm(std::unique_ptr<UnsatFormModel> model, const QString& name, QWidget* parent)
     : ModelScreenDialog(parent), model_(std::move(model)) {
     setObjectName(name);
-    build(owner);
 }
 
 void UnsatForm::build(ProgressOwner owner) {
@@ -146,7 +146,6 @@ void UnsatForm::refreshInputs() {
         // A click on the read-only row tells so and leaves the focus where it was.
         w.entry->setFocusPolicy(r.readOnly ? Qt::TabFocus : Qt::StrongFocus);
     }
-    boundary_->setVisible(!m.multiChemical());
     grid_->showGrid(m.grid(), [&m](int r, int c) { return m.cellStyle(r, c); });
     resultLabel_->setText(q(m.resultLabel));
     label5_->setText(q(m.resultCaption));

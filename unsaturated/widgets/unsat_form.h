@@ -41,8 +41,10 @@ public:
     void moveFocus(const FocusRequest& focus) override;
 
 protected:
-    // The multi-chemical screen's model and object name.
-    UnsatForm(std::unique_ptr<UnsatFormModel> model, const QString& name, ProgressOwner owner, QWidget* parent);
+    // The multi-chemical screen's model and object name; it builds the screen
+    // (build) once it can add its own inputs.
+    UnsatForm(std::unique_ptr<UnsatFormModel> model, const QString& name, QWidget* parent);
+    void build(ProgressOwner owner);
     void refreshInputs() override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     // The screen's own inputs below the constants (the chemicals' tables).
@@ -55,7 +57,6 @@ private:
         QLineEdit* entry = nullptr;
         QLabel* units = nullptr;
     };
-    void build(ProgressOwner owner);
     void addRow(int index, QGridLayout* layout, int line);
     QWidget* buildInputs();
 
