@@ -48,6 +48,7 @@ bool MCUnsatFormModel::rowLeft(int index) {
     }
     acceptedCount_ = r.text;
     markChanged();
+    changed();
     return true;
 }
 

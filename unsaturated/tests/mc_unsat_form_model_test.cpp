@@ -18,30 +18,7 @@ using Screen = testkit::UnsatScreen<MCUnsatFormModel>;
 
 const char* const kProper = "\r\rPlease give a proper input value.";
 
-// A parent degrading at 0.002 per day into a daughter at 0.001 per day, half of
-// it; the parent's source from time 0.
-DataSet chainModel() {
-    DataSet d = testkit::unsatModel();
-    d.multiChemical = true;
-    d.halfLife.clear();
-    d.superpositionIndex = 0;
-    d.terms.redim(0);
-    d.numChemicals = 2;
-    for (List<std::string>* list : {&d.chemicalName, &d.decayRate, &d.yieldFactor, &d.suppositionTime,
-                                    &d.suppositionConcentration, &d.resultsInPoint})
-        list->redim(2);
-    d.chemicalName(1) = "Parent";
-    d.chemicalName(2) = "Daughter";
-    d.decayRate(1) = "0.002";
-    d.decayRate(2) = "0.001";
-    d.yieldFactor(1) = "0";
-    d.yieldFactor(2) = "0.5";
-    d.suppositionTime(1) = "0";
-    d.suppositionTime(2) = "0";
-    d.suppositionConcentration(1) = "1";
-    d.suppositionConcentration(2) = "0";
-    return d;
-}
+using testkit::unsatChainModel;
 
 void expectRefused(Screen& s, const std::string& title, const std::string& text) {
     s.ui.messages.clear();
@@ -57,7 +34,7 @@ void expectAccepted(Screen& s) {
 }
 
 TEST(MCUnsatForm, AChainHasNoHalfLifeNorTermsButItsNumberOfChemicals) {
-    Screen s(chainModel());
+    Screen s(unsatChainModel());
     EXPECT_FALSE(s.form.row(unsatrow::HalfLife).inUse);
     EXPECT_FALSE(s.form.row(unsatrow::Superposition).inUse);
     EXPECT_TRUE(s.form.row(unsatrow::Chemicals).inUse);
@@ -76,7 +53,7 @@ TEST(MCUnsatForm, AChainHasNoHalfLifeNorTermsButItsNumberOfChemicals) {
 }
 
 TEST(MCUnsatForm, TheNumberOfChemicalsResizesTheTables) {
-    Screen s(chainModel());
+    Screen s(unsatChainModel());
     s.type(unsatrow::Chemicals, "3");
     EXPECT_TRUE(s.form.rowLeft(unsatrow::Chemicals));
     EXPECT_EQ(s.form.tables().count(), 3);
@@ -88,7 +65,7 @@ TEST(MCUnsatForm, TheNumberOfChemicalsResizesTheTables) {
 }
 
 TEST(MCUnsatForm, HoldDataSetPutsTheTablesIntoTheChemicalLists) {
-    Screen s(chainModel());
+    Screen s(unsatChainModel());
     s.form.chemicalEdited(1, 1, "0.0015");
     s.form.gridEdited(1, 1, "0.2");
     ASSERT_TRUE(s.form.holdDataSet());
@@ -100,12 +77,12 @@ TEST(MCUnsatForm, HoldDataSetPutsTheTablesIntoTheChemicalLists) {
 }
 
 TEST(MCUnsatForm, TheCompleteChainPassesWithoutHalfLifeOrTerms) {
-    Screen s(chainModel());
+    Screen s(unsatChainModel());
     expectAccepted(s);
 }
 
 TEST(MCUnsatForm, TheNumberOfChemicalsIsAWholeNumberOfAtLeastOne) {
-    Screen s(chainModel());
+    Screen s(unsatChainModel());
     s.type(unsatrow::Chemicals, " ");
     expectRefused(s, "No input data", std::string("No input value has been given for  Number of Chemicals.") + kProper);
     s.type(unsatrow::Chemicals, "1.5");
@@ -119,7 +96,7 @@ TEST(MCUnsatForm, TheNumberOfChemicalsIsAWholeNumberOfAtLeastOne) {
 }
 
 TEST(MCUnsatForm, TheTablesAreCheckedWhereTheTermsWouldBe) {
-    Screen s(chainModel());
+    Screen s(unsatChainModel());
     s.form.chemicalEdited(1, 0, " ");
     expectRefused(s, "No input data", "Not all values have been given for chemical names.\r\rPlease give proper chemical names.");
     EXPECT_EQ(s.ui.messages[0].icon, MessageIcon::Critical);
@@ -130,7 +107,7 @@ TEST(MCUnsatForm, TheTablesAreCheckedWhereTheTermsWouldBe) {
     s.type(unsatrow::Time, "5:730:73:365");
     expectRefused(s, "Invalid input format", "Time Range (t) should start zero.\r\rPlease set Tmin as zero!");
     // Before the selected point's.
-    Screen t(chainModel());
+    Screen t(unsatChainModel());
     t.form.chemicalEdited(0, 1, "0.002");
     t.form.chemicalEdited(1, 1, "0.002");
     t.type(unsatrow::PointX, "50");
@@ -144,7 +121,7 @@ TEST(MCUnsatForm, TheTablesAreCheckedWhereTheTermsWouldBe) {
 // parent (0.002 - 0.0022905) * 0.04 + 2.2676e-5 = +1.1e-5, daughter
 // (0.001 - 0.0022905) * 0.04 + 2.2676e-5 = -2.9e-5: the daughter's is negative.
 TEST(MCUnsatForm, EachChemicalsRateGoesThroughTheSquareRootsTest) {
-    Screen s(chainModel());
+    Screen s(unsatChainModel());
     s.type(unsatrow::SourceDecay, "0.0013");
     s.ui.messages.clear();
     EXPECT_FALSE(s.form.validate());
@@ -163,23 +140,23 @@ TEST(MCUnsatForm, EachChemicalsRateGoesThroughTheSquareRootsTest) {
 }
 
 TEST(MCUnsatForm, TheBatchCalculatorRunsTheSameChecks) {
-    DataSet d = chainModel();
+    DataSet d = unsatChainModel();
     d.sourceDecayRate = "0.0013";
     testkit::ScriptedUserInterface ui;
     const KindCalculation* kind = kindCalculationOf(d);
     ASSERT_NE(kind, nullptr);
     EXPECT_FALSE(kind->validate(d, ui));
     EXPECT_EQ(ui.messages.back().title, "Improper input data");
-    d = chainModel();
+    d = unsatChainModel();
     d.saturation = "0.7";
     EXPECT_FALSE(kind->validate(d, ui));
     EXPECT_EQ(ui.lastText(), " Saturation (Sw) is larger than  Aquifer Porosity (n)." + std::string(kProper));
-    d = chainModel();
+    d = unsatChainModel();
     EXPECT_TRUE(kind->validate(d, ui));
 }
 
 TEST(MCUnsatForm, TheReportHasTheChemicalsInPlaceOfTheHalfLife) {
-    Screen s(chainModel());
+    Screen s(unsatChainModel());
     ASSERT_TRUE(s.form.holdDataSet());
     const std::string text = printedReportText(unsatReportLines(s.data, s.form.rows()));
     EXPECT_EQ(text.find("HalfLife"), std::string::npos);
@@ -191,7 +168,7 @@ TEST(MCUnsatForm, TheReportHasTheChemicalsInPlaceOfTheHalfLife) {
 }
 
 TEST(MCUnsatForm, GraphAndViewAskForTheChemicalFirst) {
-    Screen s(chainModel());
+    Screen s(unsatChainModel());
     s.host.chemicalPicked = 0;  // the picker closed without a choice
     s.form.menuResultsClick(resultsItem::View);
     EXPECT_EQ(s.host.chemicalPickers, 1);

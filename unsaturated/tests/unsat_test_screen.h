@@ -41,6 +41,31 @@ inline DataSet unsatModel(const std::string& source = "Dirichlet/Exp. Decay") {
     return d;
 }
 
+// The same column under a chain: a parent degrading at 0.002 per day into a
+// daughter at 0.001 per day, half of it; the parent's source from time 0.
+inline DataSet unsatChainModel() {
+    DataSet d = unsatModel();
+    d.multiChemical = true;
+    d.halfLife.clear();
+    d.superpositionIndex = 0;
+    d.terms.redim(0);
+    d.numChemicals = 2;
+    for (List<std::string>* list : {&d.chemicalName, &d.decayRate, &d.yieldFactor, &d.suppositionTime,
+                                    &d.suppositionConcentration, &d.resultsInPoint})
+        list->redim(2);
+    d.chemicalName(1) = "Parent";
+    d.chemicalName(2) = "Daughter";
+    d.decayRate(1) = "0.002";
+    d.decayRate(2) = "0.001";
+    d.yieldFactor(1) = "0";
+    d.yieldFactor(2) = "0.5";
+    d.suppositionTime(1) = "0";
+    d.suppositionTime(2) = "0";
+    d.suppositionConcentration(1) = "1";
+    d.suppositionConcentration(2) = "0";
+    return d;
+}
+
 template <class Form = UnsatFormModel>
 struct UnsatScreen {
     DataSet data;

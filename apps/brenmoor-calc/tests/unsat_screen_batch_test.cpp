@@ -9,6 +9,7 @@
 
 #include "apps/brenmoor-calc/tests/screen_batch_run.h"
 #include "testing/test_paths.h"
+#include "unsaturated/form/mc_unsat_form_model.h"
 #include "unsaturated/tests/unsat_test_screen.h"
 
 namespace bm {
@@ -18,9 +19,10 @@ using testkit::readFileBytes;
 using testkit::runBatch;
 using testkit::TempDir;
 
+template <class Form = UnsatFormModel>
 struct Bench {
     TempDir dir;
-    testkit::UnsatScreen<> s;
+    testkit::UnsatScreen<Form> s;
     explicit Bench(DataSet d) : s(std::move(d)) {
         s.state.temporaryDataPath = dir.path().string();
         s.state.textEditorPath = dir.file("no-editor");
@@ -110,6 +112,62 @@ TEST(UnsatScreenAndBatch, ASavedFileOpensAsItWasSaved) {
     EXPECT_TRUE(again.form.rowLocked(unsatrow::Dispersion));
     EXPECT_EQ(again.form.titleText, "Percolation below a spill");
     EXPECT_EQ(again.form.windowTitle(), "Ground Water Model (Unsaturated) -- FileName: " + saved);
+}
+
+// A chain: the chemical picked on the screen is the one asked of the batch calculator.
+void expectChainEqualsBatch(int chemical) {
+    Bench<MCUnsatFormModel> b(testkit::unsatChainModel());
+    b.s.type(unsatrow::X, "0:4:0.5:2");
+    ASSERT_TRUE(b.s.form.rowLeft(unsatrow::X));
+    b.s.type(unsatrow::Percolation, "0.02");
+    const std::string saved = b.dir.file("chain.mcu");
+    b.s.ui.fileAnswers.push_back(saved);
+    b.s.form.menuFileClick(fileItem::SaveAs);
+    ASSERT_EQ(b.s.data.currentFileName, saved);
+    ASSERT_TRUE(b.s.form.calculate());
+    EXPECT_EQ(b.s.form.resultLabel, "Regular");
+    ASSERT_EQ(b.s.form.pointsTable().rows.size(), 2u);
+    b.s.host.chemicalPicked = chemical;
+    b.s.form.menuResultsClick(resultsItem::View);
+    EXPECT_EQ(b.s.host.chemicalPickers, 1);
+    b.expectNoMessageButTheEditors();
+    const std::string screen = b.plotFile();
+    ASSERT_NE(screen.find(" - Chemical " + b.s.data.chemicalName(chemical)), std::string::npos) << screen.substr(0, 300);
+
+    const std::string command = std::string(BRENMOOR_CALC_PROGRAM) + " --chemical " + std::to_string(chemical) +
+                                " --output '" + b.dir.file("batch.out") + "' '" + saved + "' 2>'" +
+                                b.dir.file("batch.err") + "'";
+    ASSERT_EQ(std::system(command.c_str()), 0) << readFileBytes(b.dir.file("batch.err"));
+    EXPECT_TRUE(screen == readFileBytes(b.dir.file("batch.out"))) << chemical;
+}
+
+TEST(UnsatScreenAndBatch, AChainsParentIsTheSameBytes) { expectChainEqualsBatch(1); }
+
+TEST(UnsatScreenAndBatch, AChainsDaughterIsTheSameBytes) { expectChainEqualsBatch(2); }
+
+TEST(UnsatScreenAndBatch, ASavedChainOpensAsItWasSaved) {
+    Bench<MCUnsatFormModel> b(testkit::unsatChainModel());
+    b.s.form.chemicalEdited(1, 1, "0.0004");
+    b.s.form.row(unsatrow::Saturation).text = "Monte Carlo" + std::string(500, ' ') + "|0.35: 1";
+    const std::string saved = b.dir.file("chain.mcu");
+    b.s.ui.fileAnswers.push_back(saved);
+    b.s.form.menuFileClick(fileItem::SaveAs);
+    ASSERT_EQ(b.s.data.currentFileName, saved);
+
+    DataSet blank;
+    blank.multiChemical = true;
+    testkit::UnsatScreen<MCUnsatFormModel> again(blank);
+    again.data.dataState = kDataUnchanged;
+    again.ui.fileAnswers.push_back(saved);
+    again.form.menuFileClick(fileItem::Open);
+    ASSERT_EQ(again.data.currentFileName, saved);
+    for (int r = 0; r < unsatrow::Count; ++r)
+        if (b.s.form.row(r).inUse) EXPECT_EQ(again.form.row(r).text, b.s.form.row(r).text) << r;
+    ASSERT_EQ(again.form.tables().count(), 2);
+    EXPECT_EQ(again.form.tables().chemicals[1].rate, "0.0004");
+    EXPECT_EQ(again.form.tables().chemicals[1].yield, "0.5");
+    EXPECT_EQ(again.form.grid().cells[0].concentration, "1");
+    EXPECT_TRUE(again.form.rowLocked(unsatrow::Saturation));
 }
 
 }  // namespace
