@@ -4,6 +4,7 @@
 #include <QFrame>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -97,6 +98,7 @@ QWidget* UnsatForm::buildInputs() {
     addRow(unsatrow::Superposition, boundary, 0);
     grid_ = new TermGridView(QStringLiteral("Input1TG"), boundary_);
     grid_->setMinimumHeight(150);
+    grid_->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     boundary->addWidget(grid_, 1, 0, 1, 3);
     grid_->beforeEdit = [this](int row, int column) { return model_->gridBeforeEdit(row, column); };
     connect(grid_, &QTableWidget::itemChanged, this, [this](QTableWidgetItem* item) {
@@ -147,9 +149,15 @@ void UnsatForm::refreshInputs() {
         w.entry->setFocusPolicy(r.readOnly ? Qt::TabFocus : Qt::StrongFocus);
     }
     grid_->showGrid(m.grid(), [&m](int r, int c) { return m.cellStyle(r, c); });
+    refreshOwnInputs();
+    // The grid is never narrower than its headings (a chain's row headings name the chemicals).
+    int headings = grid_->verticalHeader()->sizeHint().width() + 2 * grid_->frameWidth() + 24;
+    for (int c = 0; c < grid_->columnCount(); ++c)
+        if (const QTableWidgetItem* h = grid_->horizontalHeaderItem(c))
+            headings += grid_->horizontalHeader()->fontMetrics().horizontalAdvance(h->text()) + 16;
+    grid_->setMinimumWidth(headings);
     resultLabel_->setText(q(m.resultLabel));
     label5_->setText(q(m.resultCaption));
-    refreshOwnInputs();
     mainElastic_->setEnabled(m.mainEnabled);
 }
 

@@ -7,6 +7,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -198,6 +199,11 @@ TEST_F(UnsatFormScreen, Pictures) {
             EXPECT_GE(unit->width(), unit->fontMetrics().horizontalAdvance(unit->text())) << i;
             EXPECT_GE(form->rowEntry(i)->width(), 100) << i;
         }
+        // The inflow grid's headings are not cut.
+        for (int c = 0; c < form->grid()->columnCount(); ++c)
+            EXPECT_GE(form->grid()->columnWidth(c), form->grid()->horizontalHeader()->fontMetrics().horizontalAdvance(
+                                                        form->grid()->horizontalHeaderItem(c)->text()))
+                << c;
         form.reset();
     }
 }
