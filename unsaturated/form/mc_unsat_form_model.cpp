@@ -3,12 +3,11 @@
 #include "model/number_text.h"
 #include "montecarlo/pass/calculation_pass.h"
 #include "species/chain/chain_solution.h"
-#include "species/chain/chemical_choice.h"
 
 namespace bm {
 
 MCUnsatFormModel::MCUnsatFormModel(DataSet& data, AppState& state, UserInterface& ui)
-    : UnsatFormModel(data, state, ui, ModelScreen::MCUnsatForm) {}
+    : ChainScreen<UnsatFormModel>(data, state, ui, ModelScreen::MCUnsatForm) {}
 
 void MCUnsatFormModel::showTables() {
     // The tables always have a chemical.
@@ -97,43 +96,6 @@ void MCUnsatFormModel::requestFocus(const FocusRequest& focus) {
         tables_.sources.editMode = focus.editMode;
     }
     ScreenModel::requestFocus(focus);
-}
-
-void MCUnsatFormModel::refreshResultLabel() {
-    // The title of the points table: the kind of the last run.
-    UnsatFormModel::refreshResultLabel();
-    if (contains(data_.calculationMode, "Monte Carlo"))
-        resultLabel = "Monte Carlo";
-    else
-        resultLabel = data_.calculationMode.empty() ? "" : "Regular";
-}
-
-bool MCUnsatFormModel::chemicalChosen() {
-    return pickChemical(data_, [this] {
-        if (host_) host_->showChemicalPicker(data_);
-    });
-}
-
-void MCUnsatFormModel::menuResultsClick(int index) {
-    if (index != resultsItem::Graph && index != resultsItem::View) return;
-    if (!chemicalChosen()) return;
-    chemicalPicked_ = true;
-    UnsatFormModel::menuResultsClick(index);
-    chemicalPicked_ = false;
-}
-
-void MCUnsatFormModel::menuMonteCarloClick(int index) {
-    const bool showsResults = index == monteCarloItem::Graph || index == monteCarloItem::View;
-    if (showsResults && !chemicalPicked_ && data_.calculationMode == "Monte Carlo" && !chemicalChosen()) return;
-    UnsatFormModel::menuMonteCarloClick(index);
-}
-
-void MCUnsatFormModel::stopClicked() {
-    // The chain's loop sees the answer between chemicals.
-    stopButtonClicked(data_, ui_);
-    data_.stopRequestedMulti = data_.stopRequested;
-    data_.stopRequested = false;
-    changed();
 }
 
 }  // namespace bm

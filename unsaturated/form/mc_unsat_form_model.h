@@ -7,12 +7,13 @@
 // chemical in the points table, and the commands that show or write one
 // chemical's results ask for the chemical first (SelectChemicalForm).
 
+#include "species/form/chain_screen.h"
 #include "species/form/chemical_tables.h"
 #include "unsaturated/form/unsat_form_model.h"
 
 namespace bm {
 
-class MCUnsatFormModel : public UnsatFormModel {
+class MCUnsatFormModel : public ChainScreen<UnsatFormModel> {
 public:
     MCUnsatFormModel(DataSet& data, AppState& state, UserInterface& ui);
 
@@ -34,12 +35,6 @@ public:
     void gridEdited(int row, int column, const std::string& text) override;
     std::string cellStyle(int row, int column) const override;
 
-    void refreshResultLabel() override;
-    // Graph and View ask for the chemical first; without one they do nothing.
-    void menuResultsClick(int index) override;
-    void menuMonteCarloClick(int index) override;
-    // Stop ends the run after the chemical at hand.
-    void stopClicked() override;
     void requestFocus(const FocusRequest& focus) override;
 
 protected:
@@ -50,9 +45,7 @@ protected:
     void unitsChanged() override;
 
 private:
-    bool chemicalChosen();
     ChemicalTables tables_;
-    bool chemicalPicked_ = false;      // a Results command has asked for the chemical already
     std::string acceptedCount_ = "1";  // the count row's text when it last passed
 };
 

@@ -145,6 +145,33 @@ TEST(UnsatScreenAndBatch, AChainsParentIsTheSameBytes) { expectChainEqualsBatch(
 
 TEST(UnsatScreenAndBatch, AChainsDaughterIsTheSameBytes) { expectChainEqualsBatch(2); }
 
+TEST(UnsatScreenAndBatch, AChainsSimulationIsTheSameBytes) {
+    Bench<MCUnsatFormModel> b(testkit::unsatChainModel());
+    const std::string file =
+        (testkit::sourceDir() / "unsaturated" / "tests" / "fixtures" / "unsat_chain_montecarlo.mcu").string();
+    b.s.data.dataState = kDataUnchanged;
+    b.s.ui.fileAnswers.push_back(file);
+    b.s.form.menuFileClick(fileItem::Open);
+    ASSERT_EQ(b.s.data.currentFileName, file);
+    ASSERT_TRUE(b.s.data.multiChemical);
+    ASSERT_TRUE(b.s.form.rowLocked(unsatrow::Percolation));  // the percolation rate varies
+    ASSERT_TRUE(b.s.form.calculate());
+    EXPECT_EQ(b.s.data.calculationMode, "Monte Carlo");
+    EXPECT_EQ(b.s.form.resultLabel, "Monte Carlo");
+    b.s.host.chemicalPicked = 2;
+    b.s.form.menuMonteCarloClick(monteCarloItem::View);
+    EXPECT_EQ(b.s.host.chemicalPickers, 1);
+    b.expectNoMessageButTheEditors();
+    const std::string screen = b.plotFile();
+    ASSERT_EQ(screen.rfind("Monte Carlo\r\nType: Concentrations\r\nNumber of Terms: 3\r\n", 0), 0u) << screen;
+    ASSERT_NE(screen.find("Chemical: Daughter\r\n"), std::string::npos);
+
+    const std::string command = std::string(BRENMOOR_CALC_PROGRAM) + " --chemical 2 --output '" +
+                                b.dir.file("batch.out") + "' '" + file + "' 2>'" + b.dir.file("batch.err") + "'";
+    ASSERT_EQ(std::system(command.c_str()), 0) << readFileBytes(b.dir.file("batch.err"));
+    EXPECT_TRUE(screen == readFileBytes(b.dir.file("batch.out")));
+}
+
 TEST(UnsatScreenAndBatch, ASavedChainOpensAsItWasSaved) {
     Bench<MCUnsatFormModel> b(testkit::unsatChainModel());
     b.s.form.chemicalEdited(1, 1, "0.0004");
