@@ -20,18 +20,8 @@ const char* const kProper = "\r\rPlease give a proper input value.";
 
 using testkit::unsatChainModel;
 
-void expectRefused(Screen& s, const std::string& title, const std::string& text) {
-    s.ui.messages.clear();
-    EXPECT_FALSE(s.form.validate());
-    ASSERT_EQ(s.ui.messages.size(), 1u) << text;
-    EXPECT_EQ(s.ui.messages[0].title, title);
-    EXPECT_EQ(s.ui.messages[0].text, text);
-}
-
-void expectAccepted(Screen& s) {
-    s.ui.messages.clear();
-    EXPECT_TRUE(s.form.validate()) << (s.ui.messages.empty() ? "" : s.ui.messages[0].text);
-}
+using testkit::expectAccepted;
+using testkit::expectRefused;
 
 TEST(MCUnsatForm, AChainHasNoHalfLifeNorTermsButItsNumberOfChemicals) {
     Screen s(unsatChainModel());

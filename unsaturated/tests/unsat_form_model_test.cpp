@@ -20,20 +20,8 @@ using Screen = testkit::UnsatScreen<>;
 
 const char* const kProper = "\r\rPlease give a proper input value.";
 
-// Calculate!'s checks on the screen: false, the one critical box with these words.
-void expectRefused(Screen& s, const std::string& title, const std::string& text) {
-    s.ui.messages.clear();
-    EXPECT_FALSE(s.form.validate());
-    ASSERT_EQ(s.ui.messages.size(), 1u) << text;
-    EXPECT_EQ(s.ui.messages[0].title, title);
-    EXPECT_EQ(s.ui.messages[0].text, text);
-}
-
-void expectAccepted(Screen& s) {
-    s.ui.messages.clear();
-    EXPECT_TRUE(s.form.validate()) << (s.ui.messages.empty() ? "" : s.ui.messages[0].text);
-    EXPECT_TRUE(s.ui.messages.empty());
-}
+using testkit::expectAccepted;
+using testkit::expectRefused;
 
 TEST(UnsatForm, RowsShowTheirFieldsUnderTheirCaptionsAndUnits) {
     Screen s(unsatModel());

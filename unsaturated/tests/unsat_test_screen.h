@@ -2,6 +2,8 @@
 // unsatForm's model shown on a complete unsaturated model, with a scripted
 // user and a recording host.
 
+#include <gtest/gtest.h>
+
 #include <string>
 
 #include "model/app_state.h"
@@ -81,5 +83,23 @@ struct UnsatScreen {
     }
     void type(int row, const std::string& text) { form.rowEdited(row, text); }
 };
+
+// Calculate!'s checks on a screen: false, and one box with these words.
+template <class Screen>
+void expectRefused(Screen& s, const std::string& title, const std::string& text) {
+    s.ui.messages.clear();
+    EXPECT_FALSE(s.form.validate());
+    ASSERT_EQ(s.ui.messages.size(), 1u) << text;
+    EXPECT_EQ(s.ui.messages[0].title, title);
+    EXPECT_EQ(s.ui.messages[0].text, text);
+}
+
+// Calculate!'s checks pass without a word.
+template <class Screen>
+void expectAccepted(Screen& s) {
+    s.ui.messages.clear();
+    EXPECT_TRUE(s.form.validate()) << (s.ui.messages.empty() ? "" : s.ui.messages[0].text);
+    EXPECT_TRUE(s.ui.messages.empty());
+}
 
 }  // namespace bm::testkit
