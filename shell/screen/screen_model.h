@@ -217,6 +217,8 @@ protected:
     // The edit check of a superposition index as typed: a number of at least
     // one, or false after the "Improper input value" message.
     bool superpositionTextAccepted(const std::string& text);
+    // Where the error report of a run says the error struck.
+    virtual std::string calculationErrorContext() const { return "Calculate"; }
     // The layout shown, for the focus requests (a screen with one layout: 0).
     virtual int layoutShown() const { return 0; }
     // The counts of the range texts (rangeTexts' order) as the kind's grid counts them.

@@ -40,6 +40,10 @@ UnsatRow& UnsatFormModel::row(int index) {
 
 const UnsatRow& UnsatFormModel::row(int index) const { return const_cast<UnsatFormModel*>(this)->row(index); }
 
+std::string UnsatFormModel::calculationErrorContext() const {
+    return multiChemical() ? "Error in calculateRoutine, MCunsatForm" : "Error in calculateRoutine, unsatForm";
+}
+
 std::string UnsatFormModel::windowTitlePrefix() const {
     return data_.currentFileName.empty() ? kUnsatTitle : kUnsatFileTitlePrefix;
 }
@@ -258,8 +262,7 @@ bool UnsatFormModel::validate() {
         }
     } catch (const RuntimeError& e) {
         ui_.setBusy(false);
-        handleError(e, multiChemical() ? "Error in calculateRoutine, MCunsatForm" : "Error in calculateRoutine, unsatForm",
-                    "", ui_);
+        handleError(e, calculationErrorContext(), "", ui_);
         valid = false;
     }
     ui_.setBusy(false);

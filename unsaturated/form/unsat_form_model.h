@@ -70,6 +70,7 @@ protected:
     void unitsChanged() override;
     std::string rowCaptionText(int index) const override { return row(index).caption; }
     std::string readOnlyText(int index) const override;
+    std::string calculationErrorContext() const override;
 
     // What the multi-chemical screen adds: its tables into and out of the
     // DataSet, their markers, and their checks.
