@@ -1,8 +1,9 @@
 #pragma once
 // The unsaturated kind in the calculation pass: the rows of the unsaturated
 // screen scanned for "Monte", the fill and the driver per iteration, the
-// check before a run, and, in a simulation with a decaying source, the
-// radicand test of every iteration before anything is computed.
+// screen's checks before a run (validateUnsaturatedInputs of unsat_rows.h),
+// and, in a simulation with a decaying source, the radicand test of every
+// iteration before anything is computed.
 
 #include <string>
 #include <vector>

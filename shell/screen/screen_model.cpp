@@ -6,6 +6,8 @@
 #include "model/number_text.h"
 #include "model/ranges.h"
 #include "montecarlo/pass/kind_calculation.h"
+#include "shell/base/error_handler.h"
+#include "shell/base/runtime_error.h"
 
 namespace bm {
 
@@ -153,6 +155,20 @@ bool ScreenModel::rowClicked(int index) {
     if (!rowLocked(index)) return true;
     ui_.message(MessageIcon::Exclamation, MessageButtons::Ok, kReadOnlyTitle, readOnlyText(index));
     return false;
+}
+
+bool ScreenModel::displayed(const std::function<void()>& show) {
+    try {
+        showModelWords();
+        show();
+        data_.needsDisplayRefresh = false;
+        changed();
+        return true;
+    } catch (const RuntimeError& e) {
+        handleError(e, "Error in setDisplay()", "", ui_);
+        changed();
+        return false;
+    }
 }
 
 std::string ScreenModel::readOnlyText(int index) const {

@@ -231,6 +231,11 @@ protected:
     // A report to the host's printer, its Tab columns as the printer's column stops.
     void printLines(const std::vector<PrintedLine>& lines);
 
+    // setDisplay's frame: `show` fills the screen from the DataSet (its own
+    // inputs); the model's words, the refresh flag and the host's refresh are
+    // done here, and a run-time error goes to the handler ("Error in setDisplay()").
+    bool displayed(const std::function<void()>& show);
+
     // What every screen shows of the DataSet: the captions of the model words,
     // the notes and the unit words (the defaults where the model has none).
     void showModelWords();

@@ -51,8 +51,7 @@ std::string UnsatFormModel::windowTitlePrefix() const {
 // ---------------------------------------------------------------- display
 
 bool UnsatFormModel::setDisplay() {
-    try {
-        showModelWords();
+    return displayed([this] {
         rows_ = unsatRowsOf(data_, multiChemical(), lengthUnit, timeUnit);
         dirty_.assign(rows_.size(), false);
         SendGWDataToTGData();
@@ -60,14 +59,7 @@ bool UnsatFormModel::setDisplay() {
         showTables();
         setMonteCarloCaption();
         refreshResultLabel();
-        data_.needsDisplayRefresh = false;
-        changed();
-        return true;
-    } catch (const RuntimeError& e) {
-        handleError(e, "Error in setDisplay()", "", ui_);
-        changed();
-        return false;
-    }
+    });
 }
 
 bool UnsatFormModel::holdDataSet() {
