@@ -140,8 +140,8 @@ bool InputFormModel::holdDataSet() {
         return true;
     } catch (const RuntimeError& e) {
         // The handler tells the cause; the box after it says where it struck.
-        handleError(e, "Error in holddataset()", "", ui_);
-        ui_.message(MessageIcon::None, MessageButtons::Ok, "brenmoor", "Error in holddataset()");
+        handleError(e, holdErrorText, "", ui_);
+        ui_.message(MessageIcon::None, MessageButtons::Ok, "brenmoor", holdErrorText);
         return false;
     }
 }

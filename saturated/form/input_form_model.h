@@ -91,10 +91,10 @@ protected:
     // The layout's rule checks on a sheet of the screen's rows, with the focus
     // sent to the failing input. Run-time errors propagate.
     bool validateSheet(InputSheet& sheet);
+    // Where a run-time error in holdDataSet struck, as the error report says it.
+    const char* holdErrorText = "Error in holddataset()";
     // Sends the user to an input of the layout shown.
     void focusOn(const InputPlace& place);
-    // The rows of a layout typed into are checked again when they lose the focus.
-    void rowsChecked() { dirty_.assign(rows(dimension_).size(), false); }
 
     std::string windowTitlePrefix() const override { return kWindowTitlePrefix; }
     std::string modelWords() const override { return "Saturated Model"; }

@@ -6,6 +6,7 @@
 #include "model/number_text.h"
 #include "model/ranges.h"
 #include "model/units.h"
+#include "montecarlo/pass/calculation_pass.h"
 #include "saturated/form/input_form_model.h"
 #include "shell/base/common_services.h"
 #include "shell/base/error_handler.h"
@@ -119,6 +120,7 @@ std::vector<PrintedLine> printedReportLines(const InputFormModel& form) {
                      unitOf(form, RowField::aquiferThickness)));
     }
     add({{0, "  Retardation Coefficient : "}, {50, value(d.retardation)}});
+    if (d.multiChemical) appendChemicalResults(out, d);
     return out;
 }
 

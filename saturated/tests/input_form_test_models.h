@@ -110,19 +110,21 @@ inline DataSet threeDimScreenModel(const std::string& aquifer = "Infinite", cons
     return d;
 }
 
-// A screen on a model, shown (setDisplay) with a scripted interface and a recording host.
-struct Screen {
+// A screen's model on a model, shown (setDisplay) with a scripted interface and a recording host.
+template <class Form>
+struct ScreenOf {
     DataSet data;
     AppState state;
     ScriptedUserInterface ui;
     RecordingHost host;
-    InputFormModel form{data, state, ui};
+    Form form{data, state, ui};
 
-    explicit Screen(DataSet model) : data(std::move(model)) {
+    explicit ScreenOf(DataSet model) : data(std::move(model)) {
         host.data = &data;
         form.setHost(&host);
         form.load(true);
     }
 };
+using Screen = ScreenOf<InputFormModel>;
 
 }  // namespace bm::testkit

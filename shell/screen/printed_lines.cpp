@@ -5,6 +5,7 @@
 
 #include "model/number_text.h"
 #include "model/ranges.h"
+#include "montecarlo/pass/calculation_pass.h"
 #include "shell/base/common_services.h"
 
 namespace bm {
@@ -83,6 +84,15 @@ void appendChemicalProperties(std::vector<PrintedLine>& lines, const DataSet& d)
         lines.push_back({{0, d.chemicalName(i)},
                          {rateColumn, formatCell(d.decayRate(i))},
                          {yieldColumn, formatCell(d.yieldFactor(i))}});
+}
+
+void appendChemicalResults(std::vector<PrintedLine>& lines, const DataSet& d) {
+    lines.push_back({});
+    lines.push_back({{0, "Chemical"}, {50, "Conc. (" + reportUnitName(UnitMenu::Concentration, d.concentrationUnit) + ")"}});
+    for (int i = 1; i <= d.numChemicals && i <= d.chemicalName.ub() && i <= d.resultsInPoint.ub(); ++i) {
+        const std::string& result = d.resultsInPoint(i);
+        lines.push_back({{0, "  " + d.chemicalName(i)}, {50, result.empty() ? result : resultLabelFromMode(result)}});
+    }
 }
 
 void appendCoordinateHeadings(std::vector<PrintedLine>& lines) {

@@ -51,6 +51,9 @@ void appendReportTerms(std::vector<PrintedLine>& lines, const DataSet& data);
 // "Chemical Properties": a decay chain's chemicals, one row each (name, decay
 // rate, yield factor), their values under the heading's words.
 void appendChemicalProperties(std::vector<PrintedLine>& lines, const DataSet& data);
+// Each chemical's concentration at the selected point, chemical after chemical,
+// as the points table of a chain's screen shows it.
+void appendChemicalResults(std::vector<PrintedLine>& lines, const DataSet& data);
 // "Coordinate and Time Data" and its column headings.
 void appendCoordinateHeadings(std::vector<PrintedLine>& lines);
 // A row of that table: the name, then the range's minimum, maximum and interval

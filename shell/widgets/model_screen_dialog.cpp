@@ -470,7 +470,7 @@ bool ModelScreenDialog::showNewModelDialog() {
     return true;
 }
 
-void ModelScreenDialog::showChemicalPicker(DataSet& data) { showSelectChemicalForm(data, this); }
+void ModelScreenDialog::showChemicalPicker(DataSet& model) { showSelectChemicalForm(model, this); }
 
 bool ModelScreenDialog::printReport(const std::vector<std::string>& lines, const std::vector<int>& tabColumns) {
     return printColumnReport(windowTitle().section(QStringLiteral(" -- "), 0, 0), lines, tabColumns, this, pdfOutput_);

@@ -56,7 +56,7 @@ public:
     void formChanged() override { refresh(); }
     void showNotes(NotesPad& pad) override;
     bool showNewModelDialog() override;
-    void showChemicalPicker(DataSet& data) override;
+    void showChemicalPicker(DataSet& model) override;
     bool showFitDialog(DataSet& model) override;
     bool printReport(const std::vector<std::string>& lines, const std::vector<int>& tabColumns) override;
     void printerSetup() override;

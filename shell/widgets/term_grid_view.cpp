@@ -28,7 +28,8 @@ public:
 TermGridView::TermGridView(const QString& name, QWidget* parent) : GatedTable(parent) {
     setObjectName(name);
     setColumnCount(2);
-    setItemDelegate(new NumericDelegate(this));
+    takeNumbersIn(0);
+    takeNumbersIn(1);
     horizontalHeader()->setSectionResizeMode(0, QHeaderView::Interactive);
     horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
     horizontalHeader()->resizeSection(0, 160);
@@ -37,6 +38,8 @@ TermGridView::TermGridView(const QString& name, QWidget* parent) : GatedTable(pa
     setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                     QAbstractItemView::AnyKeyPressed | QAbstractItemView::SelectedClicked);
 }
+
+void GatedTable::takeNumbersIn(int column) { setItemDelegateForColumn(column, new NumericDelegate(this)); }
 
 bool GatedTable::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
     const bool wouldEdit = trigger == QAbstractItemView::AllEditTriggers || (editTriggers() & trigger) != 0;

@@ -19,6 +19,8 @@ public:
     std::function<bool(int row, int column)> beforeEdit;
     // The named style of a cell, empty for the plain style.
     QString cellStyle(int row, int column) const;
+    // The editors of a column take numbers only (the common key filter).
+    void takeNumbersIn(int column);
 
 protected:
     // A cell's text, or for a cell in a named style its visible word "Monte Carlo" drawn red.

@@ -14,6 +14,7 @@ namespace bm {
 
 MCInputFormModel::MCInputFormModel(DataSet& data, AppState& state, UserInterface& ui)
     : ChainScreen<InputFormModel>(data, state, ui, ModelScreen::MCInputForm) {
+    holdErrorText = "Error in HoldDataset()";
     for (int d = 1; d <= 3; ++d) shapeRows(d, rows(d));
 }
 

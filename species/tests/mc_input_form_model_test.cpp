@@ -113,6 +113,16 @@ TEST(MCInputFormModel, OneDimensionReadsTheCountAgainAndTwoKeepsTheValueOfTheLos
     EXPECT_EQ(two.data.chemicalName(3), "C3");
 }
 
+TEST(MCInputFormModel, ARunTimeErrorInHoldDataSetIsReportedWithTheScreensWords) {
+    ChainScreen s(oneDimChain());
+    s.form.row(3).text = "0:1:0.00001";  // more x terms than a counter holds
+    EXPECT_FALSE(s.form.holdDataSet());
+    ASSERT_EQ(s.ui.messages.size(), 2u);
+    EXPECT_EQ(s.ui.messages[0].title, "Overflow");
+    EXPECT_EQ(s.ui.messages[1].title, "brenmoor");
+    EXPECT_EQ(s.ui.messages[1].text, "Error in HoldDataset()");
+}
+
 TEST(MCInputFormModel, HoldDataSetCopiesTheTablesIntoTheChemicalLists) {
     ChainScreen s(oneDimChain());
     s.form.chemicalEdited(1, 0, "DCE");
@@ -281,8 +291,20 @@ TEST_F(Shown, WithoutAChemicalNothingIsShown) {
     EXPECT_TRUE(s.ui.messages.empty());
 }
 
+TEST(MCInputFormModel, AUnitChangeRelabelsTheTablesHeadings) {
+    ChainScreen s(oneDimChain());
+    s.form.menuUnitsClick(UnitMenu::Time, 40);
+    EXPECT_EQ(s.form.tables().rateHeading, "Decay Rate (1/sec)");
+    EXPECT_EQ(s.form.grid().timeHeading, "Time (sec)");
+    s.form.menuUnitsClick(UnitMenu::Concentration, 30);
+    EXPECT_EQ(s.form.grid().concentrationHeading, "Contaminant Conc. at Inflow Boundary (ppm)");
+    EXPECT_EQ(s.form.pointsTable().concentrationHeading, "Conc. (ppm)");
+    EXPECT_EQ(s.form.tables().chemicalCell(1, 1), "0.2");  // a unit converts nothing
+}
+
 TEST(MCInputFormModel, TheReportListsTheChemicalPropertiesInPlaceOfTheHalfLife) {
     ChainScreen s(oneDimChain());
+    s.form.calculate();
     ASSERT_TRUE(s.form.holdDataSet());
     std::vector<std::string> lines;
     for (const PrintedLine& line : printedReportLines(s.form)) lines.push_back(printedLineText(line));
@@ -296,6 +318,14 @@ TEST(MCInputFormModel, TheReportListsTheChemicalPropertiesInPlaceOfTheHalfLife) 
     const std::size_t rate = heading.find("Decay rate"), yield = heading.find("Effective");
     EXPECT_EQ(*(at + 2), "C1" + std::string(rate - 2, ' ') + "0.1" + std::string(yield - rate - 3, ' ') + "1");
     EXPECT_EQ(*(at + 3), "C2" + std::string(rate - 2, ' ') + "0.2" + std::string(yield - rate - 3, ' ') + "1");
+    // The results, chemical after chemical, as the points table shows them.
+    ASSERT_GE(lines.size(), 3u);
+    EXPECT_EQ(lines[lines.size() - 3], "Chemical" + std::string(41, ' ') + "Conc. (" +
+                                           reportUnitName(UnitMenu::Concentration, "mg/l") + ")");
+    const auto shown = [](double v) { return textValue(formatNumber(v)); };
+    EXPECT_EQ(lines[lines.size() - 2], "  C1" + std::string(45, ' ') + formatNumber(shown(U(0.1, 10, 5))));
+    EXPECT_EQ(lines[lines.size() - 1],
+              "  C2" + std::string(45, ' ') + formatNumber(shown(U(0.1, 10, 5)) - shown(U(0.2, 10, 5))));
     for (const std::string& l : lines) {
         EXPECT_EQ(l.find("HalfLife"), std::string::npos) << l;
         EXPECT_EQ(l.find("Superposition Index"), std::string::npos) << l;

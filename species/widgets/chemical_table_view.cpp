@@ -31,6 +31,9 @@ ChemicalTableView::ChemicalTableView(const QString& name, QWidget* parent) : Gat
     setSelectionMode(QAbstractItemView::SingleSelection);
     setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                     QAbstractItemView::AnyKeyPressed | QAbstractItemView::SelectedClicked);
+    // A name is free text; rates and yields are numbers.
+    takeNumbersIn(static_cast<int>(ChemicalColumn::Rate));
+    takeNumbersIn(static_cast<int>(ChemicalColumn::Yield));
     connect(this, &QTableWidget::itemChanged, this, [this](QTableWidgetItem* item) {
         if (edited) edited(item->row(), item->column(), item->text().toStdString());
     });

@@ -37,6 +37,7 @@ std::vector<PrintedLine> unsatReportLines(const DataSet& d, const std::vector<Un
     property("  Saturation(Sw): ", d.saturation, unsatrow::Saturation);
     if (!unsatConstantSource(d.contaminantType))
         property("  Source Concentration Decay Rate: ", d.sourceDecayRate, unsatrow::SourceDecay);
+    if (d.multiChemical) appendChemicalResults(out, d);
     return out;
 }
 

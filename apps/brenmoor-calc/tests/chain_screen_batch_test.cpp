@@ -9,6 +9,7 @@
 #include <string>
 #include <sys/wait.h>
 
+#include "apps/brenmoor-calc/tests/batch_command.h"
 #include "saturated/tests/input_form_test_models.h"
 #include "species/tests/chain_test_model.h"
 #include "species/tests/mc_input_test_screen.h"
@@ -22,10 +23,7 @@ using testkit::readFileBytes;
 using testkit::TempDir;
 
 int runBatch(const std::string& input, int chemical, const std::string& output, const TempDir& dir) {
-    const std::string command = std::string(BRENMOOR_CALC_PROGRAM) + " --chemical " + std::to_string(chemical) +
-                                " --output '" + output + "' '" + input + "' 2>'" + dir.file("batch.err") + "'";
-    const int raw = std::system(command.c_str());
-    return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+    return testkit::runBatchCommand("--chemical " + std::to_string(chemical), input, output, dir);
 }
 
 struct Bench {

@@ -7,7 +7,7 @@
 
 #include <string>
 
-#include "apps/brenmoor-calc/tests/screen_batch_run.h"
+#include "apps/brenmoor-calc/tests/batch_command.h"
 #include "testing/test_paths.h"
 #include "timevarying/tests/merla_test_screen.h"
 
@@ -15,8 +15,11 @@ namespace bm {
 namespace {
 
 using testkit::readFileBytes;
-using testkit::runBatch;
 using testkit::TempDir;
+
+int runBatch(const std::string& input, const std::string& output, const TempDir& dir) {
+    return testkit::runBatchCommand("", input, output, dir);
+}
 
 struct Bench {
     TempDir dir;

@@ -7,7 +7,7 @@
 
 #include <string>
 
-#include "apps/brenmoor-calc/tests/screen_batch_run.h"
+#include "apps/brenmoor-calc/tests/batch_command.h"
 #include "testing/test_paths.h"
 #include "unsaturated/form/mc_unsat_form_model.h"
 #include "unsaturated/tests/unsat_test_screen.h"
@@ -16,8 +16,11 @@ namespace bm {
 namespace {
 
 using testkit::readFileBytes;
-using testkit::runBatch;
 using testkit::TempDir;
+
+int runBatch(const std::string& input, const std::string& output, const TempDir& dir) {
+    return testkit::runBatchCommand("", input, output, dir);
+}
 
 template <class Form = UnsatFormModel>
 struct Bench {
@@ -134,10 +137,8 @@ void expectChainEqualsBatch(int chemical) {
     const std::string screen = b.plotFile();
     ASSERT_NE(screen.find(" - Chemical " + b.s.data.chemicalName(chemical)), std::string::npos) << screen.substr(0, 300);
 
-    const std::string command = std::string(BRENMOOR_CALC_PROGRAM) + " --chemical " + std::to_string(chemical) +
-                                " --output '" + b.dir.file("batch.out") + "' '" + saved + "' 2>'" +
-                                b.dir.file("batch.err") + "'";
-    ASSERT_EQ(std::system(command.c_str()), 0) << readFileBytes(b.dir.file("batch.err"));
+    ASSERT_EQ(testkit::runBatchCommand("--chemical " + std::to_string(chemical), saved, b.dir.file("batch.out"), b.dir),
+              0) << readFileBytes(b.dir.file("batch.err"));
     EXPECT_TRUE(screen == readFileBytes(b.dir.file("batch.out"))) << chemical;
 }
 
@@ -166,9 +167,8 @@ TEST(UnsatScreenAndBatch, AChainsSimulationIsTheSameBytes) {
     ASSERT_EQ(screen.rfind("Monte Carlo\r\nType: Concentrations\r\nNumber of Terms: 3\r\n", 0), 0u) << screen;
     ASSERT_NE(screen.find("Chemical: Daughter\r\n"), std::string::npos);
 
-    const std::string command = std::string(BRENMOOR_CALC_PROGRAM) + " --chemical 2 --output '" +
-                                b.dir.file("batch.out") + "' '" + file + "' 2>'" + b.dir.file("batch.err") + "'";
-    ASSERT_EQ(std::system(command.c_str()), 0) << readFileBytes(b.dir.file("batch.err"));
+    ASSERT_EQ(testkit::runBatchCommand("--chemical 2", file, b.dir.file("batch.out"), b.dir), 0)
+        << readFileBytes(b.dir.file("batch.err"));
     EXPECT_TRUE(screen == readFileBytes(b.dir.file("batch.out")));
 }
 

@@ -22,6 +22,21 @@ ChemicalTables twoChemicals() {
     return t;
 }
 
+// The view bound to its tables as the screen binds it, shown.
+struct BoundView {
+    ChemicalTables tables = twoChemicals();
+    testkit::ScriptedUserInterface ui;
+    ChemicalTableView view{QStringLiteral("ChemicalInput1TG")};
+    BoundView() {
+        view.beforeEdit = [this](int r, int c) { return tables.chemicalBeforeEdit(r, c, ui); };
+        view.edited = [this](int r, int c, const std::string& text) { tables.chemicalEdited(r, c, text); };
+        view.showTable(tables);
+        view.resize(600, 200);
+        view.show();
+        settle();
+    }
+};
+
 }  // namespace
 
 TEST(ChemicalTableView, ShowsTheTableWithItsHeadingsAndMarkerCellsInTheStyle) {
@@ -51,15 +66,10 @@ TEST(ChemicalTableView, ShowsTheTableWithItsHeadingsAndMarkerCellsInTheStyle) {
 }
 
 TEST(ChemicalTableView, EditsGoToTheTablesAndAMarkerCellRefusesTheEdit) {
-    ChemicalTables t = twoChemicals();
-    testkit::ScriptedUserInterface ui;
-    ChemicalTableView view(QStringLiteral("ChemicalInput1TG"));
-    view.beforeEdit = [&](int r, int c) { return t.chemicalBeforeEdit(r, c, ui); };
-    view.edited = [&](int r, int c, const std::string& text) { t.chemicalEdited(r, c, text); };
-    view.showTable(t);
-    view.resize(600, 200);
-    view.show();
-    settle();
+    BoundView bound;
+    ChemicalTables& t = bound.tables;
+    testkit::ScriptedUserInterface& ui = bound.ui;
+    ChemicalTableView& view = bound.view;
 
     view.setCurrentCell(1, 1);
     view.editItem(view.item(1, 1));
@@ -90,4 +100,28 @@ TEST(PointResultsView, ShowsEachChemicalsNameAndResult) {
     EXPECT_EQ(view.item(1, 0)->text(), "DCE");
     EXPECT_EQ(view.item(1, 1)->text(), "Monte Carlo");
     EXPECT_EQ(view.editTriggers(), QAbstractItemView::NoEditTriggers);
+}
+
+TEST(ChemicalTableView, NamesAreFreeTextAndRatesAndYieldsTakeNumbersOnly) {
+    BoundView bound;
+    ChemicalTables& t = bound.tables;
+    ChemicalTableView& view = bound.view;
+    const auto typeInto = [&](int row, int column, const QString& keys) {
+        view.setFocus();
+        view.setCurrentCell(row, column);
+        view.editItem(view.item(row, column));
+        settle();
+        QLineEdit* editor = view.viewport()->findChild<QLineEdit*>();
+        ASSERT_NE(editor, nullptr);
+        editor->selectAll();
+        QTest::keyClicks(editor, keys);
+        QTest::keyClick(editor, Qt::Key_Return);
+        settle();
+    };
+    typeInto(0, 0, QStringLiteral("PCE 2"));
+    EXPECT_EQ(t.chemicals[0].name, "PCE 2");
+    typeInto(0, 1, QStringLiteral("x0y.05"));
+    EXPECT_EQ(t.chemicals[0].rate, "0.05");
+    typeInto(1, 2, QStringLiteral("a0.7b"));
+    EXPECT_EQ(t.chemicals[1].yield, "0.7");
 }

@@ -15,6 +15,7 @@
 #include <QTabWidget>
 #include <QTest>
 
+#include "apps/brenmoor-calc/tests/batch_command.h"
 #include "files/data_file.h"
 #include "montecarlo/monte_marker.h"
 #include "saturated/tests/input_form_test_models.h"
@@ -266,7 +267,12 @@ TEST_F(MCInputFormScreen, PicturesOfEachLayout) {
             d.chemicalName(1) = "Tetrachloroethene";
             d.chemicalName(2) = "Trichloroethene";
             d.chemicalName(3) = "cis-1,2-Dichloroethene";
-            d.decayRate(2) = chemicalCellMarker("0.2", 1);
+            // The selected point inside the plume, where every chemical has arrived.
+            d.xRange = d.modelType == "One Dimensional" ? "0:10:1:3" : "0:100:10:10";
+            d.yRange = "-20:20:10:0";
+            d.zRange = "0:10:5:5";
+            // The smaller window shows a rate under Monte Carlo control, the larger a regular run's results.
+            if (size.width() < 1600) d.decayRate(2) = chemicalCellMarker("0.2", 1);
             open(d);
             form->resize(size);
             form->menuItem(QStringLiteral("mnuFile(20)"))->trigger();
@@ -293,6 +299,71 @@ TEST_F(MCInputFormScreen, PicturesOfEachLayout) {
             form.reset();
         }
     }
+}
+
+// ================================================================ the screen and the batch calculator
+
+// The screen's output file for a chemical picked in SelectChemicalForm, and
+// brenmoor-calc's for the same chemical of the file the screen saved or read.
+class ScreenAndBatch : public MCInputFormScreen {
+protected:
+    testkit::TempDir dir;
+    void SetUp() override {
+        state.temporaryDataPath = dir.path().string();
+        state.textEditorPath = dir.file("no-editor");
+    }
+    void pickInTheList(int position) {
+        qtest::onModal(QStringLiteral("SelectChemicalForm"), [position](QWidget* picker) {
+            picker->findChild<QComboBox*>(QStringLiteral("cmbChemicals"))->setCurrentIndex(position);
+            picker->findChild<QPushButton*>(QStringLiteral("cmdOK"))->click();
+        });
+    }
+    void expectTheSameBytes(const std::string& file, int chemical) {
+        for (const auto& m : ui.messages)
+            if (m.title != "Missing Text Editor" && m.title != "Information") ADD_FAILURE() << m.title << ": " << m.text;
+        const std::string screen = testkit::readFileBytes(dir.file("brenmoor.plt"));
+        ASSERT_EQ(testkit::runBatchCommand("--chemical " + std::to_string(chemical), file, dir.file("batch.out"), dir), 0)
+            << testkit::readFileBytes(dir.file("batch.err"));
+        EXPECT_TRUE(screen == testkit::readFileBytes(dir.file("batch.out"))) << screen.substr(0, 300);
+    }
+};
+
+TEST_F(ScreenAndBatch, ARegularRunIsTheSameBytes) {
+    open(chainModel(testkit::oneDimScreenModel(), kThree));
+    const std::string saved = dir.file("chain.mc1");
+    ui.fileAnswers.push_back(saved);
+    form->menuItem(QStringLiteral("menuFile(40)"))->trigger();
+    settle();
+    ASSERT_EQ(data.currentFileName, saved);
+    form->menuItem(QStringLiteral("mnuFile(20)"))->trigger();
+    settle();
+    pickInTheList(1);
+    form->menuItem(QStringLiteral("menuResults(20)"))->trigger();
+    settle();
+    ASSERT_EQ(data.selectedChemical, 2);
+    expectTheSameBytes(saved, 2);
+}
+
+TEST_F(ScreenAndBatch, ASimulationIsTheSameBytes) {
+    open(chainModel(testkit::oneDimScreenModel(), kThree));
+    data.dataState = kDataUnchanged;
+    const std::string file =
+        (testkit::sourceDir() / "apps" / "brenmoor-calc" / "tests" / "goldens" / "inputs" / "montecarlo_chain.mc1")
+            .string();
+    ui.fileAnswers.push_back(file);
+    form->menuItem(QStringLiteral("menuFile(20)"))->trigger();
+    settle();
+    ASSERT_EQ(data.currentFileName, file);
+    EXPECT_EQ(form->chemicalTable(1)->item(1, 1)->text(), "Monte Carlo");
+    form->menuItem(QStringLiteral("mnuFile(20)"))->trigger();
+    settle();
+    EXPECT_EQ(form->resultLabel(1)->text(), "Monte Carlo");
+    EXPECT_EQ(form->resultsTable(1)->item(2, 1)->text(), "Monte Carlo");
+    pickInTheList(2);
+    form->menuItem(QStringLiteral("menuMonteCarlo(30)"))->trigger();
+    settle();
+    ASSERT_EQ(data.selectedChemical, 3);
+    expectTheSameBytes(file, 3);
 }
 
 TEST(MCInputFormRegistry, RegisteredForTheMultiChemicalSaturatedKinds) {
