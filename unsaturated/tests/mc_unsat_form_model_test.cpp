@@ -155,6 +155,8 @@ TEST(MCUnsatForm, TheReportHasTheChemicalsInPlaceOfTheHalfLife) {
         << text;
     EXPECT_NE(text.find("\nDaughter"), std::string::npos);
     EXPECT_NE(text.find("  Source Concentration Decay Rate: "), std::string::npos);
+    // The results chemical after chemical, at the end.
+    EXPECT_NE(text.find("\nChemical" + std::string(49 - 8, ' ') + "Conc. (mg/l)\n  Parent"), std::string::npos) << text;
 }
 
 TEST(MCUnsatForm, GraphAndViewAskForTheChemicalFirst) {
