@@ -3,6 +3,7 @@
 #include "model/number_text.h"
 #include "model/ranges.h"
 #include "montecarlo/monte_marker.h"
+#include "montecarlo/pass/term_checks.h"
 #include "model/model_kinds.h"
 #include "shell/base/checked_math.h"
 #include "shell/base/error_handler.h"
@@ -98,31 +99,6 @@ private:
                "Please use the following two formats: \r" + rangeFormatTextG(d_);
     }
     static std::string m7() { return std::string("Time Range (t) should start zero.") + kBreaks + "Please set Tmin as zero!"; }
-    static std::string m8(const std::string& col, int i) {
-        return "Not all values have been given for " + col + "." + kBreaks + "Please give a proper value in row number " +
-               std::to_string(i) + ".";
-    }
-    static std::string m9(const std::string& first, int i) {
-        return "All time values must be greater than " + first + ", which is the  initial time value." + kBreaks +
-               "Please give a proper value in row number " + std::to_string(i) + ".";
-    }
-    static std::string m10(const std::string& col, double tMin, double tMax, int i) {
-        return "Input value given for " + col + " must be between  " + numberText(tMin) + " and " + numberText(tMax) +
-               "." + kBreaks + "Please give a proper input value in row number " + std::to_string(i) + ".";
-    }
-    static std::string m11() {
-        return std::string("The value of initial concentration must be greater than zero.") + kBreaks +
-               "Please give a proper value in first row.";
-    }
-    static std::string m12(const std::string& col, int i) {
-        return col + " given is not a numeric value." + kBreaks + "Please give a proper value in row number " +
-               std::to_string(i) + ".";
-    }
-    static std::string m13(double tMin) {
-        return "The first row indicates the initial conditions. The time choosen in there must be the same as first "
-               "element in the Time Range (" +
-               numberText(tMin) + ")." + kBreaks + "Please give a proper value.";
-    }
     static std::string m14(const std::string& cap, double minimum, double maximum) {
         return "Input constant value given for " + cap + " must be between  " + numberText(minimum) + " and " +
                numberText(maximum) + "." + kBreaks + kGiveProper;
@@ -183,28 +159,12 @@ private:
     }
 
     bool terms(int superpositionRow, double tMin, double tMax) {
-        const TermGrid& g = s_.grid;
-        const std::string& timeColumn = g.timeHeading;
-        const std::string& concentrationColumn = g.concentrationHeading;
-        const int n = toInt16(value(superpositionRow));
-        const double firstTime = textValue(g.cell(0, 0));
-        for (int i = 1; i <= n; ++i) {
-            const std::string& time = g.cell(i - 1, 0);
-            const std::string& concentration = g.cell(i - 1, 1);
-            const double t = textValue(time);
-            if (trim(time).empty()) return fail(kNoInputTitle, m8(timeColumn, i), atTerm(i, 0));
-            if (t < firstTime) return fail(kImproperInputTitle, m9(numberText(firstTime), i), atTerm(i, 0));
-            if (t < tMin || t > tMax) return fail(kImproperInputTitle, m10(timeColumn, tMin, tMax, i), atTerm(i, 0));
-            const bool marker = holdsMonteMarker(concentration);
-            if (!marker && textValue(concentration) <= 0) return fail(kImproperInputTitle, m11(), atTerm(i, 1));
-            if (trim(concentration).empty()) return fail(kNoInputTitle, m8(concentrationColumn, i), atTerm(i, 1));
-            if (!marker && !isNumeric(concentration)) {
-                ui_.setBusy(false);
-                return fail(kImproperInputTitle, m12(concentrationColumn, i), atTerm(i, 1));
-            }
-            if (i == 1 && t != tMin) return fail(kImproperInputTitle, m13(tMin), atTerm(i, 0));
-        }
-        return true;
+        TermFailure failure;
+        if (termsAccepted(s_.grid, toInt16(value(superpositionRow)), tMin, tMax, ConcentrationRule::EveryTermPositive,
+                          MessageIcon::Exclamation, ui_, failure))
+            return true;
+        failure_ = atTerm(failure.row + 1, failure.column);
+        return false;
     }
 
     bool notZero(int r) {

@@ -3,6 +3,9 @@
 // source that decays faster than the contaminant degrades makes the radicand
 // (lambda - R gamma) 4 Dv + V^2 shrink, and it may turn negative.
 
+#include <string>
+#include <vector>
+
 #include "shell/base/user_interface.h"
 
 namespace bm {
@@ -14,6 +17,15 @@ namespace bm {
 bool unsatRadicandNegative(double percolationRate, double dispersion, double halfLife, double bulkDensity,
                            double distributionCoefficient, double porosity, double saturation, double sourceDecayRate,
                            UserInterface& ui = bm::ui());
+
+// The same test for each chemical of a chain, whose first-order rate k is
+// given as it stands (no half-life): radicand = (k - R gamma) 4 Dv + V^2. The
+// first negative one shows the message and gives true; a rate under Monte
+// Carlo control is left to the simulation.
+bool chemicalRadicandNegative(double percolationRate, double dispersion, double bulkDensity,
+                              double distributionCoefficient, double porosity, double saturation,
+                              double sourceDecayRate, const std::vector<std::string>& decayRates,
+                              UserInterface& ui = bm::ui());
 
 inline constexpr const char* kUnsatRadicandTitle = "Improper input data";
 // Four parts, two carriage returns between each; the exponent is the

@@ -4,6 +4,7 @@
 #include "unsaturated/unsat_output.h"
 #include "unsaturated/unsat_parameters.h"
 #include "unsaturated/unsat_radicand.h"
+#include "unsaturated/unsat_rows.h"
 #include "unsaturated/unsat_solution.h"
 #include "unsaturated/unsat_variants.h"
 
@@ -24,16 +25,6 @@ std::vector<std::string> unsatInputRows(const DataSet& d) {
             d.sourceDecayRate};
 }
 
-bool unsatInputsAccepted(DataSet& d, UserInterface& ui) {
-    if (d.contaminantType == kUnsatDirichlet) return true;
-    for (const std::string* field : {&d.velocity, &d.dispersionX, &d.halfLife, &d.bulkDensity, &d.distributionCoefficient,
-                                     &d.porosity, &d.saturation, &d.sourceDecayRate})
-        if (contains(*field, "Monte")) return true;
-    return !unsatRadicandNegative(textValue(d.velocity), textValue(d.dispersionX), textValue(d.halfLife),
-                                  textValue(d.bulkDensity), textValue(d.distributionCoefficient), textValue(d.porosity),
-                                  textValue(d.saturation), textValue(d.sourceDecayRate), ui);
-}
-
 bool unsatSimulationRefused(const DataSet& data, int iterations, UserInterface& ui) {
     if (data.contaminantType == kUnsatDirichlet) return false;
     for (int i = 1; i <= iterations - 1; ++i) {
@@ -49,7 +40,7 @@ bool unsatSimulationRefused(const DataSet& data, int iterations, UserInterface& 
 KindCalculation unsaturatedCalculation() {
     KindCalculation k;
     k.kind = ModelKind::Unsaturated;
-    k.validate = unsatInputsAccepted;
+    k.validate = validateUnsaturatedInputs;
     k.inputRows = unsatInputRows;
     k.refuses = unsatSimulationRefused;
     k.iterate = fillThenSolve<UnsatParameters>(fillUnsatParameters, solve);

@@ -1,8 +1,9 @@
 #pragma once
 // The unsaturated kind in the calculation pass: the rows of the unsaturated
 // screen scanned for "Monte", the fill and the driver per iteration, the
-// check before a run, and, in a simulation with a decaying source, the
-// radicand test of every iteration before anything is computed.
+// screen's checks before a run (validateUnsaturatedInputs of unsat_rows.h),
+// and, in a simulation with a decaying source, the radicand test of every
+// iteration before anything is computed.
 
 #include <string>
 #include <vector>
@@ -16,11 +17,6 @@ namespace bm {
 // simulation point's depth and time, bulk density, distribution coefficient,
 // porosity, saturation, source decay rate.
 std::vector<std::string> unsatInputRows(const DataSet& data);
-
-// The check before a run: with a decaying source ("Dirichlet" does not decay)
-// and no value under simulation, the square root of the solution must have a
-// real argument; false after the "Improper input data" message.
-bool unsatInputsAccepted(DataSet& data, UserInterface& ui);
 
 // The simulation's test before its run: for a contaminant other than
 // "Dirichlet", the record of each iteration 1 .. iterations - 1 goes through

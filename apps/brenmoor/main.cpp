@@ -30,6 +30,8 @@
 #include "saturated/widgets/input_form.h"
 #include "species/widgets/mc_input_form.h"
 #include "timevarying/widgets/merla_form.h"
+#include "unsaturated/widgets/mc_unsat_form.h"
+#include "unsaturated/widgets/unsat_form.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
@@ -59,6 +61,8 @@ int main(int argc, char** argv) {
     bm::registerMCInputForm();
     bm::registerMonteCarloForm();
     bm::registerMerlaForm();
+    bm::registerUnsatForm();
+    bm::registerMCUnsatForm();
 
     bm::MainWindow main(bm::theDataSet(), bm::theAppState(), bm::fileCommands());
     ui.setMainWindow(&main);

@@ -234,8 +234,8 @@ DataSet unsatRegular() {
     d.halfLife = "365";
     d.bulkDensity = "1.6";
     d.distributionCoefficient = "0.1";
-    d.porosity = "0.35";
-    d.saturation = "0.6";
+    d.porosity = "0.6";
+    d.saturation = "0.35";
     d.sourceDecayRate = "0.01";
     oneTerm(d, "1");
     d.calculationMode = "0.4321";
@@ -410,8 +410,8 @@ DataSet multiRegularUnsat() {
     d.dispersionX = "0.05";
     d.bulkDensity = "1.6";
     d.distributionCoefficient = "0.1";
-    d.porosity = "0.35";
-    d.saturation = "0.6";
+    d.porosity = "0.6";
+    d.saturation = "0.35";
     d.sourceDecayRate = "0.01";
     twoChemicals(d);
     d.calculationMode = "Regular";

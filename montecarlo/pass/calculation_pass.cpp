@@ -112,7 +112,8 @@ std::string resultLabelFromMode(std::string_view calculationMode) {
     return formatNumber(calculationMode);
 }
 
-CalculationOutcome calculateRoutine(DataSet& data, UserInterface& ui, const KindCalculation& kind) {
+CalculationOutcome calculateRoutine(DataSet& data, UserInterface& ui, const KindCalculation& kind,
+                                    const std::string& context) {
     CalculationOutcome outcome;
     int errorNumber = 0;
     try {
@@ -127,7 +128,7 @@ CalculationOutcome calculateRoutine(DataSet& data, UserInterface& ui, const Kind
         outcome.finished = true;
     } catch (const RuntimeError& error) {
         data.stopRequested = false;
-        handleError(error, "Calculate", "", ui);
+        handleError(error, context, "", ui);
         return outcome;
     } catch (const std::bad_alloc&) {
         errorNumber = err::OutOfMemory;
@@ -135,17 +136,17 @@ CalculationOutcome calculateRoutine(DataSet& data, UserInterface& ui, const Kind
         errorNumber = err::OutOfMemory;
     }
     data.stopRequested = false;
-    if (errorNumber != 0) handleError(errorNumber, "Calculate", "", ui);
+    if (errorNumber != 0) handleError(errorNumber, context, "", ui);
     return outcome;
 }
 
-CalculationOutcome calculateRoutine(DataSet& data, UserInterface& ui) {
+CalculationOutcome calculateRoutine(DataSet& data, UserInterface& ui, const std::string& context) {
     const KindCalculation* kind = kindCalculationOf(data);
     if (kind == nullptr) {
         data.stopRequested = false;
         return {};
     }
-    return calculateRoutine(data, ui, *kind);
+    return calculateRoutine(data, ui, *kind, context);
 }
 
 void parseCoordinates(DataSet& data, int dimension) {

@@ -62,8 +62,10 @@ std::string resultLabelFromMode(std::string_view calculationMode);
 // pass of the kind, clears the kind's stale flag, sets the label, clears
 // stopRequested again. A run-time error goes to handleError and the outcome is
 // not finished. A model without a registered kind runs nothing and is not finished.
-CalculationOutcome calculateRoutine(DataSet& data, UserInterface& ui);
-CalculationOutcome calculateRoutine(DataSet& data, UserInterface& ui, const KindCalculation& kind);
+// `context` is where the error report says the error struck.
+CalculationOutcome calculateRoutine(DataSet& data, UserInterface& ui, const std::string& context = "Calculate");
+CalculationOutcome calculateRoutine(DataSet& data, UserInterface& ui, const KindCalculation& kind,
+                                    const std::string& context = "Calculate");
 
 // The calculation's parse step: the counts and Constants of the coordinate
 // ranges of a model of `dimension` (x and t; y for two, y and z for three) and

@@ -284,11 +284,7 @@ bool InputFormModel::rowLeft(int index) {
             }
             if (wasTyped) rewritePointRows();
         } else if (r.kind == RowKind::SuperpositionIndex && wasTyped) {
-            if (!isNumeric(r.text) || textValue(r.text) < 1) {
-                ui_.message(MessageIcon::Exclamation, MessageButtons::Ok, "Improper input value",
-                            "'" + r.text +
-                                "' is not a valid input value.\r\rThe value of Superposition Index must be greater "
-                                "than or equal to 1.");
+            if (!superpositionTextAccepted(r.text)) {
                 requestFocus(back);
                 changed();
                 return false;

@@ -19,7 +19,6 @@ namespace {
 PrintedLine text(const std::string& s) { return {{0, s}}; }
 PrintedLine blank() { return {}; }
 
-std::string unitName(UnitMenu menu, const std::string& word) { return reportUnitName(menu, word); }
 
 std::string value(const std::string& s) { return formatCell(s); }
 
@@ -42,30 +41,6 @@ PrintedLine property(const std::string& label, const std::string& v, const std::
     return {{0, label}, {50, v + " " + unit}};
 }
 
-// A decay chain's chemicals, one row each, their values under the heading's words.
-void appendChemicalProperties(std::vector<PrintedLine>& out, const DataSet& d) {
-    const std::string name = "Chemical Name ";
-    const std::string rate = "Decay rate (1/" + unitName(UnitMenu::Time, d.timeUnit) + ")  ";
-    out.push_back(text("Chemical Properties"));
-    out.push_back(text(name + rate + "Effective yield factor (M/M)"));
-    const int rateColumn = static_cast<int>(name.size()) + 1;  // Tab columns count from 1
-    const int yieldColumn = rateColumn + static_cast<int>(rate.size());
-    for (int i = 1; i <= d.numChemicals && i <= d.chemicalName.ub() && i <= d.decayRate.ub() && i <= d.yieldFactor.ub();
-         ++i)
-        out.push_back({{0, d.chemicalName(i)}, {rateColumn, value(d.decayRate(i))}, {yieldColumn, value(d.yieldFactor(i))}});
-}
-
-// Each chemical's concentration at the selected point, chemical after chemical,
-// as the points table of the screen shows it.
-void appendChemicalResults(std::vector<PrintedLine>& out, const DataSet& d) {
-    out.push_back(blank());
-    out.push_back({{0, "Chemical"}, {50, "Conc. (" + unitName(UnitMenu::Concentration, d.concentrationUnit) + ")"}});
-    for (int i = 1; i <= d.numChemicals && i <= d.chemicalName.ub() && i <= d.resultsInPoint.ub(); ++i) {
-        const std::string& result = d.resultsInPoint(i);
-        out.push_back({{0, "  " + d.chemicalName(i)}, {50, result.empty() ? result : resultLabelFromMode(result)}});
-    }
-}
-
 }  // namespace
 
 std::vector<PrintedLine> printedReportLines(const InputFormModel& form) {
@@ -74,25 +49,7 @@ std::vector<PrintedLine> printedReportLines(const InputFormModel& form) {
     std::vector<PrintedLine> out;
     const auto add = [&out](PrintedLine line) { out.push_back(std::move(line)); };
 
-    add(blank());
-    add(blank());
-    add(text("Saturated Ground Water Model"));
-    add(blank());
-    add(blank());
-
-    appendReportNotes(out, d.title, d.author, d.comments);
-
-    add(blank());
-    add(text("Input Data file name: " + d.currentFileName));
-    add(blank());
-
-    add({{0, "Model: "}, {20, d.modelType}});
-    add({{0, "Aquifer: "}, {20, d.aquiferType}});
-    add({{0, "Contaminant: "}, {20, d.contaminantType}});
-    add(blank());
-
-    appendReportUnits(out, d.lengthUnit, d.timeUnit, d.concentrationUnit);
-    add(blank());
+    appendReportHead(out, "Saturated Ground Water Model", d);
 
     appendCoordinateHeadings(out);
     const auto axis = [&](const std::string& name, const std::string& rangeText) { add(coordinateRow(name, rangeText)); };
@@ -108,20 +65,7 @@ std::vector<PrintedLine> printedReportLines(const InputFormModel& form) {
     add(text(" Monte Carlo simulation at t: " + value(d.mcAtT)));
     add(blank());
 
-    add(text("Boundary Conditions:"));
-    // A decay chain has a source per chemical, in chain order, in place of the terms.
-    if (!d.multiChemical) add(text("  Superposition Index: " + std::to_string(d.superpositionIndex)));
-    add(blank());
-    add({{9, "Time (" + unitName(UnitMenu::Time, d.timeUnit) + ")"},
-         {29, "Concentration(" + unitName(UnitMenu::Concentration, d.concentrationUnit) + ")"}});
-    if (d.multiChemical) {
-        for (int i = 1; i <= d.numChemicals && i <= d.suppositionTime.ub() && i <= d.suppositionConcentration.ub(); ++i)
-            add({{10, value(d.suppositionTime(i))}, {33, value(d.suppositionConcentration(i))}});
-    } else {
-        for (int i = 1; i <= d.terms.ub(); ++i)
-            add({{10, value(d.terms(i).time)}, {33, value(d.terms(i).concentration)}});
-    }
-    add(blank());
+    appendReportTerms(out, d);
 
     // The source, by model.
     const std::string aquifer = toLower(trim(d.aquiferType));

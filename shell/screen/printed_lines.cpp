@@ -5,6 +5,7 @@
 
 #include "model/number_text.h"
 #include "model/ranges.h"
+#include "montecarlo/pass/calculation_pass.h"
 #include "shell/base/common_services.h"
 
 namespace bm {
@@ -32,6 +33,66 @@ void appendReportUnits(std::vector<PrintedLine>& lines, const std::string& lengt
     lines.push_back({{0, "  Length:  "}, {20, reportUnitName(UnitMenu::Length, lengthWord)}});
     lines.push_back({{0, "  Time:  "}, {20, reportUnitName(UnitMenu::Time, timeWord)}});
     lines.push_back({{0, "  Concentration: "}, {20, reportUnitName(UnitMenu::Concentration, concentrationWord)}});
+}
+
+void appendReportHead(std::vector<PrintedLine>& lines, const std::string& heading, const DataSet& d) {
+    const auto text = [&lines](const std::string& s) { lines.push_back({{0, s}}); };
+    const auto blank = [&lines] { lines.push_back({}); };
+    blank();
+    blank();
+    text(heading);
+    blank();
+    blank();
+    appendReportNotes(lines, d.title, d.author, d.comments);
+    blank();
+    text("Input Data file name: " + d.currentFileName);
+    blank();
+    lines.push_back({{0, "Model: "}, {20, d.modelType}});
+    lines.push_back({{0, "Aquifer: "}, {20, d.aquiferType}});
+    lines.push_back({{0, "Contaminant: "}, {20, d.contaminantType}});
+    blank();
+    appendReportUnits(lines, d.lengthUnit, d.timeUnit, d.concentrationUnit);
+    blank();
+}
+
+void appendReportTerms(std::vector<PrintedLine>& lines, const DataSet& d) {
+    lines.push_back({{0, "Boundary Conditions:"}});
+    // A decay chain has a source per chemical, in chain order, in place of the terms.
+    if (!d.multiChemical) lines.push_back({{0, "  Superposition Index: " + std::to_string(d.superpositionIndex)}});
+    lines.push_back({});
+    lines.push_back({{9, "Time (" + reportUnitName(UnitMenu::Time, d.timeUnit) + ")"},
+                     {29, "Concentration(" + reportUnitName(UnitMenu::Concentration, d.concentrationUnit) + ")"}});
+    if (d.multiChemical) {
+        for (int i = 1; i <= d.numChemicals && i <= d.suppositionTime.ub() && i <= d.suppositionConcentration.ub(); ++i)
+            lines.push_back({{10, formatCell(d.suppositionTime(i))}, {33, formatCell(d.suppositionConcentration(i))}});
+    } else {
+        for (int i = 1; i <= d.terms.ub(); ++i)
+            lines.push_back({{10, formatCell(d.terms(i).time)}, {33, formatCell(d.terms(i).concentration)}});
+    }
+    lines.push_back({});
+}
+
+void appendChemicalProperties(std::vector<PrintedLine>& lines, const DataSet& d) {
+    const std::string name = "Chemical Name ";
+    const std::string rate = "Decay rate (1/" + reportUnitName(UnitMenu::Time, d.timeUnit) + ")  ";
+    lines.push_back({{0, "Chemical Properties"}});
+    lines.push_back({{0, name + rate + "Effective yield factor (M/M)"}});
+    const int rateColumn = static_cast<int>(name.size()) + 1;  // Tab columns count from 1
+    const int yieldColumn = rateColumn + static_cast<int>(rate.size());
+    for (int i = 1; i <= d.numChemicals && i <= d.chemicalName.ub() && i <= d.decayRate.ub() && i <= d.yieldFactor.ub();
+         ++i)
+        lines.push_back({{0, d.chemicalName(i)},
+                         {rateColumn, formatCell(d.decayRate(i))},
+                         {yieldColumn, formatCell(d.yieldFactor(i))}});
+}
+
+void appendChemicalResults(std::vector<PrintedLine>& lines, const DataSet& d) {
+    lines.push_back({});
+    lines.push_back({{0, "Chemical"}, {50, "Conc. (" + reportUnitName(UnitMenu::Concentration, d.concentrationUnit) + ")"}});
+    for (int i = 1; i <= d.numChemicals && i <= d.chemicalName.ub() && i <= d.resultsInPoint.ub(); ++i) {
+        const std::string& result = d.resultsInPoint(i);
+        lines.push_back({{0, "  " + d.chemicalName(i)}, {50, result.empty() ? result : resultLabelFromMode(result)}});
+    }
 }
 
 void appendCoordinateHeadings(std::vector<PrintedLine>& lines) {

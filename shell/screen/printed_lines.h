@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "model/data_set.h"
 #include "model/units.h"
 
 namespace bm {
@@ -41,6 +42,18 @@ void appendReportNotes(std::vector<PrintedLine>& lines, const std::string& title
 // "Units:" and the three units at column 20.
 void appendReportUnits(std::vector<PrintedLine>& lines, const std::string& lengthWord, const std::string& timeWord,
                        const std::string& concentrationWord);
+// The head of a model's report: its heading, the notes, the data file's name,
+// the model words and the units.
+void appendReportHead(std::vector<PrintedLine>& lines, const std::string& heading, const DataSet& data);
+// "Boundary Conditions:": the superposition index and the table of the terms;
+// of a decay chain, each chemical's source time and concentration.
+void appendReportTerms(std::vector<PrintedLine>& lines, const DataSet& data);
+// "Chemical Properties": a decay chain's chemicals, one row each (name, decay
+// rate, yield factor), their values under the heading's words.
+void appendChemicalProperties(std::vector<PrintedLine>& lines, const DataSet& data);
+// Each chemical's concentration at the selected point, chemical after chemical,
+// as the points table of a chain's screen shows it.
+void appendChemicalResults(std::vector<PrintedLine>& lines, const DataSet& data);
 // "Coordinate and Time Data" and its column headings.
 void appendCoordinateHeadings(std::vector<PrintedLine>& lines);
 // A row of that table: the name, then the range's minimum, maximum and interval

@@ -6,6 +6,8 @@
 #include "model/number_text.h"
 #include "model/ranges.h"
 #include "montecarlo/pass/kind_calculation.h"
+#include "shell/base/error_handler.h"
+#include "shell/base/runtime_error.h"
 
 namespace bm {
 
@@ -151,10 +153,35 @@ void ScreenModel::hover(HintPlace place) {
 
 bool ScreenModel::rowClicked(int index) {
     if (!rowLocked(index)) return true;
-    ui_.message(MessageIcon::Exclamation, MessageButtons::Ok, kReadOnlyTitle,
-                "Monte Carlo selected values for " + rowCaptionText(index) +
-                    " are read only.\r\rTo unselect a monte carlo option please use Generate from the Monte Carlo "
-                    "menu.");
+    ui_.message(MessageIcon::Exclamation, MessageButtons::Ok, kReadOnlyTitle, readOnlyText(index));
+    return false;
+}
+
+bool ScreenModel::displayed(const std::function<void()>& show) {
+    try {
+        showModelWords();
+        show();
+        data_.needsDisplayRefresh = false;
+        changed();
+        return true;
+    } catch (const RuntimeError& e) {
+        handleError(e, "Error in setDisplay()", "", ui_);
+        changed();
+        return false;
+    }
+}
+
+std::string ScreenModel::readOnlyText(int index) const {
+    return "Monte Carlo selected values for " + rowCaptionText(index) +
+           " are read only.\r\rTo unselect a monte carlo option please use Generate from the Monte Carlo menu.";
+}
+
+bool ScreenModel::superpositionTextAccepted(const std::string& text) {
+    if (isNumeric(text) && textValue(text) >= 1) return true;
+    ui_.message(MessageIcon::Exclamation, MessageButtons::Ok, "Improper input value",
+                "'" + text +
+                    "' is not a valid input value.\r\rThe value of Superposition Index must be greater than or equal "
+                    "to 1.");
     return false;
 }
 

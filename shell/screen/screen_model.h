@@ -212,6 +212,13 @@ protected:
     virtual void resetTabs() {}
     // The caption of an input row, for the messages about it.
     virtual std::string rowCaptionText(int) const { return {}; }
+    // The "Read Only" message of a locked row: its values are under Monte Carlo control.
+    virtual std::string readOnlyText(int index) const;
+    // The edit check of a superposition index as typed: a number of at least
+    // one, or false after the "Improper input value" message.
+    bool superpositionTextAccepted(const std::string& text);
+    // Where the error report of a run says the error struck.
+    virtual std::string calculationErrorContext() const { return "Calculate"; }
     // The layout shown, for the focus requests (a screen with one layout: 0).
     virtual int layoutShown() const { return 0; }
     // The counts of the range texts (rangeTexts' order) as the kind's grid counts them.
@@ -223,6 +230,11 @@ protected:
     void outputNotCorrect(const std::string& text = kNotCorrectText);
     // A report to the host's printer, its Tab columns as the printer's column stops.
     void printLines(const std::vector<PrintedLine>& lines);
+
+    // setDisplay's frame: `show` fills the screen from the DataSet (its own
+    // inputs); the model's words, the refresh flag and the host's refresh are
+    // done here, and a run-time error goes to the handler ("Error in setDisplay()").
+    bool displayed(const std::function<void()>& show);
 
     // What every screen shows of the DataSet: the captions of the model words,
     // the notes and the unit words (the defaults where the model has none).

@@ -40,7 +40,7 @@ bool ScreenModel::runOnScreen() {
     // calculateRoutine lets the events through once, runs the pass of the
     // model's kind (which reports each point to the progress picture) and
     // clears the kind's stale flag.
-    const CalculationOutcome outcome = calculateRoutine(data_, ui_);
+    const CalculationOutcome outcome = calculateRoutine(data_, ui_, calculationErrorContext());
     if (outcome.finished) resultLabel = outcome.resultLabel;
 
     // Everything back as it was.

@@ -24,6 +24,7 @@
 #include "shell/widgets/model_screens.h"
 #include "shell/widgets/new_model_dialogs.h"
 #include "shell/widgets/notes_dialog.h"
+#include "shell/widgets/numeric_key_filter.h"
 #include "shell/widgets/progress_picture.h"
 #include "shell/widgets/qt_user_interface.h"
 #include "shell/widgets/report_printer.h"
@@ -367,6 +368,44 @@ bool ModelScreenDialog::rowEvent(QObject* watched, QEvent* event, QObject* entry
     default: break;
     }
     return false;
+}
+
+ModelScreenDialog::InputRowWidgets ModelScreenDialog::addInputRow(QGridLayout* layout, int line, const QString& array,
+                                                                   int index, const char* property,
+                                                                   std::function<void(const std::string&)> edited) {
+    InputRowWidgets w;
+    QWidget* parent = layout->parentWidget();
+    w.panel = new QLabel(parent);
+    w.panel->setObjectName(indexedName(array + QStringLiteral("Panel"), index));
+    w.panel->setWordWrap(true);
+    w.panel->setMinimumWidth(170);
+    w.units = new QLabel(parent);
+    w.units->setObjectName(indexedName(array + QStringLiteral("Units"), index));
+    w.units->setMinimumWidth(72);
+    layout->addWidget(w.panel, line, 0);
+    layout->addWidget(w.units, line, 2);
+    if (edited) {
+        w.entry = new QLineEdit(parent);
+        w.entry->setObjectName(indexedName(array, index));
+        w.entry->setMinimumWidth(120);
+        w.entry->installEventFilter(NumericKeyFilter::instance());
+        w.entry->installEventFilter(this);  // the screen's own filter comes first
+        connect(w.entry, &QLineEdit::textEdited, this,
+                [edited = std::move(edited)](const QString& t) { edited(t.toStdString()); });
+        layout->addWidget(w.entry, line, 1);
+    }
+    for (QWidget* x : std::initializer_list<QWidget*>{w.panel, w.entry, w.units}) {
+        if (!x) continue;
+        x->setProperty(property, index);
+        if (x != w.entry) x->installEventFilter(this);
+    }
+    return w;
+}
+
+void ModelScreenDialog::focusEntry(QLineEdit* entry) {
+    if (!entry) return;
+    entry->setFocus(Qt::OtherFocusReason);
+    entry->selectAll();
 }
 
 bool ModelScreenDialog::sharedFocus(const FocusRequest& focus) {

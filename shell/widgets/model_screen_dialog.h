@@ -21,6 +21,7 @@
 #include "shell/widgets/model_screens.h"
 
 class QAction;
+class QGridLayout;
 class QKeyEvent;
 class QLabel;
 class QLineEdit;
@@ -99,6 +100,22 @@ protected:
     // The focus requests every screen answers alike: Stop during a run, and the
     // next control ("{TAB}"). True when the request was one of them.
     bool sharedFocus(const FocusRequest& focus);
+
+    // A row of an input control array laid into `line` of a grid: its caption
+    // "<array>Panel(i)" in column 0, its entry "<array>(i)" in column 1 (keys
+    // filtered, typing passed to `edited`; none when `edited` is empty) and
+    // its unit "<array>Units(i)" in column 2. Each carries the row's index as
+    // `property` and has this screen's event filter (the entry's comes before
+    // the key filter).
+    struct InputRowWidgets {
+        QLabel* panel = nullptr;
+        QLineEdit* entry = nullptr;
+        QLabel* units = nullptr;
+    };
+    InputRowWidgets addInputRow(QGridLayout* layout, int line, const QString& array, int index, const char* property,
+                                std::function<void(const std::string&)> edited);
+    // Puts the focus into an entry with its text selected (a focus request's row).
+    static void focusEntry(QLineEdit* entry);
 
 private:
     QAction* addItem(QMenu* menu, const QString& name, const QString& caption, std::function<void()> action);

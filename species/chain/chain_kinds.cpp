@@ -1,7 +1,6 @@
 #include "species/chain/chain_kinds.h"
 
 #include <algorithm>
-#include <numbers>
 
 #include "model/number_text.h"
 #include "model/ranges.h"
@@ -40,21 +39,6 @@ DataSet withSelectedChemical(const DataSet& d, ModelKind chainKind) {
     return shown;
 }
 
-// The unsaturated solution takes a square root whose argument depends on the
-// rate: each chemical's rate is checked as its half-life.
-bool unsaturatedChemicalsAccepted(DataSet& data, const KindCalculation& single, UserInterface& ui) {
-    const std::string kept = data.halfLife;
-    bool accepted = true;
-    for (int i = 1; i <= data.numChemicals && accepted; ++i) {
-        const std::string& rate = data.decayRate(i);
-        if (holdsMonteMarker(rate)) continue;
-        data.halfLife = generalText(std::numbers::ln2 / numericValue(rate));
-        accepted = single.validate(data, ui);
-    }
-    data.halfLife = kept;
-    return accepted;
-}
-
 }  // namespace
 
 std::vector<std::string> chainInputRows(const DataSet& d, ModelKind chainKind) {
@@ -77,10 +61,9 @@ bool chainInputsAccepted(DataSet& data, ModelKind chainKind, UserInterface& ui) 
                    "The number of chemicals must be greater than or equal to 1.");
         return false;
     }
-    if (chainKind == ModelKind::MultiUnsaturated) {
-        if (!chainTablesAccepted(data, ui)) return false;
-        return !single || !single->validate || unsaturatedChemicalsAccepted(data, *single, ui);
-    }
+    // The unsaturated chain's rows have checks of their own, put in at
+    // registration over these (the tables' checks among them).
+    if (chainKind == ModelKind::MultiUnsaturated) return chainTablesAccepted(data, ui);
     if (single && single->validate) {
         // The shared inputs go through the single-species rules on a probe:
         // a valid half-life and one term at the start of the time range stand

@@ -13,7 +13,7 @@
 namespace bm {
 
 MCInputFormModel::MCInputFormModel(DataSet& data, AppState& state, UserInterface& ui)
-    : InputFormModel(data, state, ui, ModelScreen::MCInputForm) {
+    : ChainScreen<InputFormModel>(data, state, ui, ModelScreen::MCInputForm) {
     holdErrorText = "Error in HoldDataset()";
     for (int d = 1; d <= 3; ++d) shapeRows(d, rows(d));
 }
@@ -182,45 +182,6 @@ void MCInputFormModel::requestFocus(const FocusRequest& focus) {
     tables_.currentColumn = focus.gridColumn;
     tables_.editMode = focus.editMode;
     ScreenModel::requestFocus(focus);
-}
-
-// ---------------------------------------------------------------- results
-
-void MCInputFormModel::refreshResultLabel() {
-    // The title of the points table: the kind of the last run.
-    InputFormModel::refreshResultLabel();
-    if (contains(data_.calculationMode, "Monte Carlo"))
-        resultLabel = "Monte Carlo";
-    else
-        resultLabel = data_.calculationMode.empty() ? "" : "Regular";
-}
-
-bool MCInputFormModel::chemicalChosen() {
-    return pickChemical(data_, [this] {
-        if (host_) host_->showChemicalPicker(data_);
-    });
-}
-
-void MCInputFormModel::menuResultsClick(int index) {
-    if (index != resultsItem::Graph && index != resultsItem::View) return;
-    if (!chemicalChosen()) return;
-    chemicalPicked_ = true;
-    InputFormModel::menuResultsClick(index);
-    chemicalPicked_ = false;
-}
-
-void MCInputFormModel::menuMonteCarloClick(int index) {
-    const bool showsResults = index == monteCarloItem::Graph || index == monteCarloItem::View;
-    if (showsResults && !chemicalPicked_ && data_.calculationMode == "Monte Carlo" && !chemicalChosen()) return;
-    InputFormModel::menuMonteCarloClick(index);
-}
-
-void MCInputFormModel::stopClicked() {
-    // The chain's loop sees the answer between chemicals.
-    stopButtonClicked(data_, ui_);
-    data_.stopRequestedMulti = data_.stopRequested;
-    data_.stopRequested = false;
-    changed();
 }
 
 }  // namespace bm

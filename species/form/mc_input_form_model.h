@@ -9,11 +9,12 @@
 // one chemical's results ask for the chemical first (SelectChemicalForm).
 
 #include "saturated/form/input_form_model.h"
+#include "species/form/chain_screen.h"
 #include "species/form/chemical_tables.h"
 
 namespace bm {
 
-class MCInputFormModel : public InputFormModel {
+class MCInputFormModel : public ChainScreen<InputFormModel> {
 public:
     MCInputFormModel(DataSet& data, AppState& state, UserInterface& ui);
 
@@ -48,14 +49,7 @@ public:
     // The layout's rules on the coordinates and the field constants, then the
     // inputs table and the chemicals' table.
     bool validate() override;
-    void refreshResultLabel() override;
     void requestFocus(const FocusRequest& focus) override;
-
-    // Graph and View ask for the chemical first; without one they do nothing.
-    void menuResultsClick(int index) override;
-    void menuMonteCarloClick(int index) override;
-    // Stop ends the run after the chemical at hand (stopRequestedMulti).
-    void stopClicked() override;
 
 protected:
     void shapeRows(int dimension, std::vector<FormRow>& rows) const override;
@@ -63,9 +57,7 @@ protected:
     void unitsChanged() override;
 
 private:
-    bool chemicalChosen();
     ChemicalTables tables_;
-    bool chemicalPicked_ = false;  // a Results command has asked for the chemical already
     std::string acceptedCount_ = "1";  // the count row's text when it last passed
 };
 

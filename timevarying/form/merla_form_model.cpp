@@ -45,22 +45,14 @@ std::string MerlaFormModel::windowTitlePrefix() const {
 // ---------------------------------------------------------------- display
 
 bool MerlaFormModel::setDisplay() {
-    try {
-        showModelWords();
+    return displayed([this] {
         rows_ = varRowsOf(data_, lengthUnit, timeUnit);
         shownLength_ = lengthUnit;
         shownTime_ = timeUnit;
         dirty_.assign(rows_.size(), false);
         setMonteCarloCaption();
         refreshResultLabel();
-        data_.needsDisplayRefresh = false;
-        changed();
-        return true;
-    } catch (const RuntimeError& e) {
-        handleError(e, "Error in setDisplay()", "", ui_);
-        changed();
-        return false;
-    }
+    });
 }
 
 bool MerlaFormModel::holdDataSet() {

@@ -13,7 +13,6 @@
 
 #include "model/data_set.h"
 #include "shell/widgets/model_screens.h"
-#include "shell/widgets/numeric_key_filter.h"
 
 namespace bm {
 
@@ -47,37 +46,22 @@ MerlaForm::MerlaForm(DataSet& dataSet, AppState& state, UserInterface& ui, QWidg
 }
 
 void MerlaForm::addRow(int index, QGridLayout* layout, int line) {
-    const VarRow& r = model_->row(index);
+    const bool result = model_->row(index).result;
+    const InputRowWidgets made =
+        addInputRow(layout, line, QStringLiteral("Text2"), index, kRowProperty,
+                    result ? std::function<void(const std::string&)>()
+                           : [this, index](const std::string& t) { model_->rowEdited(index, t); });
     RowWidgets& w = rows_[static_cast<std::size_t>(index)];
-    QWidget* parent = layout->parentWidget();
-    w.panel = new QLabel(parent);
-    w.panel->setObjectName(indexedName(QStringLiteral("Text2Panel"), index));
-    w.panel->setWordWrap(true);
-    w.panel->setMinimumWidth(170);
-    w.units = new QLabel(parent);
-    w.units->setObjectName(indexedName(QStringLiteral("Text2Units"), index));
-    w.units->setMinimumWidth(72);
-    layout->addWidget(w.panel, line, 0);
-    if (r.result) {
-        resultLabel_ = panelLabel(QStringLiteral("LabelResult"), parent);
+    w.panel = made.panel;
+    w.entry = made.entry;
+    w.units = made.units;
+    if (result) {
+        resultLabel_ = panelLabel(QStringLiteral("LabelResult"), layout->parentWidget());
         resultLabel_->setMinimumWidth(130);
         resultLabel_->setStyleSheet(QStringLiteral("QLabel { font-weight: bold; }"));
         layout->addWidget(resultLabel_, line, 1);
     } else {
-        w.entry = new QLineEdit(parent);
-        w.entry->setObjectName(indexedName(QStringLiteral("Text2"), index));
         w.entry->setMinimumWidth(130);
-        w.entry->installEventFilter(NumericKeyFilter::instance());
-        w.entry->installEventFilter(this);  // the screen's own filter comes first
-        connect(w.entry, &QLineEdit::textEdited, this,
-                [this, index](const QString& t) { model_->rowEdited(index, t.toStdString()); });
-        layout->addWidget(w.entry, line, 1);
-    }
-    layout->addWidget(w.units, line, 2);
-    for (QWidget* x : std::initializer_list<QWidget*>{w.panel, w.entry, w.units}) {
-        if (!x) continue;
-        x->setProperty(kRowProperty, index);
-        if (x != w.entry) x->installEventFilter(this);
     }
 }
 
@@ -170,12 +154,8 @@ void MerlaForm::moveFocus(const FocusRequest& focus) {
     // After the event that asked for it: a focus change inside a focus event is not taken.
     QTimer::singleShot(0, this, [this, focus] {
         if (sharedFocus(focus)) return;
-        if (focus.row >= 0 && focus.row < static_cast<int>(rows_.size())) {
-            if (QLineEdit* e = rows_[static_cast<std::size_t>(focus.row)].entry) {
-                e->setFocus(Qt::OtherFocusReason);
-                e->selectAll();
-            }
-        }
+        if (focus.row >= 0 && focus.row < static_cast<int>(rows_.size()))
+            focusEntry(rows_[static_cast<std::size_t>(focus.row)].entry);
     });
 }
 

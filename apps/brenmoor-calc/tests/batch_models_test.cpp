@@ -221,8 +221,8 @@ TEST(BatchModels, UnsaturatedSimulationFollowsItsPercolationSamples) {
     setField(model, "Dispersion_X: ", "0.5");
     setField(model, "HalfLife: ", "1E+30");
     setField(model, "Contaminant Distribution Coefficient: ", "0");
-    setField(model, "Aquifer Porosity: ", "0.4");
-    setField(model, "Saturation: ", "0.5");
+    setField(model, "Aquifer Porosity: ", "0.5");
+    setField(model, "Saturation: ", "0.4");
     setField(model, "Monte Carlo simulation at x: ", "2");
     setField(model, "Monte Carlo simulation at t: ", "3");
     setSamples(model, "Steady-State Percolation Rate (Q)", {"0.1", "0.2", "0.4"});

@@ -5,9 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <string>
-#include <sys/wait.h>
 
 #include "apps/brenmoor-calc/tests/batch_command.h"
 #include "testing/test_paths.h"
