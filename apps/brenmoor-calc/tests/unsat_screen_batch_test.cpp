@@ -107,7 +107,9 @@ TEST(UnsatScreenAndBatch, ASavedFileOpensAsItWasSaved) {
     ASSERT_EQ(again.data.currentFileName, saved);
     for (int r = 0; r < unsatrow::Count; ++r) {
         EXPECT_EQ(again.form.row(r).inUse, b.s.form.row(r).inUse) << r;
-        if (b.s.form.row(r).inUse) EXPECT_EQ(again.form.row(r).text, b.s.form.row(r).text) << r;
+        if (b.s.form.row(r).inUse) {
+            EXPECT_EQ(again.form.row(r).text, b.s.form.row(r).text) << r;
+        }
     }
     ASSERT_EQ(again.form.grid().cells.size(), 2u);
     EXPECT_EQ(again.form.grid().cells[1].time, "200");
@@ -188,8 +190,11 @@ TEST(UnsatScreenAndBatch, ASavedChainOpensAsItWasSaved) {
     again.ui.fileAnswers.push_back(saved);
     again.form.menuFileClick(fileItem::Open);
     ASSERT_EQ(again.data.currentFileName, saved);
-    for (int r = 0; r < unsatrow::Count; ++r)
-        if (b.s.form.row(r).inUse) EXPECT_EQ(again.form.row(r).text, b.s.form.row(r).text) << r;
+    for (int r = 0; r < unsatrow::Count; ++r) {
+        if (b.s.form.row(r).inUse) {
+            EXPECT_EQ(again.form.row(r).text, b.s.form.row(r).text) << r;
+        }
+    }
     ASSERT_EQ(again.form.tables().count(), 2);
     EXPECT_EQ(again.form.tables().chemicals[1].rate, "0.0004");
     EXPECT_EQ(again.form.tables().chemicals[1].yield, "0.5");
