@@ -35,12 +35,14 @@ std::vector<std::string> texts(const std::vector<double>& values, std::string (*
     return out;
 }
 
+// The next value by a compare rather than a remainder: a 64-bit division
+// per call would cost a third of what the fastest readers are measured at.
 template <class F>
 void perValue(benchmark::State& state, const std::vector<double>& values, F f) {
     std::size_t i = 0;
     for (auto _ : state) {
         benchmark::DoNotOptimize(f(values[i]));
-        i = (i + 1) % values.size();
+        if (++i == values.size()) i = 0;
     }
 }
 
@@ -49,7 +51,7 @@ void perText(benchmark::State& state, const std::vector<std::string>& values, F 
     std::size_t i = 0;
     for (auto _ : state) {
         benchmark::DoNotOptimize(f(values[i]));
-        i = (i + 1) % values.size();
+        if (++i == values.size()) i = 0;
     }
 }
 
