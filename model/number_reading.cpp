@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <emmintrin.h>
 #include <string>
 #include <system_error>
 
@@ -40,7 +41,23 @@ bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n'; }
     return static_cast<std::uint32_t>((word & 0x0000ffff0000ffffull) * 42949672960001ull >> 32);
 }
 
-constexpr std::uint64_t kWholePowers[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
+constexpr std::uint64_t kWholePowers[] = {1,
+                                          10,
+                                          100,
+                                          1000,
+                                          10000,
+                                          100000,
+                                          1000000,
+                                          10000000,
+                                          100000000,
+                                          1000000000,
+                                          10000000000,
+                                          100000000000,
+                                          1000000000000,
+                                          10000000000000,
+                                          100000000000000,
+                                          1000000000000000,
+                                          10000000000000000};
 
 // The run of digits from p on, appended to m (which wraps past 19 digits;
 // the caller counts them); `first` is the start of the whole text. Returns
@@ -77,6 +94,55 @@ constexpr std::uint64_t kWholePowers[] = {1, 10, 100, 1000, 10000, 100000, 10000
         }
         return p + count;
     }
+}
+
+// Sixteen zero bytes, then sixteen ones: the sixteen bytes from offset k
+// keep the last k bytes of a vector.
+alignas(16) constexpr unsigned char kKeepLast[32] = {0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,
+                                                     0,    0,    0,    0,    0,    0xff, 0xff, 0xff, 0xff, 0xff, 0xff,
+                                                     0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff};
+
+// The number of sixteen digit values (0 to 9, the first in the lowest
+// byte): pairs by a multiply and add of 16-bit lanes, fours and eights by
+// multiply-adds of neighbouring lanes.
+[[gnu::always_inline]] inline std::uint64_t sixteenDigits(__m128i digits) {
+    const __m128i first = _mm_and_si128(digits, _mm_set1_epi16(0x00ff));
+    const __m128i second = _mm_srli_epi16(digits, 8);
+    const __m128i pairs = _mm_add_epi16(_mm_mullo_epi16(first, _mm_set1_epi16(10)), second);
+    const __m128i fours = _mm_madd_epi16(pairs, _mm_set1_epi32(0x00010064));   // 100 and 1
+    const __m128i packed = _mm_packs_epi32(fours, fours);                       // each below 10000
+    const __m128i eights = _mm_madd_epi16(packed, _mm_set1_epi32(0x00012710));  // 10000 and 1
+    const auto high = static_cast<std::uint32_t>(_mm_cvtsi128_si32(eights));
+    const auto low = static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_srli_si128(eights, 4)));
+    return high * 100000000ull + low;
+}
+
+// The fraction's digits where sixteen bytes stand from p on: their count
+// from one comparison of all sixteen; a run shorter than sixteen taken as
+// the sixteen bytes that end with it (when the text reaches back that far)
+// with the bytes before the run cleared. False, p at the digits left, when
+// the run goes on where fewer than sixteen bytes remain or it cannot reach back.
+[[gnu::always_inline]] inline bool gatherSixteen(const char* first, const char*& p, const char* last,
+                                                 std::uint64_t& m) {
+    while (last - p >= 16) {
+        const __m128i digits =
+            _mm_sub_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)), _mm_set1_epi8('0'));
+        const __m128i isDigit = _mm_cmpeq_epi8(_mm_subs_epu8(digits, _mm_set1_epi8(9)), _mm_setzero_si128());
+        const int count = std::countr_one(static_cast<unsigned>(_mm_movemask_epi8(isDigit)));
+        if (count == 16) {
+            m = m * kWholePowers[16] + sixteenDigits(digits);
+            p += 16;
+            continue;
+        }
+        if (p + count - 16 < first) return false;
+        const __m128i ending =
+            _mm_sub_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p + count - 16)), _mm_set1_epi8('0'));
+        const __m128i run = _mm_and_si128(ending, _mm_loadu_si128(reinterpret_cast<const __m128i*>(kKeepLast + count)));
+        m = m * kWholePowers[count] + sixteenDigits(run);
+        p += count;
+        return true;
+    }
+    return false;
 }
 
 bool anyNonzero(const char* p, const char* last) {
@@ -138,9 +204,11 @@ constexpr long kMostExponentDigits = 6;
     if (p < last && (*p == '+' || *p == '-')) s.negative = *p++ == '-';
     std::uint64_t m = 0;
     const char* const integer = p;
-    // Most integer parts are short ("1.2345E-05", "10"): a digit at a time
-    // unless eight digits stand there.
-    if (last - p >= 8 && notDigits(eightBytes(p)) == 0) p = gatherDigits(first, p, last, m);
+    // Most integer parts are short: one digit before the point in the general
+    // text's "1.2345E-05", a few in "10"; a digit at a time unless eight
+    // digits stand there.
+    if (last - p >= 2 && p[1] == '.' && isDigit(p[0])) m = static_cast<unsigned>(*p++ - '0');
+    else if (last - p >= 8 && notDigits(eightBytes(p)) == 0) p = gatherDigits(first, p, last, m);
     else
         for (; p < last; ++p) {
             const unsigned digit = static_cast<unsigned char>(*p) - static_cast<unsigned>('0');
@@ -152,7 +220,7 @@ constexpr long kMostExponentDigits = 6;
     const char* fractionEnd = p;
     if (p < last && *p == '.') {
         fraction = ++p;
-        p = gatherDigits(first, p, last, m);
+        if (!gatherSixteen(first, p, last, m)) p = gatherDigits(first, p, last, m);
         fractionEnd = p;
     }
     const auto count = (integerEnd - integer) + (fractionEnd - fraction);
@@ -168,14 +236,21 @@ constexpr long kMostExponentDigits = 6;
         if (q < last && (*q == '+' || *q == '-')) negativeExponent = *q++ == '-';
         const char* const digits = q;
         std::uint32_t e = 0;  // wraps harmlessly past kMostExponentDigits
-        for (; q < last; ++q) {
-            const unsigned digit = static_cast<unsigned char>(*q) - static_cast<unsigned>('0');
-            if (digit > 9) break;
-            e = e * 10 + digit;
+        // The general text's exponent has two digits: both at once.
+        const bool two = last - q >= 2 && isDigit(q[0]) && isDigit(q[1]) && (last - q == 2 || !isDigit(q[2]));
+        if (two) {
+            e = static_cast<unsigned>(q[0] - '0') * 10 + static_cast<unsigned>(q[1] - '0');
+            q += 2;
+        } else {
+            for (; q < last; ++q) {
+                const unsigned digit = static_cast<unsigned char>(*q) - static_cast<unsigned>('0');
+                if (digit > 9) break;
+                e = e * 10 + digit;
+            }
+            if (q - digits > kMostExponentDigits) s.outOfReach = true;
         }
         if (q > digits) {  // "1e" and "1e+" end before their marker
             s.end = q;
-            if (q - digits > kMostExponentDigits) s.outOfReach = true;
             exponent = negativeExponent ? -static_cast<long>(e) : static_cast<long>(e);
         }
         p = q;
@@ -306,6 +381,14 @@ constexpr double kExactPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7
     return static_cast<double>(v);
 }
 
+// The number of a whole text [first, last), or false.
+[[gnu::always_inline]] inline bool readWhole(const char* first, const char* last, double& value) {
+    const NumberScan s = scanNumber(first, last);
+    if (!s.found() || s.end != last) return false;
+    value = valueOf(s, first);
+    return true;
+}
+
 }  // namespace
 
 bool isStrict(std::string_view text) {
@@ -315,11 +398,18 @@ bool isStrict(std::string_view text) {
 }
 
 bool readStrict(std::string_view text, double& value) {
-    const char* const last = text.data() + text.size();
-    const NumberScan s = scanNumber(text.data(), last);
-    if (!s.found() || s.end != last) return false;
-    value = valueOf(s, text.data());
-    return true;
+    return readWhole(text.data(), text.data() + text.size(), value);
+}
+
+Reading readBetweenBlanks(std::string_view text) {
+    const char* p = text.data();
+    const char* const last = p + text.size();
+    while (p < last && (*p == ' ' || *p == '\t')) ++p;
+    const NumberScan s = scanNumber(p, last);
+    if (!s.found()) return {};
+    for (const char* q = s.end; q < last; ++q)
+        if (*q != ' ' && *q != '\t') return {};
+    return {valueOf(s, p), true};
 }
 
 double readLenient(std::string_view text) {

@@ -171,11 +171,10 @@ bool isNumeric(std::string_view text) {
 }
 
 double numericValue(std::string_view text) {
-    const std::string_view t = trimmedView(text);
-    double v = 0.0;
-    if (!digits::readStrict(t, v)) raiseError(err::TypeMismatch);
-    if (std::isinf(v)) raiseError(err::Overflow);
-    return v;
+    const digits::Reading reading = digits::readBetweenBlanks(text);
+    if (!reading.numeric) raiseError(err::TypeMismatch);
+    if (std::isinf(reading.value)) raiseError(err::Overflow);
+    return reading.value;
 }
 
 std::string textAfter(std::string_view line, std::string_view separator) {
