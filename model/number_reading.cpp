@@ -35,6 +35,9 @@ bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n'; }
     return ((word + 0x4646464646464646ull) | (word - 0x3030303030303030ull)) & 0x8080808080808080ull;
 }
 
+// The value of eight decimal digits taken as one little-endian word, the
+// first digit in the lowest byte: pairs, then fours, then all eight, each
+// step one multiplication and a shift.
 [[gnu::always_inline]] inline std::uint32_t eightDigits(std::uint64_t word) {
     word = (word & 0x0f0f0f0f0f0f0f0full) * 2561 >> 8;
     word = (word & 0x00ff00ff00ff00ffull) * 6553601 >> 16;
@@ -127,14 +130,14 @@ alignas(16) constexpr unsigned char kKeepLast[32] = {0,    0,    0,    0,    0, 
     while (last - p >= 16) {
         const __m128i digits =
             _mm_sub_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)), _mm_set1_epi8('0'));
-        const __m128i isDigit = _mm_cmpeq_epi8(_mm_subs_epu8(digits, _mm_set1_epi8(9)), _mm_setzero_si128());
-        const int count = std::countr_one(static_cast<unsigned>(_mm_movemask_epi8(isDigit)));
+        const __m128i digitBytes = _mm_cmpeq_epi8(_mm_subs_epu8(digits, _mm_set1_epi8(9)), _mm_setzero_si128());
+        const int count = std::countr_one(static_cast<unsigned>(_mm_movemask_epi8(digitBytes)));
         if (count == 16) {
             m = m * kWholePowers[16] + sixteenDigits(digits);
             p += 16;
             continue;
         }
-        if (p + count - 16 < first) return false;
+        if ((p - first) + count < 16) return false;
         const __m128i ending =
             _mm_sub_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p + count - 16)), _mm_set1_epi8('0'));
         const __m128i run = _mm_and_si128(ending, _mm_loadu_si128(reinterpret_cast<const __m128i*>(kKeepLast + count)));
