@@ -91,6 +91,10 @@ void BM_FormatNumberText(benchmark::State& s) {
 void BM_FormatNumberTextReference(benchmark::State& s) {
     perText(s, theGeneralTexts, [](const std::string& t) { return bm::reference::formatNumber(std::string_view(t)); });
 }
+// The loop alone, to subtract: a text's length instead of its value.
+void BM_TextLoop(benchmark::State& s) {
+    perText(s, theGeneralTexts, [](const std::string& t) { return static_cast<double>(t.size()); });
+}
 // Readers: the lenient and the strict conversion of written texts.
 void BM_TextValue(benchmark::State& s) { perText(s, theGeneralTexts, [](const std::string& t) { return bm::textValue(t); }); }
 void BM_TextValueReference(benchmark::State& s) {
@@ -119,6 +123,7 @@ BENCHMARK(BM_GeneralText);
 BENCHMARK(BM_GeneralTextReference);
 BENCHMARK(BM_FormatNumberText);
 BENCHMARK(BM_FormatNumberTextReference);
+BENCHMARK(BM_TextLoop);
 BENCHMARK(BM_TextValue);
 BENCHMARK(BM_TextValueReference);
 BENCHMARK(BM_NumericValue);
