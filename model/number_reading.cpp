@@ -320,6 +320,8 @@ constexpr double kExactPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7
 // and rounds to 0. A truncated mantissa bounds the value between m and m + 1
 // units: where both round to the same double, so does the value.
 [[gnu::always_inline]] inline bool magnitudeOf(const NumberScan& s, double& value) {
+    if (!s.truncated && !s.outOfReach && s.scale >= -342 && s.scale <= 308) [[likely]]
+        return nearest(s.mantissa, s.scale, value);
     if (s.outOfReach) return false;
     if (s.scale > 308) {
         value = HUGE_VAL;
