@@ -1,12 +1,11 @@
 #pragma once
-// The two primitive conversions under every number text: a double rounded to
-// a number of significant decimal digits, and a decimal text read back into
-// the nearest double. Both correctly rounded, as printf and strtod are: a
-// fast path in 128-bit integer arithmetic with a proven error bound, and
-// std::to_chars / std::from_chars for the rare values too close to call.
+// The primitive conversion under every number text written: a double rounded
+// to a number of significant decimal digits, correctly rounded as printf
+// rounds: a fast path in 128-bit integer arithmetic with a proven error
+// bound, and std::to_chars for the rare values too close to call. Reading
+// texts back is model/number_reading.h.
 
 #include <cstdint>
-#include <string_view>
 
 namespace bm::digits {
 
@@ -31,12 +30,5 @@ inline constexpr int kGeneralTextRoom = 40;
 // significant): plain decimals while the integer part and the fraction each
 // keep to `significant` digits, "d.dddE+XX" beyond. Returns the length.
 int writeGeneral(char* out, const Decimal& d, bool negative, int significant);
-
-// The strict grammar of a number: [sign] digits [. digits] [e|E|d|D [sign]
-// digits], at least one digit in the mantissa.
-bool isStrict(std::string_view text);
-// The double nearest to a text of the strict grammar (too large gives an
-// infinity, too small 0, like strtod); false, and no value, for any other text.
-bool readStrict(std::string_view text, double& value);
 
 }  // namespace bm::digits

@@ -9,6 +9,7 @@
 
 #include "model/number_digits.h"
 #include "model/number_pattern.h"
+#include "model/number_reading.h"
 #include "shell/base/runtime_error.h"
 
 namespace bm {
@@ -21,14 +22,12 @@ using patterns::Pattern;
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
-std::string_view trimmedView(std::string_view text) {
+inline std::string_view trimmedView(std::string_view text) {
     std::size_t b = 0, e = text.size();
     while (b < e && isBlank(text[b])) ++b;
     while (e > b && isBlank(text[e - 1])) --e;
     return text.substr(b, e - b);
 }
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // The general text of any double (or float, with `significant` 7) into `out`,
 // kGeneralTextRoom long at least; returns the length.
@@ -107,34 +106,6 @@ bool beyondTheDoubles(const digits::Decimal& d) {
     return true;
 }
 
-// The characters of a number gathered from a text, on the stack while short.
-class NumberText {
-public:
-    void push(char c) {
-        if (size_ < sizeof small_) small_[size_] = c;
-        else spill(c);
-        ++size_;
-    }
-    std::size_t size() const { return size_; }
-    void shrink(std::size_t size) {
-        size_ = size;
-        if (size <= sizeof small_) large_.clear();
-        else large_.resize(size);
-    }
-    std::string_view view() const {
-        return size_ <= sizeof small_ ? std::string_view(small_, size_) : std::string_view(large_.data(), size_);
-    }
-
-private:
-    void spill(char c) {
-        if (large_.empty()) large_.assign(small_, sizeof small_);
-        large_ += c;
-    }
-    char small_[64];
-    std::size_t size_ = 0;
-    std::string large_;
-};
-
 }  // namespace
 
 std::string trim(std::string_view text) { return std::string(trimmedView(text)); }
@@ -192,115 +163,7 @@ std::string formatCell(std::string_view valueText) {
     return formatNumber(valueText);
 }
 
-double textValue(std::string_view text) {
-    // Blanks, tabs and line feeds are skipped wherever they stand.
-    std::size_t i = 0;
-    const std::size_t n = text.size();
-    auto next = [&]() -> char {
-        while (i < n && (text[i] == ' ' || text[i] == '\t' || text[i] == '\n')) ++i;
-        return i < n ? text[i] : '\0';
-    };
-    char c = next();
-    if (c == '&') {
-        ++i;
-        const char kind = next();
-        if (kind == 'H' || kind == 'h' || kind == 'O' || kind == 'o') {
-            const bool hex = kind == 'H' || kind == 'h';
-            ++i;
-            unsigned long long v = 0;
-            bool any = false;
-            while (i < n) {
-                c = next();
-                int digit;
-                if (c >= '0' && c <= '9') digit = c - '0';
-                else if (hex && c >= 'a' && c <= 'f') digit = c - 'a' + 10;
-                else if (hex && c >= 'A' && c <= 'F') digit = c - 'A' + 10;
-                else break;
-                if (!hex && digit > 7) break;
-                ++i;
-                v = v * (hex ? 16 : 8) + static_cast<unsigned>(digit);
-                any = true;
-                if (v > 0xFFFFFFFFull) break;
-            }
-            if (!any) return 0.0;
-            // Hexadecimal and octal constants are 16-bit or 32-bit integers, negative past the sign bit.
-            if (v <= 0xFFFF) return v > 0x7FFF ? static_cast<double>(v) - 65536.0 : static_cast<double>(v);
-            if (v <= 0xFFFFFFFFull) return v > 0x7FFFFFFF ? static_cast<double>(v) - 4294967296.0 : static_cast<double>(v);
-            return static_cast<double>(v);
-        }
-        return 0.0;  // "&" and anything else: no number
-    }
-    // Most texts hold the number without a blank inside it: read it where it
-    // stands. A blank where the number could go on sends it the long way.
-    {
-        const std::size_t start = i;
-        std::size_t j = i;
-        auto blank = [&](std::size_t k) { return k < n && (text[k] == ' ' || text[k] == '\t' || text[k] == '\n'); };
-        if (j < n && (text[j] == '+' || text[j] == '-')) ++j;
-        const std::size_t digits = j;
-        while (j < n && isDigit(text[j])) ++j;
-        std::size_t mantissaDigits = j - digits;
-        if (j < n && text[j] == '.') {
-            const std::size_t fraction = ++j;
-            while (j < n && isDigit(text[j])) ++j;
-            mantissaDigits += j - fraction;
-        }
-        bool whole = !blank(j);
-        std::size_t end = j;
-        if (whole && j < n && (text[j] == 'e' || text[j] == 'E' || text[j] == 'd' || text[j] == 'D')) {
-            ++j;
-            if (j < n && (text[j] == '+' || text[j] == '-')) ++j;
-            const std::size_t exponentDigits = j;
-            while (j < n && isDigit(text[j])) ++j;
-            whole = !blank(j);
-            if (j > exponentDigits) end = j;
-        }
-        if (whole) {
-            if (mantissaDigits == 0) return 0.0;
-            double value = 0.0;
-            digits::readStrict(text.substr(start, end - start), value);
-            return value;
-        }
-    }
-    NumberText num;
-    if (c == '+' || c == '-') {
-        num.push(c);
-        ++i;
-    }
-    int mantissaDigits = 0;
-    for (c = next(); isDigit(c); c = next(), ++mantissaDigits) {
-        num.push(c);
-        ++i;
-    }
-    if (c == '.') {
-        num.push(c);
-        ++i;
-        for (c = next(); isDigit(c); c = next(), ++mantissaDigits) {
-            num.push(c);
-            ++i;
-        }
-    }
-    if (mantissaDigits == 0) return 0.0;
-    if (c == 'e' || c == 'E' || c == 'd' || c == 'D') {
-        const std::size_t mantissaEnd = num.size();
-        num.push('e');
-        ++i;
-        c = next();
-        if (c == '+' || c == '-') {
-            num.push(c);
-            ++i;
-        }
-        int expDigits = 0;
-        for (c = next(); isDigit(c); c = next(), ++expDigits) {
-            num.push(c);
-            ++i;
-        }
-        if (expDigits == 0) num.shrink(mantissaEnd);  // "1e": the exponent is no part of it
-    }
-    double value = 0.0;
-    digits::readStrict(num.view(), value);
-    return value;
-}
+double textValue(std::string_view text) { return digits::readLenient(text); }
 
 bool isNumeric(std::string_view text) {
     const std::string_view t = trimmedView(text);
@@ -308,11 +171,10 @@ bool isNumeric(std::string_view text) {
 }
 
 double numericValue(std::string_view text) {
-    const std::string_view t = trimmedView(text);
-    double v = 0.0;
-    if (!digits::readStrict(t, v)) raiseError(err::TypeMismatch);
-    if (std::isinf(v)) raiseError(err::Overflow);
-    return v;
+    const digits::Reading reading = digits::readBetweenBlanks(text);
+    if (!reading.numeric) raiseError(err::TypeMismatch);
+    if (std::isinf(reading.value)) raiseError(err::Overflow);
+    return reading.value;
 }
 
 std::string textAfter(std::string_view line, std::string_view separator) {

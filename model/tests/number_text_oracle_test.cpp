@@ -194,7 +194,8 @@ public:
     explicit Texts(std::uint64_t seed) : random_(seed) {}
 
     std::string next() {
-        std::string t = (random_() % 4 == 0) ? noise() : number();
+        const unsigned kind = static_cast<unsigned>(random_() % 8);
+        std::string t = kind < 2 ? noise() : kind < 4 ? nearHalfway() : number();
         // Blanks, tabs and line feeds at random places.
         const int blanks = static_cast<int>(random_() % 4);
         for (int i = 0; i < blanks && random_() % 2 == 0; ++i) {
@@ -232,7 +233,49 @@ private:
     std::string noise() {
         std::string t;
         const int n = static_cast<int>(random_() % 12);
-        for (int i = 0; i < n; ++i) t += pick("0123456789.+-eEdD&HhOo :,xAF\t");
+        for (int i = 0; i < n; ++i) t += pick("0123456789.+-eEdD&HhOo :,xAF\t\x80\xb9\xba\xff/");
+        return t;
+    }
+
+    // The decimal text of a point halfway between two neighbouring doubles
+    // (exact in a 64-bit long double), or just beside it, to 15 to 40
+    // significant digits, in the shapes the writers and users give: the
+    // readers' hardest cases, where the last bits decide the rounding.
+    std::string nearHalfway() {
+        double x;
+        switch (random_() % 4) {
+        case 0: x = std::ldexp(static_cast<double>(random_() >> 11), static_cast<int>(random_() % 2200) - 1140); break;
+        case 1: x = std::pow(10.0, static_cast<int>(random_() % 600) - 300); break;
+        default: x = std::bit_cast<double>(random_() & 0x7fffffffffffffffull); break;
+        }
+        if (!std::isfinite(x) || x >= DBL_MAX) x = 1.0;
+        const long double half = (static_cast<long double>(x) + std::nextafter(x, HUGE_VAL)) / 2;
+        const int digits = 15 + static_cast<int>(random_() % 26);
+        char text[128];
+        std::snprintf(text, sizeof text, "%.*Le", digits - 1, half);
+        std::string t = text;
+        const auto e = t.find('e');
+        std::string mantissa = t.substr(0, e), exponent = t.substr(e + 1);
+        switch (random_() % 4) {
+        case 0: {  // the mantissa's last digit one up or down
+            char& last = mantissa.back();
+            if (last > '0' && last < '9') last = static_cast<char>(last + ((random_() & 1) ? 1 : -1));
+            break;
+        }
+        case 1: {  // the point moved, the exponent moved back
+            const int shift = static_cast<int>(random_() % 24);
+            mantissa.erase(1, 1);
+            while (static_cast<int>(mantissa.size()) < shift + 1) mantissa += '0';
+            mantissa.insert(static_cast<std::size_t>(shift + 1), ".");
+            exponent = std::to_string(std::stoi(exponent) - shift);
+            break;
+        }
+        case 2: mantissa += std::string(random_() % 30, '0'); break;  // trailing zeros
+        default: break;
+        }
+        t = mantissa + pick("eEdD") + exponent;
+        if (random_() % 4 == 0) t = "-" + t;
+        if (random_() % 8 == 0) t = " " + t + "  ";
         return t;
     }
 
@@ -277,7 +320,12 @@ TEST(NumberTextOracle, EveryReaderGivesTheValueOfTheReference) {
     for (const char* t : {"", " ", "+", "-", ".", "-.", "1e", "1e+", "&", "&H", "&O8", "&HFFFF", "&H7FFFFFFF",
                           "&HFFFFFFFF", "&H100000000", "1e999", "-1e999", "1e-999", "4.9e-324", "2.4703282292062327e-324",
                           "2.4703282292062328e-324", "1.7976931348623158e308", "1.7976931348623159e308", "-0", "+.5",
-                          "1d5", " 2 45 7", "\t3\n4", "1:50", "0x10"})
+                          "1d5", " 2 45 7", "\t3\n4", "1:50", "0x10", "1E-0000005", "1e+0000000000000000308",
+                          "1e1000000000", "0e99999999", "-0e-99999999", "1.5E-05x", "1.5E-055", "1.5E-0", "1.5E+123",
+                          ".1234567890123456789", "1.2345678901234567", "1.23456789012345678", "123456789012345.6",
+                          "0.00000000000000000000000000000000001", "12345678901234567890123456789", "1 e 5", "1e 5",
+                          "- 5", "1. 5", "9007199254740993", "9007199254740992.5", "1e23", "8.98846567431158e307",
+                          "1.7976931348623157e308 ", " 2.2250738585072011e-308", "2.2250738585072014e-308"})
         compareReaders(t, m);
     for (long long i = 0; i < n && m.count() < 20; ++i) compareReaders(texts.next(), m);
     EXPECT_EQ(m.count(), 0) << "of " << m.compared() << " comparisons";
