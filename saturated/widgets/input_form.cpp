@@ -264,16 +264,9 @@ void InputForm::moveFocus(const FocusRequest& focus) {
         QTabWidget* tabs = tabs_[static_cast<std::size_t>(d)];
         if (focus.tab >= 0) tabs->setCurrentIndex(focus.tab);
         if (focus.grid) {
-            TermGridView* g = grids_[static_cast<std::size_t>(d)];
-            g->setCurrentCell(focus.gridRow, focus.gridColumn);
-            g->setFocus(Qt::OtherFocusReason);
-            if (focus.editMode)
-                if (QTableWidgetItem* item = g->item(focus.gridRow, focus.gridColumn)) g->editItem(item);
+            focusCell(grids_[static_cast<std::size_t>(d)], focus);
         } else if (focus.row >= 0) {
-            if (QLineEdit* e = rows_[static_cast<std::size_t>(d)][static_cast<std::size_t>(focus.row)].entry) {
-                e->setFocus(Qt::OtherFocusReason);
-                e->selectAll();
-            }
+            focusEntry(rows_[static_cast<std::size_t>(d)][static_cast<std::size_t>(focus.row)].entry);
         }
     });
 }

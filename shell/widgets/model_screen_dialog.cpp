@@ -4,6 +4,7 @@
 #include <QFocusEvent>
 #include <QFontMetricsF>
 #include <QFrame>
+#include <QGroupBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -14,6 +15,8 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QTableWidget>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <array>
@@ -400,6 +403,37 @@ ModelScreenDialog::InputRowWidgets ModelScreenDialog::addInputRow(QGridLayout* l
         if (x != w.entry) x->installEventFilter(this);
     }
     return w;
+}
+
+QWidget* ModelScreenDialog::inScrollArea(QWidget* page) {
+    auto* scroll = new QScrollArea;
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidget(page);
+    return scroll;
+}
+
+QGridLayout* ModelScreenDialog::inputGroup(QWidget* page, const QString& title) {
+    auto* box = new QGroupBox(title, page);
+    auto* grid = new QGridLayout(box);
+    grid->setVerticalSpacing(5);
+    grid->setHorizontalSpacing(8);
+    grid->setColumnStretch(0, 1);
+    return grid;
+}
+
+QLabel* ModelScreenDialog::computedAtLabel(QWidget* parent) {
+    auto* label = new QLabel(QStringLiteral("Computed at"), parent);
+    label->setObjectName(QStringLiteral("Label5"));
+    label->setStyleSheet(QStringLiteral("QLabel { font-weight: bold; }"));
+    return label;
+}
+
+void ModelScreenDialog::focusCell(QTableWidget* table, const FocusRequest& focus) {
+    table->setCurrentCell(focus.gridRow, focus.gridColumn);
+    table->setFocus(Qt::OtherFocusReason);
+    if (focus.editMode)
+        if (QTableWidgetItem* item = table->item(focus.gridRow, focus.gridColumn)) table->editItem(item);
 }
 
 void ModelScreenDialog::focusEntry(QLineEdit* entry) {

@@ -28,6 +28,7 @@ class QLineEdit;
 class QMenu;
 class QMenuBar;
 class QPushButton;
+class QTableWidget;
 class QVBoxLayout;
 
 namespace bm {
@@ -116,6 +117,15 @@ protected:
                                 std::function<void(const std::string&)> edited);
     // Puts the focus into an entry with its text selected (a focus request's row).
     static void focusEntry(QLineEdit* entry);
+    // Puts the focus into a focus request's cell of a table, editing it when asked.
+    static void focusCell(QTableWidget* table, const FocusRequest& focus);
+    // A filled page of inputs in a frameless scroll area that resizes it
+    // (the page's layout must be in place before it goes in).
+    static QWidget* inScrollArea(QWidget* page);
+    // A titled group of input rows on `page`, its caption column stretching.
+    static QGridLayout* inputGroup(QWidget* page, const QString& title);
+    // The bold "Computed at" heading above the selected point's rows.
+    static QLabel* computedAtLabel(QWidget* parent);
 
 private:
     QAction* addItem(QMenu* menu, const QString& name, const QString& caption, std::function<void()> action);

@@ -89,11 +89,7 @@ void MCInputForm::moveFocus(const FocusRequest& focus) {
         const int d = focus.dimension;
         if (d < 1 || d > 3) return;
         if (focus.tab >= 0) tabSet(d)->setCurrentIndex(focus.tab);
-        ChemicalTableView* view = chemicalViews_[static_cast<std::size_t>(d)];
-        view->setCurrentCell(focus.gridRow, focus.gridColumn);
-        view->setFocus(Qt::OtherFocusReason);
-        if (focus.editMode)
-            if (QTableWidgetItem* item = view->item(focus.gridRow, focus.gridColumn)) view->editItem(item);
+        focusCell(chemicalViews_[static_cast<std::size_t>(d)], focus);
     });
 }
 

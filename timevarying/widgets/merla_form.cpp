@@ -1,12 +1,9 @@
 #include "timevarying/widgets/merla_form.h"
 
-#include <QFrame>
 #include <QGridLayout>
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QScrollArea>
 #include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -51,10 +48,8 @@ void MerlaForm::addRow(int index, QGridLayout* layout, int line) {
         addInputRow(layout, line, QStringLiteral("Text2"), index, kRowProperty,
                     result ? std::function<void(const std::string&)>()
                            : [this, index](const std::string& t) { model_->rowEdited(index, t); });
-    RowWidgets& w = rows_[static_cast<std::size_t>(index)];
-    w.panel = made.panel;
-    w.entry = made.entry;
-    w.units = made.units;
+    InputRowWidgets& w = rows_[static_cast<std::size_t>(index)];
+    w = made;
     if (result) {
         resultLabel_ = panelLabel(QStringLiteral("LabelResult"), layout->parentWidget());
         resultLabel_->setMinimumWidth(130);
@@ -66,20 +61,10 @@ void MerlaForm::addRow(int index, QGridLayout* layout, int line) {
 }
 
 QWidget* MerlaForm::buildInputs() {
-    rows_.assign(model_->rows().size(), RowWidgets{});
-    auto* scroll = new QScrollArea;
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
+    rows_.assign(model_->rows().size(), InputRowWidgets{});
     auto* page = new QWidget;
     auto* columns = new QHBoxLayout(page);
-    const auto group = [&](const QString& title) {
-        auto* box = new QGroupBox(title, page);
-        auto* grid = new QGridLayout(box);
-        grid->setVerticalSpacing(5);
-        grid->setHorizontalSpacing(8);
-        grid->setColumnStretch(0, 1);
-        return grid;
-    };
+    const auto group = [page](const QString& title) { return inputGroup(page, title); };
 
     // Left: the coordinates, then the selected point and its concentration.
     auto* left = new QVBoxLayout;
@@ -88,9 +73,7 @@ QWidget* MerlaForm::buildInputs() {
     for (int i : {varrow::X, varrow::Y, varrow::Time}) addRow(i, coordinates, line++);
     left->addWidget(coordinates->parentWidget());
     QGridLayout* point = group(QString());
-    label5_ = new QLabel(QStringLiteral("Computed at"), point->parentWidget());
-    label5_->setObjectName(QStringLiteral("Label5"));
-    label5_->setStyleSheet(QStringLiteral("QLabel { font-weight: bold; }"));
+    label5_ = computedAtLabel(point->parentWidget());
     point->addWidget(label5_, 0, 0, 1, 3);
     line = 1;
     for (int i : {varrow::PointX, varrow::PointY, varrow::PointT, varrow::Concentration}) addRow(i, point, line++);
@@ -110,8 +93,7 @@ QWidget* MerlaForm::buildInputs() {
 
     columns->addLayout(left, 1);
     columns->addLayout(right, 1);
-    scroll->setWidget(page);
-    return scroll;
+    return inScrollArea(page);
 }
 
 QLineEdit* MerlaForm::rowEntry(int i) const { return rows_.at(static_cast<std::size_t>(i)).entry; }
@@ -129,7 +111,7 @@ void MerlaForm::refreshInputs() {
     const auto& rows = m.rows();
     for (std::size_t i = 0; i < rows.size() && i < rows_.size(); ++i) {
         const VarRow& r = rows[i];
-        const RowWidgets& w = rows_[i];
+        const InputRowWidgets& w = rows_[i];
         showInputRow(w.panel, w.entry, w.units, r.caption, r.unitCaption, r.text, r.enabled,
                      m.rowLocked(static_cast<int>(i)));
     }

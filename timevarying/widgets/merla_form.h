@@ -40,16 +40,11 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    struct RowWidgets {
-        QLabel* panel = nullptr;
-        QLineEdit* entry = nullptr;
-        QLabel* units = nullptr;
-    };
     void addRow(int index, QGridLayout* layout, int line);
     QWidget* buildInputs();
 
     std::unique_ptr<MerlaFormModel> model_;
-    std::vector<RowWidgets> rows_;
+    std::vector<InputRowWidgets> rows_;
     QLabel* resultLabel_ = nullptr;
     QLabel* label5_ = nullptr;
     QWidget* mainElastic_ = nullptr;

@@ -45,12 +45,7 @@ void MCUnsatForm::moveFocus(const FocusRequest& focus) {
         UnsatForm::moveFocus(focus);
         return;
     }
-    QTimer::singleShot(0, this, [this, focus] {
-        chemicals_->setCurrentCell(focus.gridRow, focus.gridColumn);
-        chemicals_->setFocus(Qt::OtherFocusReason);
-        if (focus.editMode)
-            if (QTableWidgetItem* item = chemicals_->item(focus.gridRow, focus.gridColumn)) chemicals_->editItem(item);
-    });
+    QTimer::singleShot(0, this, [this, focus] { focusCell(chemicals_, focus); });
 }
 
 void registerMCUnsatForm() { registerScreenForm<MCUnsatForm>(ModelScreen::MCUnsatForm); }

@@ -1,14 +1,12 @@
 #include "unsaturated/widgets/unsat_form.h"
 
 #include <QFocusEvent>
-#include <QFrame>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QScrollArea>
 #include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -55,33 +53,21 @@ void UnsatForm::build(ProgressOwner owner) {
 void UnsatForm::addRow(int index, QGridLayout* layout, int line) {
     const InputRowWidgets made = addInputRow(layout, line, QStringLiteral("Text1"), index, kRowProperty,
                                              [this, index](const std::string& t) { model_->rowEdited(index, t); });
-    rows_[static_cast<std::size_t>(index)] = RowWidgets{made.panel, made.entry, made.units};
+    rows_[static_cast<std::size_t>(index)] = made;
 }
 
 QWidget* UnsatForm::buildInputs() {
-    rows_.assign(model_->rows().size(), RowWidgets{});
-    auto* scroll = new QScrollArea;
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
+    rows_.assign(model_->rows().size(), InputRowWidgets{});
     auto* page = new QWidget;
     auto* columns = new QHBoxLayout(page);
-    const auto group = [&](const QString& title) {
-        auto* box = new QGroupBox(title, page);
-        auto* grid = new QGridLayout(box);
-        grid->setVerticalSpacing(5);
-        grid->setHorizontalSpacing(8);
-        grid->setColumnStretch(0, 1);
-        return grid;
-    };
+    const auto group = [page](const QString& title) { return inputGroup(page, title); };
 
     // Left: the coordinates, the selected point and its concentration, the boundary condition.
     auto* left = new QVBoxLayout;
     QGridLayout* coordinates = group(QStringLiteral("Coordinates"));
     int line = 0;
     for (int i : {unsatrow::X, unsatrow::Time}) addRow(i, coordinates, line++);
-    label5_ = new QLabel(QStringLiteral("Computed at"), coordinates->parentWidget());
-    label5_->setObjectName(QStringLiteral("Label5"));
-    label5_->setStyleSheet(QStringLiteral("QLabel { font-weight: bold; }"));
+    label5_ = computedAtLabel(coordinates->parentWidget());
     coordinates->addWidget(label5_, line++, 0, 1, 3);
     for (int i : {unsatrow::PointX, unsatrow::PointT}) addRow(i, coordinates, line++);
     auto* concentration = new QLabel(q(" Concentration (C/Co)"), coordinates->parentWidget());
@@ -121,8 +107,7 @@ QWidget* UnsatForm::buildInputs() {
 
     columns->addLayout(left, 1);
     columns->addLayout(right, 1);
-    scroll->setWidget(page);
-    return scroll;
+    return inScrollArea(page);
 }
 
 QLineEdit* UnsatForm::rowEntry(int i) const { return rows_.at(static_cast<std::size_t>(i)).entry; }
@@ -140,7 +125,7 @@ void UnsatForm::refreshInputs() {
     const auto& rows = m.rows();
     for (std::size_t i = 0; i < rows.size() && i < rows_.size(); ++i) {
         const UnsatRow& r = rows[i];
-        const RowWidgets& w = rows_[i];
+        const InputRowWidgets& w = rows_[i];
         if (!w.entry) continue;
         showInputRow(w.panel, w.entry, w.units, r.caption, r.unitCaption, r.text, true,
                      m.rowLocked(static_cast<int>(i)));
@@ -171,7 +156,7 @@ bool UnsatForm::eventFilter(QObject* watched, QEvent* event) {
     const QVariant property = watched->property(kRowProperty);
     if (!property.isValid()) return QDialog::eventFilter(watched, event);
     const int r = property.toInt();
-    const RowWidgets& w = rows_.at(static_cast<std::size_t>(r));
+    const InputRowWidgets& w = rows_.at(static_cast<std::size_t>(r));
     if (event->type() == QEvent::FocusIn && watched == w.entry) {
         // The window coming back after a message box is no entry into the row.
         const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
@@ -188,10 +173,7 @@ void UnsatForm::moveFocus(const FocusRequest& focus) {
     QTimer::singleShot(0, this, [this, focus] {
         if (sharedFocus(focus)) return;
         if (focus.grid) {
-            grid_->setCurrentCell(focus.gridRow, focus.gridColumn);
-            grid_->setFocus(Qt::OtherFocusReason);
-            if (focus.editMode)
-                if (QTableWidgetItem* item = grid_->item(focus.gridRow, focus.gridColumn)) grid_->editItem(item);
+            focusCell(grid_, focus);
         } else if (focus.row >= 0 && focus.row < static_cast<int>(rows_.size())) {
             focusEntry(rows_[static_cast<std::size_t>(focus.row)].entry);
         }

@@ -52,16 +52,11 @@ protected:
     virtual void refreshOwnInputs() {}
 
 private:
-    struct RowWidgets {
-        QLabel* panel = nullptr;
-        QLineEdit* entry = nullptr;
-        QLabel* units = nullptr;
-    };
     void addRow(int index, QGridLayout* layout, int line);
     QWidget* buildInputs();
 
     std::unique_ptr<UnsatFormModel> model_;
-    std::vector<RowWidgets> rows_;
+    std::vector<InputRowWidgets> rows_;
     TermGridView* grid_ = nullptr;
     QGroupBox* boundary_ = nullptr;
     QLabel* resultLabel_ = nullptr;
