@@ -11,6 +11,13 @@
 
 namespace bm {
 
+std::string placeText(double x, double y, double z, int dimension) {
+    std::string text = "x = " + generalText(x);
+    if (dimension >= 2) text += ", y = " + generalText(y);
+    if (dimension >= 3) text += ", z = " + generalText(z);
+    return text;
+}
+
 std::vector<FitCurve> fittedCurves(const DataSet& model, const FitReport& report, UserInterface& ui, int points,
                                    int places) {
     const KindCalculation* kind = kindCalculationOf(model);
@@ -26,9 +33,7 @@ std::vector<FitCurve> fittedCurves(const DataSet& model, const FitReport& report
         FitCurve& curve = byPlace[key];
         if (curve.place.empty()) {
             std::tie(curve.x, curve.y, curve.z) = key;
-            curve.place = "x = " + generalText(o.x);
-            if (dimension >= 2) curve.place += ", y = " + generalText(o.y);
-            if (dimension >= 3) curve.place += ", z = " + generalText(o.z);
+            curve.place = placeText(o.x, o.y, o.z, dimension);
         }
         curve.observedTimes.push_back(o.t);
         curve.observedValues.push_back(o.concentration);

@@ -20,6 +20,9 @@ struct FitCurve {
     std::vector<int> members;            // the observations made there, as indexes into the report's
 };
 
+// A place as the fit shows it: "x = 50", "x = 50, y = 0" or "x = 50, y = 0, z = 2.5".
+std::string placeText(double x, double y, double z, int dimension);
+
 // The curves of the first `places` observed places (in the order of their
 // coordinates) at `points` times up to the last observed time, with the
 // estimates in the model's rows; empty when Stop ended the run. Run-time

@@ -20,7 +20,6 @@ std::string withoutAmpersands(std::string text) {
 
 const char* const kAxes[] = {"x", "y", "z"};
 
-double coordinate(const FitPlotPlace& place, int axis) { return axis == 0 ? place.x : axis == 1 ? place.y : place.z; }
 double& coordinate(FitPlotPlace& place, int axis) { return axis == 0 ? place.x : axis == 1 ? place.y : place.z; }
 
 // --- reading -----------------------------------------------------------------
@@ -160,9 +159,7 @@ struct Reader {
     void endPlace() {
         if (plot.places.empty()) return;
         const FitPlotPlace& p = plot.places.back();
-        std::string where;
-        for (int axis = 0; axis < plot.dimension; ++axis)
-            where += std::string(axis ? ", " : "") + kAxes[axis] + " = " + generalText(coordinate(p, axis));
+        const std::string where = placeText(p.x, p.y, p.z, plot.dimension);
         if (p.times.empty()) failAt(placeLine, "the place " + where + " has no fitted curve.");
         if (p.observations.empty()) failAt(placeLine, "the place " + where + " has no observations.");
     }
@@ -280,11 +277,8 @@ std::string fitPlotText(const FitPlot& plot) {
     line("Number of Places", std::to_string(plot.places.size()));
     line("Number of Observations", std::to_string(plot.observationCount()));
     for (const FitPlotPlace& p : plot.places) {
-        std::string where;
-        for (int axis = 0; axis < plot.dimension; ++axis)
-            where += std::string(axis ? ", " : "") + kAxes[axis] + " = " + generalText(coordinate(p, axis));
         out += kCrlf;
-        line("Place", where);
+        line("Place", placeText(p.x, p.y, p.z, plot.dimension));
         line("Fitted Curve", "t, C");
         for (std::size_t k = 0; k < p.times.size(); ++k) out += generalText(p.times[k]) + ", " + generalText(p.values[k]) + kCrlf;
         line("Observations", "n, t, C, fitted, residual");

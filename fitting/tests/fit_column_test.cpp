@@ -70,9 +70,11 @@ TEST(FitColumn, NinetyFivePercentIntervalsCoverTheTruthInNinetyFivePercentOfSeed
         for (int k = 0; k < 3; ++k)
             if (report.estimates[k].lower95 <= truth[k] && truth[k] <= report.estimates[k].upper95) ++covered[k];
     }
+    // Intervals too wide would cover in every seed: at a true 95 % that has
+    // a chance of 0.95^200, about 4e-5.
     for (int k = 0; k < 3; ++k) {
         EXPECT_GE(covered[k], 180) << "input " << k;
-        EXPECT_LE(covered[k], 200) << "input " << k;
+        EXPECT_LE(covered[k], kSeeds - 1) << "input " << k;
     }
 }
 
