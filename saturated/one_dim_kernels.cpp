@@ -245,14 +245,11 @@ std::vector<CauchyTermStore::XPart>& CauchyTermStore::xParts(double x) {
 }
 
 std::vector<CauchyTermStore::TPart>& CauchyTermStore::tParts(double t) {
-    for (int k = 0; k < timesKept_; ++k)
-        if (std::bit_cast<std::uint64_t>(times_[k]) == std::bit_cast<std::uint64_t>(t)) return byT_[k];
-    const int k = nextTime_;
-    nextTime_ = (nextTime_ + 1) % kTimes;
-    if (timesKept_ < kTimes) ++timesKept_;
-    times_[k] = t;
-    byT_[k].clear();
-    return byT_[k];
+    const auto key = std::bit_cast<std::uint64_t>(t);
+    if (std::vector<TPart>* kept = byT_.find(key)) return *kept;
+    std::vector<TPart>& parts = byT_.claim(key);
+    parts.clear();  // a claimed entry still holds another time's parts
+    return parts;
 }
 
 bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double x, double t,

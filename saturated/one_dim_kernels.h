@@ -20,12 +20,12 @@
 // cancellation-free form (one_dim_cauchy_decay.h). The flags, the run-time
 // errors of the series and the special cases stay those of the closed forms.
 
-#include <array>
 #include <cstdint>
 #include <unordered_map>
 #include <vector>
 
 #include "kernels/kern1d.h"
+#include "kernels/recent_cache.h"
 #include "model/arrays.h"
 #include "saturated/one_dim_parameters.h"
 
@@ -76,12 +76,8 @@ private:
     // The parts of more x than this are let go and started again (a line of
     // x of a grid is kept whole up to this length).
     static constexpr std::size_t kMostXs = 1024;
-    static constexpr int kTimes = 4;
     std::unordered_map<std::uint64_t, std::vector<XPart>> byX_;
-    std::array<double, kTimes> times_{};
-    std::array<std::vector<TPart>, kTimes> byT_;
-    int timesKept_ = 0;
-    int nextTime_ = 0;
+    RecentCache<std::uint64_t, std::vector<TPart>, 4> byT_;  // keyed by the time's bits
 };
 
 // rootTable: eigenvalues 1..500 of root3(V L / (4D), D / (L V)). The mid-point
