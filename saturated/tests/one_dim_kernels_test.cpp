@@ -303,19 +303,16 @@ TEST(OneDimKernels, FiniteCauchyWithKeptTermsGivesTheSameBits) {
         const auto p = parametersWith(halfLife);
         const auto roots = cauchyRoots(kV, kD, kL);
         CauchyTermStore store;
-        int compared = 0;
         auto expectSame = [&](double x, double t) {
             double plain = -1, kept = -2;
             const bool plainFlag = finiteCauchyRatio(p, kL, x, t, roots, plain);
             const bool keptFlag = finiteCauchyRatio(p, kL, x, t, roots, kept, &store);
             EXPECT_EQ(plainFlag, keptFlag) << x << " " << t;
             EXPECT_EQ(std::bit_cast<std::uint64_t>(plain), std::bit_cast<std::uint64_t>(kept)) << x << " " << t;
-            ++compared;
         };
         for (double t : {0.01, 0.3, 2.0, 0.01, 7.5, 40.0, 0.3, 0.004, 0.01})
             for (int i = 0; i <= 20; ++i) expectSame(kL * i / 20.0, t);
         for (int i = 0; i < 2500; ++i) expectSame(kL * (i % 1300) / 1300.0, i % 2 ? 0.05 : 3.0);
-        EXPECT_EQ(compared, 9 * 21 + 2500);
     }
 }
 
