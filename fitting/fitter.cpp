@@ -219,13 +219,12 @@ std::string variablesOf(const DataSet& model, const FitRequest& request, std::ve
     return {};
 }
 
-}  // namespace
-
-std::string fitProblem(const DataSet& model, const ObservationSet& observations, const FitRequest& request) {
+// Why the fit cannot be made (empty when it can), with the inputs it varies.
+std::string checkedVariables(const DataSet& model, const ObservationSet& observations, const FitRequest& request,
+                             std::vector<Variable>& variables) {
     const KindCalculation* kind = kindCalculationOf(model);
     if (kind == nullptr || model.multiChemical)
         return "Only a single-chemical model that this program calculates can be fitted to observations.";
-    std::vector<Variable> variables;
     if (std::string problem = variablesOf(model, request, variables); !problem.empty()) return problem;
     if (observations.relative && blockLayoutOf(model.modelType) == BlockLayout::TimeVarying)
         return "The time-varying model computes concentrations, not C/Co: name the observation column C.";
@@ -238,6 +237,13 @@ std::string fitProblem(const DataSet& model, const ObservationSet& observations,
     return {};
 }
 
+}  // namespace
+
+std::string fitProblem(const DataSet& model, const ObservationSet& observations, const FitRequest& request) {
+    std::vector<Variable> variables;
+    return checkedVariables(model, observations, request, variables);
+}
+
 FitReport fitModel(const DataSet& model, const ObservationSet& observations, const FitRequest& request,
                    UserInterface& ui, const FitControl& control) {
     FitReport report;
@@ -245,11 +251,9 @@ FitReport fitModel(const DataSet& model, const ObservationSet& observations, con
     report.observed = observations;
     report.dimension = observationDimension(model);
     report.observations = static_cast<int>(observations.points.size());
-    report.problem = fitProblem(model, observations, request);
-    if (!report.problem.empty()) return report;
-
     std::vector<Variable> variables;
-    variablesOf(model, request, variables);
+    report.problem = checkedVariables(model, observations, request, variables);
+    if (!report.problem.empty()) return report;
     std::vector<FitParameterInfo> infos;
     for (const Variable& v : variables) infos.push_back(v.info);
 
