@@ -9,6 +9,7 @@
 #include "model/data_set.h"
 #include "saturated/form/input_form_model.h"
 #include "testing/recording_screen_host.h"
+#include "testing/screen_of.h"
 #include "testing/scripted_user_interface.h"
 
 namespace bm::testkit {
@@ -110,21 +111,6 @@ inline DataSet threeDimScreenModel(const std::string& aquifer = "Infinite", cons
     return d;
 }
 
-// A screen's model on a model, shown (setDisplay) with a scripted interface and a recording host.
-template <class Form>
-struct ScreenOf {
-    DataSet data;
-    AppState state;
-    ScriptedUserInterface ui;
-    RecordingHost host;
-    Form form{data, state, ui};
-
-    explicit ScreenOf(DataSet model) : data(std::move(model)) {
-        host.data = &data;
-        form.setHost(&host);
-        form.load(true);
-    }
-};
 using Screen = ScreenOf<InputFormModel>;
 
 }  // namespace bm::testkit

@@ -7,6 +7,7 @@
 #include "model/app_state.h"
 #include "model/data_set.h"
 #include "testing/recording_screen_host.h"
+#include "testing/screen_of.h"
 #include "testing/scripted_user_interface.h"
 #include "timevarying/form/merla_form_model.h"
 
@@ -40,19 +41,6 @@ inline DataSet merlaModel(const std::string& source = "Point (instantaneous)", c
     return d;
 }
 
-struct MerlaScreen {
-    DataSet data;
-    AppState state;
-    ScriptedUserInterface ui;
-    RecordingHost host;
-    MerlaFormModel form{data, state, ui};
-
-    explicit MerlaScreen(DataSet model) : data(std::move(model)) {
-        host.data = &data;
-        form.setHost(&host);
-        form.load(true);
-    }
-    void type(int row, const std::string& text) { form.rowEdited(row, text); }
-};
+using MerlaScreen = ScreenOf<MerlaFormModel>;
 
 }  // namespace bm::testkit

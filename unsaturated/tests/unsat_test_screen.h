@@ -9,6 +9,7 @@
 #include "model/app_state.h"
 #include "model/data_set.h"
 #include "testing/recording_screen_host.h"
+#include "testing/screen_of.h"
 #include "testing/scripted_user_interface.h"
 #include "unsaturated/form/unsat_form_model.h"
 
@@ -69,20 +70,7 @@ inline DataSet unsatChainModel() {
 }
 
 template <class Form = UnsatFormModel>
-struct UnsatScreen {
-    DataSet data;
-    AppState state;
-    ScriptedUserInterface ui;
-    RecordingHost host;
-    Form form{data, state, ui};
-
-    explicit UnsatScreen(DataSet model) : data(std::move(model)) {
-        host.data = &data;
-        form.setHost(&host);
-        form.load(true);
-    }
-    void type(int row, const std::string& text) { form.rowEdited(row, text); }
-};
+using UnsatScreen = ScreenOf<Form>;
 
 // Calculate!'s checks on a screen: false, and one box with these words.
 template <class Screen>
