@@ -58,6 +58,12 @@ PointResultsView::PointResultsView(const QString& name, QWidget* parent) : QTabl
     setSelectionMode(QAbstractItemView::NoSelection);
 }
 
+void showChemicalHeadings(QTableWidget* inputs, const ChemicalTables& tables) {
+    QStringList names;
+    for (const ChemicalRow& r : tables.chemicals) names << QString::fromStdString(r.name);
+    inputs->setVerticalHeaderLabels(names);
+}
+
 void PointResultsView::showTable(const PointResultsTable& table) {
     setHorizontalHeaderLabels(
         {QString::fromStdString(table.chemicalHeading), QString::fromStdString(table.concentrationHeading)});

@@ -23,6 +23,9 @@ public:
     void showTable(const ChemicalTables& tables);
 };
 
+// The inputs table of a chain has a row per chemical: its row headings name them.
+void showChemicalHeadings(QTableWidget* inputs, const ChemicalTables& tables);
+
 class PointResultsView : public QTableWidget {
     Q_OBJECT
 public:

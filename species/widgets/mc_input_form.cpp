@@ -74,10 +74,7 @@ void MCInputForm::refreshInputs() {
     const ChemicalTables& tables = chain_->tables();
     chemicalViews_[static_cast<std::size_t>(d)]->showTable(tables);
     resultViews_[static_cast<std::size_t>(d)]->showTable(chain_->pointsTable());
-    // The inputs table has a row per chemical: its row headings name them.
-    QStringList names;
-    for (const ChemicalRow& r : tables.chemicals) names << QString::fromStdString(r.name);
-    grid(d)->setVerticalHeaderLabels(names);
+    showChemicalHeadings(grid(d), tables);
 }
 
 void MCInputForm::moveFocus(const FocusRequest& focus) {

@@ -34,10 +34,7 @@ void MCUnsatForm::refreshOwnInputs() {
     const ChemicalTables& tables = chain_->tables();
     chemicals_->showTable(tables);
     results_->showTable(chain_->pointsTable());
-    // The inputs table has a row per chemical: its row headings name them.
-    QStringList names;
-    for (const ChemicalRow& r : tables.chemicals) names << QString::fromStdString(r.name);
-    grid()->setVerticalHeaderLabels(names);
+    showChemicalHeadings(grid(), tables);
 }
 
 void MCUnsatForm::moveFocus(const FocusRequest& focus) {
