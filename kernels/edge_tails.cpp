@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "kernels/interval_masses.h"
 #include "kernels/recent_cache.h"
 #include "kernels/vector_math.h"
 
@@ -10,9 +11,6 @@ namespace bm {
 namespace {
 
 constexpr int kKeptDistances = 48;
-// Below this an erf is its own series (and erfc, at least 0.48 there, is 1
-// less it); above, erf is 1 less erfc without loss.
-constexpr double kSmallErf = 0.5;
 
 // One number per node: erfc(d sigma) where d sigma >= kSmallErf (0 at and
 // beyond the reach), minus erf(d sigma) below (-0 at 0): the sign bit tells

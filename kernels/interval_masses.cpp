@@ -9,8 +9,6 @@ namespace bm {
 namespace {
 
 constexpr int kChunk = 256;
-// Below this an erf is its own series; above it 1 - erfc loses nothing.
-constexpr double kSmallErf = 0.5;
 
 // Arguments gathered for one vector pass of a function, and where each
 // result goes: out[at] += factor * f(argument).

@@ -14,6 +14,9 @@ namespace bm {
 // ones at erfc(6.3) = 1.3e-19, the three-dimensional ones at erfc(6.5) = 3.8e-20.
 inline constexpr double kPlanarReach = 6.3;
 inline constexpr double kSpatialReach = 6.5;
+// Below this an erf is its own series (and erfc, at least 0.48 there, is 1
+// less it); above, erf is 1 less erfc without loss.
+inline constexpr double kSmallErf = 0.5;
 
 // out[i] = (erf(p[i]) - erf(q[i])) / 2 for 0 <= i < n; out may be p or q.
 // reach at most kSpatialReach.
