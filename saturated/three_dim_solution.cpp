@@ -101,45 +101,24 @@ std::vector<int> mirrorIndices(const List<double>& values, int n, double centre)
     return mirror;
 }
 
-// The values of one time's points kept on one thread, by grid position, for
-// the points that mirror them: a point takes the value of a mirror image
-// computed before it at the same time, or is computed.
-class MirroredTime {
-public:
-    // A time of more points than this keeps none (the store would be too large).
-    static constexpr long long kMostPoints = 1 << 22;
-
-    MirroredTime(int nx, int ny, int nz, std::vector<int> mirrorY, std::vector<int> mirrorZ)
-        : nx_(nx), ny_(ny), size_(static_cast<std::size_t>(nx) * ny * nz), mirrorY_(std::move(mirrorY)),
-          mirrorZ_(std::move(mirrorZ)) {}
-
-    template <class Compute>
-    double valueAt(int i, int k, int l, int j, Compute&& compute) {
-        if (stamps_.empty()) {  // made on first use: the copies for the threads start empty
-            stamps_.assign(size_, 0);
-            values_.assign(size_, 0.0);
-        }
-        const int mk = mirrorY_[static_cast<std::size_t>(k)], ml = mirrorZ_[static_cast<std::size_t>(l)];
-        for (const auto& [kk, ll] : {std::pair{mk, l}, std::pair{k, ml}, std::pair{mk, ml}}) {
-            if (kk == 0 || ll == 0) continue;
-            const std::size_t at = position(i, kk, ll);
-            if (stamps_[at] == j) return values_[at];
-        }
-        const double value = compute();
-        const std::size_t at = position(i, k, l);
-        stamps_[at] = j;
-        values_[at] = value;
-        return value;
+// For each entry (from 1), the entry that stands for it: its mirror image when
+// that comes first in the list, itself otherwise (and everywhere when there is
+// no list of mirrors).
+std::vector<int> firstImages(const std::vector<int>& mirror, int n) {
+    std::vector<int> first(static_cast<std::size_t>(n) + 1);
+    for (int k = 0; k <= n; ++k) {
+        const int m = k < static_cast<int>(mirror.size()) ? mirror[static_cast<std::size_t>(k)] : 0;
+        first[static_cast<std::size_t>(k)] = m != 0 && m < k ? m : k;
     }
+    return first;
+}
 
-private:
-    std::size_t position(int i, int k, int l) const {
-        return (static_cast<std::size_t>(l - 1) * nx_ + static_cast<std::size_t>(i - 1)) * ny_ + static_cast<std::size_t>(k - 1);
-    }
-    std::size_t nx_, ny_, size_;
-    std::vector<int> mirrorY_, mirrorZ_;
-    std::vector<int> stamps_;  // the time (from 1) each value was computed at, 0 for none
-    std::vector<double> values_;
+// A point's value, or word that it is the value of its first image, which
+// comes before it in the grid's order (y, then x, then z, then t) and so is
+// stored by the time it is.
+struct PointValue {
+    double value = 0.0;
+    bool fromImage = false;
 };
 
 }  // namespace
@@ -195,29 +174,34 @@ double solveThreeDimensional(DataSet& data, ThreeDimParameters& parameters, bool
     const ThreeDimSolution solution(parameters, table);
     const InflowTerms terms(data, monteCarlo, iteration);
     const ProgressOwner owner = progressOwnerOf(ModelFamily::Saturated, data.multiChemical);
-    // Points in the order y, then x, then z, then t; each on its own.
+    // Points in the order y, then x, then z, then t; each on its own, but
+    // where a point source has more than one y or z, a point whose mirror
+    // image about y = Yc or z = Zc came first takes that image's value.
     const GridCursor<4> order({ny, nx, nz, nt});  // k, i, l, j
-    // Mirror images only where a point source has more than one y or z.
-    const bool mirrors = solution.shifted() && (ny > 1 || nz > 1) &&
-                         static_cast<long long>(nx) * ny * nz <= MirroredTime::kMostPoints;
-    MirroredTime mirroredTime(nx, ny, nz,
-                              mirrors ? mirrorIndices(data.yValues, ny, parameters.sourceYc) : std::vector<int>(),
-                              mirrors ? mirrorIndices(data.zValues, nz, parameters.sourceZc) : std::vector<int>());
-    auto compute = [&data, &solution, &terms, &parameters, mirrors, cursor = order,
-                    mirrored = std::move(mirroredTime)](long long at) mutable {
+    const bool mirrors = solution.shifted() && (ny > 1 || nz > 1);
+    const std::vector<int> firstY =
+        firstImages(mirrors ? mirrorIndices(data.yValues, ny, parameters.sourceYc) : std::vector<int>(), ny);
+    const std::vector<int> firstZ =
+        firstImages(mirrors ? mirrorIndices(data.zValues, nz, parameters.sourceZc) : std::vector<int>(), nz);
+    auto compute = [&data, &solution, &terms, &parameters, &firstY, &firstZ, cursor = order](long long at) mutable {
         const auto [k, i, l, j] = cursor(at);
-        const double x = data.xValues(i), y = data.yValues(k), z = data.zValues(l), t = data.tValues(j);
-        if (!mirrors) return pointConcentration(solution, terms, x, y, z, t, parameters);
-        return mirrored.valueAt(i, k, l, j, [&] { return pointConcentration(solution, terms, x, y, z, t, parameters); });
+        if (firstY[static_cast<std::size_t>(k)] != k || firstZ[static_cast<std::size_t>(l)] != l)
+            return PointValue{.fromImage = true};
+        return PointValue{.value = pointConcentration(solution, terms, data.xValues(i), data.yValues(k),
+                                                      data.zValues(l), data.tValues(j), parameters)};
     };
     double c = 0.0;
     GridCursor<4> stored = order;
-    const bool finished = runGridPoints<double>(data, static_cast<long long>(nx) * ny * nz * nt, monteCarlo, owner,
-                                                ui, compute, [&](long long at, double value) {
-                                                    const auto [k, i, l, j] = stored(at);
-                                                    data.result3D(i, k, l, j) = value;
-                                                    c = value;
-                                                });
+    const bool finished = runGridPoints<PointValue>(
+        data, static_cast<long long>(nx) * ny * nz * nt, monteCarlo, owner, ui, compute,
+        [&](long long at, const PointValue& point) {
+            const auto [k, i, l, j] = stored(at);
+            const double value = point.fromImage ? data.result3D(i, firstY[static_cast<std::size_t>(k)],
+                                                                 firstZ[static_cast<std::size_t>(l)], j)
+                                                 : point.value;
+            data.result3D(i, k, l, j) = value;
+            c = value;
+        });
     if (!finished) return 0.0;
     const double last = c;
 
