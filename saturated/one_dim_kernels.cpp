@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <mutex>
 
 #include "kernels/kern1d.h"
 #include "saturated/one_dim_cauchy_decay.h"
@@ -132,25 +133,65 @@ struct FiniteEnd {
     double exponentSize;  // |a x| + G + lambda t, for the rounding of e
 };
 
+bool covered(const FiniteEnd& end) {
+    return end.V > 0.0 && end.D > 0.0 && end.L > 0.0 && end.t > 0.0 && end.x >= 0.0 && end.x <= end.L &&
+           end.lambda >= 0.0 && std::isfinite(end.V) && std::isfinite(end.D) && std::isfinite(end.L) &&
+           std::isfinite(end.t) && std::isfinite(end.lambda) && std::isfinite(end.exponent);
+}
+
+double byInversion(const FiniteEnd& end) {
+    return finiteRatioByInversion(end.cauchy, end.V, end.D, end.L, end.lambda, end.x, end.t);
+}
+
+// The two parts of the error bound that do not depend on the sum: F's own
+// rounding, and the factor 2 M exp(e) that multiplies the sum's.
+double steadyError(const FiniteEnd& end) { return kEpsilon * std::fabs(end.F) * end.steadySize; }
+double sumScale(const FiniteEnd& end, double factor) { return 2.0 * end.multiplier * factor; }
+
 double finiteResult(const FiniteEnd& end, double sum, const SeriesErrors& errors) {
-    const bool covered = end.V > 0.0 && end.D > 0.0 && end.L > 0.0 && end.t > 0.0 && end.x >= 0.0 && end.x <= end.L &&
-                         end.lambda >= 0.0 && std::isfinite(end.V) && std::isfinite(end.D) && std::isfinite(end.L) &&
-                         std::isfinite(end.t) && std::isfinite(end.lambda) && std::isfinite(end.exponent);
-    const auto inversion = [&] {
-        return finiteRatioByInversion(end.cauchy, end.V, end.D, end.L, end.lambda, end.x, end.t);
-    };
-    if (covered && end.exponent > kLargestExponent) return inversion();
+    const bool inside = covered(end);
+    if (inside && end.exponent > kLargestExponent) return byInversion(end);
     const double factor = fp::exp(end.exponent);
-    if (covered) {
-        const double steady = kEpsilon * std::fabs(end.F) * end.steadySize;
+    if (inside) {
+        const double steady = steadyError(end);
         const double rounding = kEpsilon * (errors.spread + std::fabs(sum) * (2.0 + end.exponentSize));
-        const double scale = 2.0 * end.multiplier * factor;
+        const double scale = sumScale(end, factor);
         // (a NaN bound is no bound)
         if (!(steady + scale * (rounding + errors.tail(false)) <= kRoundingTolerance) &&
             !(steady + scale * (rounding + errors.tail(true)) <= kRoundingTolerance))
-            return inversion();
+            return byInversion(end);
     }
     return fp::checked(end.F - 2.0 * end.multiplier * factor * sum);
+}
+
+// The bound of finiteResult grows with the spread (every other part of it is
+// at least 0, and rounding keeps the order of what it rounds): once
+// steady + scale * epsilon * spread alone exceeds the tolerance, the point
+// goes to the inversion whatever the rest of the series adds.
+bool inversionCertain(double steady, double scale, double spread) {
+    return steady + scale * (kEpsilon * spread) > kRoundingTolerance;
+}
+
+// The steady part of the Cauchy solution with decay, N / H (U and Q as shared).
+double cauchySteady(double V, double D, double L, double U, double Q, double x) {
+    const double N = 2.0 * V *
+                     (fp::exp(fp::div((V - U) * x, 2.0 * D)) +
+                      fp::exp(fp::div((U + V) * x - 2.0 * U * L, 2.0 * D)) * Q);
+    const double H = Q * (V - U) * fp::exp(-fp::div(U * L, D)) + (U + V);
+    return fp::div(N, H);
+}
+
+// How the Cauchy series ends at (x, t); F is 1 without decay (the exact 1).
+FiniteEnd cauchyEnd(const FiniteShared& s, double V, double D, double L, double lambda, double M, double U, double F,
+                    double x, double t) {
+    if (lambda != 0.0)
+        return FiniteEnd{.cauchy = true, .V = V, .D = D, .L = L, .lambda = lambda, .x = x, .t = t,
+                         .F = F, .steadySize = 4.0 + U * L / D, .multiplier = M,
+                         .exponent = s.a * x - s.G - lambda * t,
+                         .exponentSize = std::fabs(s.a * x) + s.G + lambda * t};
+    return FiniteEnd{.cauchy = true, .V = V, .D = D, .L = L, .lambda = 0.0, .x = x, .t = t,
+                     .F = 1.0, .steadySize = 0.0, .multiplier = M, .exponent = s.a * x - s.G,
+                     .exponentSize = std::fabs(s.a * x) + s.G};
 }
 
 }  // namespace
@@ -261,6 +302,13 @@ bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double
     // The mid-point of the aquifer is evaluated a little downstream of itself.
     if (x == length / 2.0) x = x * 1.001;
 
+    if (const CauchyGridTerms* grid = store != nullptr ? store->grid() : nullptr) {
+        const CauchyGridTerms::Time* time = grid->time(t);
+        const CauchyGridTerms::Place* place = time != nullptr ? grid->place(x) : nullptr;
+        if (place != nullptr)
+            if (const std::optional<bool> converged = grid->ratio(*time, *place, x, t, result)) return *converged;
+    }
+
     const double V = parameters.effectiveVelocity;
     const double D = parameters.effectiveDispersion;
     const double L = length;
@@ -335,24 +383,200 @@ bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double
     if (lambda != 0.0) {
         const double U = fp::sqrt(4.0 * D * lambda + V * V);
         const double Q = fp::div(U - V, U + V);
-        const double N = 2.0 * V *
-                         (fp::exp(fp::div((V - U) * x, 2.0 * D)) +
-                          fp::exp(fp::div((U + V) * x - 2.0 * U * L, 2.0 * D)) * Q);
-        const double H = Q * (V - U) * fp::exp(-fp::div(U * L, D)) + (U + V);
-        const double F = fp::div(N, H);
-        const FiniteEnd end{.cauchy = true, .V = V, .D = D, .L = L, .lambda = lambda, .x = x, .t = t,
-                            .F = F, .steadySize = 4.0 + U * L / D, .multiplier = M,
-                            .exponent = s.a * x - s.G - lambda * t,
-                            .exponentSize = std::fabs(s.a * x) + s.G + lambda * t};
-        result = finiteResult(end, sum, errors);
+        const double F = cauchySteady(V, D, L, U, Q, x);
+        result = finiteResult(cauchyEnd(s, V, D, L, lambda, M, U, F, x, t), sum, errors);
     } else {
-        // the steady part is the exact 1
-        const FiniteEnd end{.cauchy = true, .V = V, .D = D, .L = L, .lambda = 0.0, .x = x, .t = t,
-                            .F = 1.0, .steadySize = 0.0, .multiplier = M, .exponent = s.a * x - s.G,
-                            .exponentSize = std::fabs(s.a * x) + s.G};
-        result = finiteResult(end, sum, errors);
+        result = finiteResult(cauchyEnd(s, V, D, L, 0.0, M, 0.0, 1.0, x, t), sum, errors);
     }
     return converged;
+}
+
+struct CauchyGridTerms::Time {
+    FiniteShared s{};
+    // The parts of terms 1..count: A, its envelope |A| beta (beta + |aL|),
+    // the weight 4 + 2 b D t / L^2 of the envelope in the spread, b D t / L^2.
+    std::vector<double> a, envelope, weight, damping;
+    int count = 0;
+    // Every x's series meets its tolerance within count (< 500) terms, and
+    // their sum cannot overflow on the way.
+    bool stops = false;
+};
+
+struct CauchyGridTerms::Place {
+    double x = 0.0;
+    std::once_flag filled;
+    bool held = false;  // the parts were found without a fault
+    double F = 1.0;     // the steady part
+    // The parts of terms 1..longest_: C and 2 |y|.
+    std::vector<double> c, twoY;
+};
+
+namespace {
+
+// A term whose envelope is below this leaves every x's series at its
+// tolerance: |A C| exceeds the envelope by a few roundings at most.
+constexpr double kSureStop = 1e-20 * (1.0 - 1e-12);
+// The envelopes of one time add up to less than this: no partial sum overflows.
+constexpr double kSafeTotal = 1e300;
+
+}  // namespace
+
+CauchyGridTerms::CauchyGridTerms(const OneDimParameters& parameters, double length, const Eigenvalues& roots,
+                                 const std::vector<double>& xs, const std::vector<double>& ts)
+    : roots_(roots) {
+    V_ = parameters.effectiveVelocity;
+    D_ = parameters.effectiveDispersion;
+    L_ = length;
+    const bool plain = V_ > 0.0 && D_ > 0.0 && L_ > 0.0 && std::isfinite(V_) && std::isfinite(D_) && std::isfinite(L_);
+    if (!plain) return;
+    try {
+        lambda_ = decayRateOf(parameters);
+        if (!(lambda_ >= 0.0) || !std::isfinite(lambda_)) return;
+        M_ = fp::div(V_ * L_, D_);
+        if (lambda_ != 0.0) {
+            U_ = fp::sqrt(4.0 * D_ * lambda_ + V_ * V_);
+            Q_ = fp::div(U_ - V_, U_ + V_);
+        }
+    } catch (const RuntimeError&) {
+        return;  // the series raises it at the first point
+    }
+    for (const double t : ts) {
+        const auto key = std::bit_cast<std::uint64_t>(t);
+        if (!(t > 0.0) || !std::isfinite(t) || timeAt_.contains(key)) continue;
+        Time time;
+        try {
+            time.s = finiteShared(V_, D_, L_, lambda_, t);
+            const double aL = std::fabs(time.s.aL);
+            double total = 0.0;
+            for (int i = 1; i <= kRootCount; ++i) {
+                const double beta = roots_(i);
+                const double b = beta * beta;
+                const double P = b + time.s.aL2;
+                const double W = lambda_ != 0.0 ? (P + M_) * (P + time.s.B) : (P + M_) * P;
+                const double damping = fp::div(b * D_ * t, time.s.L2);
+                const double a = fp::div(fp::exp(-damping), W);
+                const double envelope = std::fabs(a) * beta * (beta + aL);
+                time.a.push_back(a);
+                time.envelope.push_back(envelope);
+                time.weight.push_back(4.0 + 2.0 * damping);
+                time.damping.push_back(damping);
+                total += envelope;
+                if (lambda_ != 0.0 && i < kRootCount && envelope <= kSureStop) {
+                    time.stops = total < kSafeTotal;
+                    break;
+                }
+            }
+        } catch (const RuntimeError&) {
+            continue;  // left to the series, which raises it at this time's first point
+        }
+        time.count = static_cast<int>(time.a.size());
+        longest_ = std::max(longest_, time.count);
+        timeAt_.emplace(key, times_.size());
+        times_.push_back(std::move(time));
+    }
+    places_ = std::make_unique<Place[]>(xs.size());
+    std::size_t held = 0;
+    for (double x : xs) {
+        // the mid-point's nudge, as the series makes it
+        if (x == L_ / 2.0) x = x * 1.001;
+        const auto key = std::bit_cast<std::uint64_t>(x);
+        if (!(x >= 0.0) || !(x <= L_) || placeAt_.contains(key)) continue;
+        places_[held].x = x;
+        placeAt_.emplace(key, held++);
+    }
+}
+
+CauchyGridTerms::~CauchyGridTerms() = default;
+
+const CauchyGridTerms::Time* CauchyGridTerms::time(double t) const {
+    const auto found = timeAt_.find(std::bit_cast<std::uint64_t>(t));
+    return found == timeAt_.end() ? nullptr : &times_[found->second];
+}
+
+const CauchyGridTerms::Place* CauchyGridTerms::place(double x) const {
+    const auto found = placeAt_.find(std::bit_cast<std::uint64_t>(x));
+    if (found == placeAt_.end()) return nullptr;
+    Place& place = places_[found->second];
+    std::call_once(place.filled, [&] { fill(place); });
+    return place.held ? &place : nullptr;
+}
+
+void CauchyGridTerms::fill(Place& place) const {
+    const double x = place.x;
+    const double aL = fp::mul(fp::div(V_, 2.0 * D_), L_);  // as the shared quantities have it
+    try {
+        if (lambda_ != 0.0) place.F = cauchySteady(V_, D_, L_, U_, Q_, x);
+        place.c.reserve(static_cast<std::size_t>(longest_));
+        place.twoY.reserve(static_cast<std::size_t>(longest_));
+        for (int i = 1; i <= longest_; ++i) {
+            const double beta = roots_(i);
+            const double y = fp::div(beta * x, L_);
+            place.c.push_back((std::cos(y) * beta + std::sin(y) * aL) * beta);
+            place.twoY.push_back(2.0 * std::fabs(y));
+        }
+    } catch (const RuntimeError&) {
+        return;  // left to the series
+    }
+    place.held = true;
+}
+
+std::optional<bool> CauchyGridTerms::ratio(const Time& time, const Place& place, double x, double t,
+                                           double& result) const {
+    const FiniteEnd end = cauchyEnd(time.s, V_, D_, L_, lambda_, M_, U_, place.F, x, t);
+    const bool decay = lambda_ != 0.0;
+    // Where the series is sure to stop, the bound may send the point to the
+    // inversion before the series is summed: a spread above `early` is
+    // looked at closely.
+    double steady = 0.0, scale = 0.0;
+    double early = std::numeric_limits<double>::infinity();
+    if (decay && time.stops && covered(end)) {
+        if (end.exponent > kLargestExponent) {
+            result = byInversion(end);
+            return true;
+        }
+        steady = steadyError(end);
+        scale = sumScale(end, std::exp(end.exponent));
+        if (inversionCertain(steady, scale, 0.0)) {
+            result = byInversion(end);
+            return true;
+        }
+        early = (kRoundingTolerance - steady) / (scale * kEpsilon) * (1.0 - 1e-9);
+    }
+
+    const double* const a = time.a.data();
+    const double* const envelope = time.envelope.data();
+    const double* const weight = time.weight.data();
+    const double* const c = place.c.data();
+    const double* const twoY = place.twoY.data();
+    double sum = 0.0;
+    double spread = 0.0;
+    bool small = false;
+    int terms = 0;
+    while (terms < time.count) {
+        const int k = terms++;
+        const double product = a[k] * c[k];
+        sum = fp::checked(sum + product);
+        spread += envelope[k] * (weight[k] + twoY[k]);
+        // Without decay only C is tested, so in practice all 500 terms run.
+        small = decay ? std::fabs(product) <= 1e-20 : std::fabs(c[k]) <= 1e-20;
+        if (small) break;
+        if (spread > early && inversionCertain(steady, scale, spread)) {
+            result = byInversion(end);
+            return true;
+        }
+    }
+    if (!small && terms < kRootCount) return std::nullopt;
+    // A stop at the 500th term counts as running out, as in the series.
+    const bool ranOut = terms >= kRootCount;
+    if (ranOut && decay) raiseError(err::TypeMismatch);
+    SeriesErrors errors;
+    errors.stopped = small;
+    errors.spread = spread;
+    errors.beta = roots_(terms);
+    errors.damping = time.damping[static_cast<std::size_t>(terms - 1)];
+    errors.envelope = envelope[terms - 1];
+    result = finiteResult(end, sum, errors);
+    return !ranOut;
 }
 
 bool semiInfiniteDirichletRatio(const OneDimParameters& parameters, double x, double t, double& result) {

@@ -21,6 +21,8 @@
 // errors of the series and the special cases stay those of the closed forms.
 
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -38,6 +40,7 @@ double decayRateOf(const OneDimParameters& parameters);
 // beforehand, or kern1d's roots worked out as far as the series reaches.
 class Eigenvalues {
 public:
+    Eigenvalues() = default;
     Eigenvalues(const List<double>& table) : table_(&table) {}  // NOLINT: a table stands for its eigenvalues
     explicit Eigenvalues(const RootSequence& roots) : roots_(&roots) {}
     double operator()(int i) const { return table_ ? (*table_)(i) : (*roots_)(i); }
@@ -52,12 +55,16 @@ private:
 bool finiteDirichletRatio(const OneDimParameters& parameters, double length, double x, double t,
                           const Eigenvalues& rootTable, double& result);
 
+class CauchyGridTerms;
+
 // What the terms of the finite Cauchy series share over a grid, kept by one
 // thread for one model (one set of parameters, aquifer length and
 // eigenvalues): each term's x part, (cos y beta + sin y aL) beta with
 // y = beta x / L, by x, and its time part, exp(-beta^2 D t / L^2) / W, by t.
 // A kept part is the value the series would compute in its place, so a
-// result never depends on the points computed before it.
+// result never depends on the points computed before it. The points of the
+// grid itself take their parts from the terms all its threads share, when
+// the store is given them.
 class CauchyTermStore {
 public:
     struct XPart {
@@ -66,6 +73,9 @@ public:
     struct TPart {
         double damping, a;
     };
+    CauchyTermStore() = default;
+    explicit CauchyTermStore(const CauchyGridTerms* grid) : grid_(grid) {}
+    const CauchyGridTerms* grid() const { return grid_; }
     // The parts kept for x and for t (empty at first, filled by the series
     // as it reaches further terms); references that stay valid until the
     // next call.
@@ -76,14 +86,58 @@ private:
     // The parts of more x than this are let go and started again (a line of
     // x of a grid is kept whole up to this length).
     static constexpr std::size_t kMostXs = 1024;
+    const CauchyGridTerms* grid_ = nullptr;
     std::unordered_map<std::uint64_t, std::vector<XPart>> byX_;
     RecentCache<std::uint64_t, std::vector<TPart>, 4> byT_;  // keyed by the time's bits
+};
+
+// The terms of the finite Cauchy series over the x and t lists of one grid,
+// found once and then read by all the grid's threads. Each time keeps its
+// parts as far as the series is sure to stop at every x (|A C| is at most
+// |A| beta (beta + |aL|)); each x keeps its parts as far as the longest time
+// reaches, found by the first thread that asks for them. A point of the grid
+// sums these parts in the order of the series, so that its value is the
+// series' own. Where the bound of the series' rounding already exceeds the
+// tolerance part way through (ahead of a sharp front), the point goes to the
+// inversion without the rest of the series: the time's parts show that the
+// rest could neither overflow nor run out of terms. Points of other x or t
+// (a later inflow term, the selected point) are not held.
+class CauchyGridTerms {
+public:
+    // Holds nothing where the parameters fall outside V > 0, D > 0, L > 0,
+    // lambda >= 0 (all finite) or a shared quantity of the series would fail.
+    CauchyGridTerms(const OneDimParameters& parameters, double length, const Eigenvalues& roots,
+                    const std::vector<double>& xs, const std::vector<double>& ts);
+    ~CauchyGridTerms();
+    CauchyGridTerms(const CauchyGridTerms&) = delete;
+    CauchyGridTerms& operator=(const CauchyGridTerms&) = delete;
+
+    struct Time;
+    struct Place;
+    // The entries of t (> 0) and of x (after the mid-point nudge), or null.
+    const Time* time(double t) const;
+    const Place* place(double x) const;
+
+    // The series at a held point, as finiteCauchyRatio gives it (its flag),
+    // or nothing where the kept parts did not reach its end.
+    std::optional<bool> ratio(const Time& time, const Place& place, double x, double t, double& result) const;
+
+private:
+    void fill(Place& place) const;
+
+    double V_ = 0, D_ = 0, L_ = 0, lambda_ = 0, M_ = 0, U_ = 0, Q_ = 0, H_ = 0;
+    Eigenvalues roots_;
+    int longest_ = 0;  // terms kept for every x
+    std::vector<Time> times_;
+    std::unique_ptr<Place[]> places_;
+    std::unordered_map<std::uint64_t, std::size_t> timeAt_, placeAt_;  // by the value's bits
 };
 
 // rootTable: eigenvalues 1..500 of root3(V L / (4D), D / (L V)). The mid-point
 // x = L/2 is evaluated at 1.001 L/2. With decay, 500 terms without meeting the
 // tolerance are run-time error 13; without decay they are reported by the flag.
-// With a store the terms' parts come from it where it holds them.
+// With a store the terms' parts come from it (or from the grid's terms it is
+// given) where it holds them.
 bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double x, double t,
                        const Eigenvalues& rootTable, double& result, CauchyTermStore* store = nullptr);
 
