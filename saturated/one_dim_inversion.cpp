@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
+#include <optional>
 
 #include "kernels/erfc_scaled.h"
 
@@ -65,18 +66,26 @@ Complex divide(const Complex& a, const Complex& b) {
                    (a.imag() * b.real() - a.real() * b.imag()) * scale);
 }
 
-}  // namespace
+// What the sum over the nodes starts from: the line, the pole's residue and
+// the first node's three exponentials with the factors that advance them.
+struct Line {
+    bool cauchy = false;
+    double c = 0, u = 0, Ru = 0, pole = 0;
+    Contour contour;
+    double y0 = 0;
+    Complex toOutlet, roundTrip, weight;
+    Complex toOutletStep, roundTripStep, weightTurn;
+    double weightFall = 0, weightFallStep = 0;
+};
 
-int inversionNodeCount(double V, double D, double lambda, double x, double t) {
-    return contourFor(V, D, lambda, x, t).nodes;
-}
-
-double finiteRatioByInversion(bool cauchy, double V, double D, double L, double lambda, double x, double t) {
+Line lineFor(bool cauchy, double V, double D, double L, double lambda, double x, double t) {
+    Line line;
+    line.cauchy = cauchy;
     const double rootD = std::sqrt(D);
     const double U = std::sqrt(V * V + 4.0 * D * lambda);
     const double excess = 4.0 * D * lambda / (U + V);  // U - V without cancellation
-    const double c = V / (2.0 * rootD);
-    const double u = U / (2.0 * rootD);
+    line.c = V / (2.0 * rootD);
+    line.u = U / (2.0 * rootD);
     const double h = x / rootD;
     const double l = L / rootD;
 
@@ -85,43 +94,144 @@ double finiteRatioByInversion(bool cauchy, double V, double D, double L, double 
     const double rhoU = excess / (U + V);
     const double nearU = std::exp(-U * (L - x) / D);
     const double farU = std::exp(-U * L / D);
-    const double Ru = cauchy ? (2.0 * V / (U + V)) * (1.0 + rhoU * nearU) / (1.0 - rhoU * rhoU * farU)
-                             : (1.0 + rhoU * nearU) / (1.0 + rhoU * farU);
+    line.Ru = cauchy ? (2.0 * V / (U + V)) * (1.0 + rhoU * nearU) / (1.0 - rhoU * rhoU * farU)
+                     : (1.0 + rhoU * nearU) / (1.0 + rhoU * farU);
 
     // The pole's part in closed form.
-    const double pole = 0.5 * Ru * expErfc(-excess * x / (2.0 * D), (x - U * t) / (2.0 * std::sqrt(D * t)));
+    line.pole = 0.5 * line.Ru * expErfc(-excess * x / (2.0 * D), (x - U * t) / (2.0 * std::sqrt(D * t)));
 
-    const Contour contour = contourFor(V, D, lambda, x, t);
+    line.contour = contourFor(V, D, lambda, x, t);
     // Along the line sigma = sigma0 + i y_j, y_j = (j + 1/2) step, the three
     // exponentials advance by fixed factors: the reflections' by a rotation,
     // the Gaussian weight by a factor whose modulus falls geometrically.
+    const Contour& contour = line.contour;
     const double dy = contour.step;
-    const double y0 = 0.5 * dy;
-    Complex toOutlet = std::polar(std::exp(-2.0 * contour.sigma0 * (l - h)), -2.0 * y0 * (l - h));
-    Complex roundTrip = std::polar(std::exp(-2.0 * contour.sigma0 * l), -2.0 * y0 * l);
-    const Complex toOutletStep = std::polar(1.0, -2.0 * dy * (l - h));
-    const Complex roundTripStep = std::polar(1.0, -2.0 * dy * l);
-    Complex weight = std::polar(std::exp(contour.height - t * y0 * y0), contour.slope * y0);
-    const Complex weightTurn = std::polar(1.0, contour.slope * dy);
-    double weightFall = std::exp(-2.0 * t * dy * dy);  // |w_{j+1} / w_j| = exp(-t dy^2 (2j + 2))
-    const double weightFallStep = weightFall;
+    line.y0 = 0.5 * dy;
+    line.toOutlet = std::polar(std::exp(-2.0 * contour.sigma0 * (l - h)), -2.0 * line.y0 * (l - h));
+    line.roundTrip = std::polar(std::exp(-2.0 * contour.sigma0 * l), -2.0 * line.y0 * l);
+    line.toOutletStep = std::polar(1.0, -2.0 * dy * (l - h));
+    line.roundTripStep = std::polar(1.0, -2.0 * dy * l);
+    line.weight = std::polar(std::exp(contour.height - t * line.y0 * line.y0), contour.slope * line.y0);
+    line.weightTurn = std::polar(1.0, contour.slope * dy);
+    line.weightFall = std::exp(-2.0 * t * dy * dy);  // |w_{j+1} / w_j| = exp(-t dy^2 (2j + 2))
+    line.weightFallStep = line.weightFall;
+    return line;
+}
+
+// The solution lies in [0, 1] (a maximum principle); a rounding just past
+// either end must not reach the caller's test of those bounds.
+double ratioOf(const Line& line, double sum) {
+    return std::clamp(line.pole + sum * line.contour.step / kPi, 0.0, 1.0);
+}
+
+// The midpoint sum, node by node in complex arithmetic.
+double nodeByNodeSum(Line line) {
+    const Contour& contour = line.contour;
+    const double dy = contour.step;
+    const double c = line.c, u = line.u;
     double sum = 0.0;
     for (int j = 0; j < contour.nodes; ++j) {
-        const Complex sigma(contour.sigma0, y0 + j * dy);
+        const Complex sigma(contour.sigma0, line.y0 + j * dy);
         const Complex plus = sigma + c, minus = sigma - c;  // rho = minus / plus
-        const Complex R = cauchy ? divide(2.0 * c * (plus + minus * toOutlet), plus * plus - minus * minus * roundTrip)
-                                 : divide(plus + minus * toOutlet, plus + minus * roundTrip);
+        const Complex R = line.cauchy
+                              ? divide(2.0 * c * (plus + minus * line.toOutlet), plus * plus - minus * minus * line.roundTrip)
+                              : divide(plus + minus * line.toOutlet, plus + minus * line.roundTrip);
         // (R - R(u)) / (sigma - u) + R / (sigma + u) over one denominator
-        const Complex remainder = divide((R - Ru) * (sigma + u) + R * (sigma - u), (sigma - u) * (sigma + u));
-        sum += (weight * remainder).real();
-        toOutlet *= toOutletStep;
-        roundTrip *= roundTripStep;
-        weight *= weightTurn * weightFall;
-        weightFall *= weightFallStep;
+        const Complex remainder = divide((R - line.Ru) * (sigma + u) + R * (sigma - u), (sigma - u) * (sigma + u));
+        sum += (line.weight * remainder).real();
+        line.toOutlet *= line.toOutletStep;
+        line.roundTrip *= line.roundTripStep;
+        line.weight *= line.weightTurn * line.weightFall;
+        line.weightFall *= line.weightFallStep;
     }
-    // The solution lies in [0, 1] (a maximum principle); a rounding just past
-    // either end must not reach the caller's test of those bounds.
-    return std::clamp(pole + sum * contour.step / kPi, 0.0, 1.0);
+    return sum;
+}
+
+// The same sum with two nodes at a time in the lanes of a vector: the three
+// exponentials are advanced node by node as above and kept, then each node's
+// term is formed in the lanes by the very operations (and order) of the
+// complex arithmetic above, so that where every term is finite the sum has
+// the same bits. (Complex multiplication differs from the plain formula only
+// where both its parts come out NaN, and a NaN would reach the sum.)
+using Lanes = double __attribute__((vector_size(16)));
+
+struct LaneComplex {
+    Lanes re, im;
+};
+
+LaneComplex operator*(const LaneComplex& a, const LaneComplex& b) {
+    return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re};
+}
+LaneComplex operator+(const LaneComplex& a, const LaneComplex& b) { return {a.re + b.re, a.im + b.im}; }
+LaneComplex operator-(const LaneComplex& a, const LaneComplex& b) { return {a.re - b.re, a.im - b.im}; }
+LaneComplex divide(const LaneComplex& a, const LaneComplex& b) {
+    const Lanes one = {1.0, 1.0};
+    const Lanes scale = one / (b.re * b.re + b.im * b.im);
+    return {(a.re * b.re + a.im * b.im) * scale, (a.im * b.re - a.re * b.im) * scale};
+}
+
+constexpr int kMostLaneNodes = 256;
+
+std::optional<double> laneSum(Line line) {
+    const Contour& contour = line.contour;
+    const int nodes = contour.nodes;
+    if (nodes > kMostLaneNodes) return std::nullopt;
+    const int padded = nodes + (nodes & 1);
+    alignas(16) double toOutlet[2][kMostLaneNodes], roundTrip[2][kMostLaneNodes], weight[2][kMostLaneNodes];
+    for (int j = 0; j < padded; ++j) {
+        toOutlet[0][j] = line.toOutlet.real(), toOutlet[1][j] = line.toOutlet.imag();
+        roundTrip[0][j] = line.roundTrip.real(), roundTrip[1][j] = line.roundTrip.imag();
+        weight[0][j] = line.weight.real(), weight[1][j] = line.weight.imag();
+        line.toOutlet *= line.toOutletStep;
+        line.roundTrip *= line.roundTripStep;
+        line.weight *= line.weightTurn * line.weightFall;
+        line.weightFall *= line.weightFallStep;
+    }
+    const double dy = contour.step;
+    const Lanes sigma0 = {contour.sigma0, contour.sigma0};
+    const Lanes c = {line.c, line.c}, u = {line.u, line.u}, Ru = {line.Ru, line.Ru};
+    const Lanes twoC = {2.0 * line.c, 2.0 * line.c};
+    alignas(16) double terms[kMostLaneNodes];
+    for (int j = 0; j < padded; j += 2) {
+        const Lanes y = {line.y0 + j * dy, line.y0 + (j + 1) * dy};
+        const LaneComplex plus{sigma0 + c, y}, minus{sigma0 - c, y};
+        const LaneComplex out{Lanes{toOutlet[0][j], toOutlet[0][j + 1]}, Lanes{toOutlet[1][j], toOutlet[1][j + 1]}};
+        const LaneComplex trip{Lanes{roundTrip[0][j], roundTrip[0][j + 1]}, Lanes{roundTrip[1][j], roundTrip[1][j + 1]}};
+        LaneComplex R;
+        if (line.cauchy) {
+            const LaneComplex inner = plus + minus * out;
+            R = divide(LaneComplex{inner.re * twoC, inner.im * twoC}, plus * plus - minus * minus * trip);
+        } else {
+            R = divide(plus + minus * out, plus + minus * trip);
+        }
+        const LaneComplex above{sigma0 + u, y}, below{sigma0 - u, y};
+        const LaneComplex remainder = divide(LaneComplex{R.re - Ru, R.im} * above + R * below, below * above);
+        const LaneComplex w{Lanes{weight[0][j], weight[0][j + 1]}, Lanes{weight[1][j], weight[1][j + 1]}};
+        const Lanes term = w.re * remainder.re - w.im * remainder.im;
+        terms[j] = term[0];
+        terms[j + 1] = term[1];
+    }
+    double sum = 0.0;
+    for (int j = 0; j < nodes; ++j) sum += terms[j];
+    if (!std::isfinite(sum)) return std::nullopt;
+    return sum;
+}
+
+}  // namespace
+
+int inversionNodeCount(double V, double D, double lambda, double x, double t) {
+    return contourFor(V, D, lambda, x, t).nodes;
+}
+
+double finiteRatioByInversion(bool cauchy, double V, double D, double L, double lambda, double x, double t) {
+    const Line line = lineFor(cauchy, V, D, L, lambda, x, t);
+    const std::optional<double> sum = laneSum(line);
+    return ratioOf(line, sum ? *sum : nodeByNodeSum(line));
+}
+
+double finiteRatioByInversionNodeByNode(bool cauchy, double V, double D, double L, double lambda, double x, double t) {
+    const Line line = lineFor(cauchy, V, D, L, lambda, x, t);
+    return ratioOf(line, nodeByNodeSum(line));
 }
 
 }  // namespace bm

@@ -26,6 +26,11 @@ namespace bm {
 // kept within [0, 1], where the solution lies.
 double finiteRatioByInversion(bool cauchy, double V, double D, double L, double lambda, double x, double t);
 
+// The same, its midpoint nodes summed one at a time in complex arithmetic:
+// the plain form of the sum above, which takes two nodes at a time (and
+// gives the same bits).
+double finiteRatioByInversionNodeByNode(bool cauchy, double V, double D, double L, double lambda, double x, double t);
+
 // The number of midpoint nodes the inversion above uses at (x, t) (its cost).
 int inversionNodeCount(double V, double D, double lambda, double x, double t);
 

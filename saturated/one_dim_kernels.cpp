@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <atomic>
 #include <mutex>
 
 #include "kernels/kern1d.h"
@@ -303,8 +304,8 @@ bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double
     if (x == length / 2.0) x = x * 1.001;
 
     if (const CauchyGridTerms* grid = store != nullptr ? store->grid() : nullptr) {
-        const CauchyGridTerms::Time* time = grid->time(t);
-        const CauchyGridTerms::Place* place = time != nullptr ? grid->place(x) : nullptr;
+        const CauchyGridTerms::Time* time = grid->time(t, store->timeHint);
+        const CauchyGridTerms::Place* place = time != nullptr ? grid->place(x, store->placeHint) : nullptr;
         if (place != nullptr)
             if (const std::optional<bool> converged = grid->ratio(*time, *place, x, t, result)) return *converged;
     }
@@ -392,6 +393,7 @@ bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double
 }
 
 struct CauchyGridTerms::Time {
+    double t = 0.0;
     FiniteShared s{};
     // The parts of terms 1..count: A, its envelope |A| beta (beta + |aL|),
     // the weight 4 + 2 b D t / L^2 of the envelope in the spread, b D t / L^2.
@@ -404,11 +406,15 @@ struct CauchyGridTerms::Time {
 
 struct CauchyGridTerms::Place {
     double x = 0.0;
-    std::once_flag filled;
-    bool held = false;  // the parts were found without a fault
+    std::once_flag started;
+    bool held = false;  // the steady part was found without a fault
     double F = 1.0;     // the steady part
-    // The parts of terms 1..longest_: C and 2 |y|.
-    std::vector<double> c, twoY;
+    // The parts C and 2 |y| of terms 1..filled, of room for longest_: found
+    // as far as the points ask, one thread at a time; once counted in
+    // `filled` a part never changes.
+    mutable std::unique_ptr<double[]> c, twoY;
+    mutable std::atomic<int> filled = 0;
+    mutable std::mutex growing;
 };
 
 namespace {
@@ -418,6 +424,8 @@ namespace {
 constexpr double kSureStop = 1e-20 * (1.0 - 1e-12);
 // The envelopes of one time add up to less than this: no partial sum overflows.
 constexpr double kSafeTotal = 1e300;
+// An x's parts grow by at least this many terms at a time.
+constexpr int kGrowth = 16;
 
 }  // namespace
 
@@ -433,6 +441,7 @@ CauchyGridTerms::CauchyGridTerms(const OneDimParameters& parameters, double leng
         lambda_ = decayRateOf(parameters);
         if (!(lambda_ >= 0.0) || !std::isfinite(lambda_)) return;
         M_ = fp::div(V_ * L_, D_);
+        aL_ = fp::mul(fp::div(V_, 2.0 * D_), L_);  // as the shared quantities have it
         if (lambda_ != 0.0) {
             U_ = fp::sqrt(4.0 * D_ * lambda_ + V_ * V_);
             Q_ = fp::div(U_ - V_, U_ + V_);
@@ -444,6 +453,7 @@ CauchyGridTerms::CauchyGridTerms(const OneDimParameters& parameters, double leng
         const auto key = std::bit_cast<std::uint64_t>(t);
         if (!(t > 0.0) || !std::isfinite(t) || timeAt_.contains(key)) continue;
         Time time;
+        time.t = t;
         try {
             time.s = finiteShared(V_, D_, L_, lambda_, t);
             const double aL = std::fabs(time.s.aL);
@@ -488,36 +498,53 @@ CauchyGridTerms::CauchyGridTerms(const OneDimParameters& parameters, double leng
 
 CauchyGridTerms::~CauchyGridTerms() = default;
 
-const CauchyGridTerms::Time* CauchyGridTerms::time(double t) const {
-    const auto found = timeAt_.find(std::bit_cast<std::uint64_t>(t));
-    return found == timeAt_.end() ? nullptr : &times_[found->second];
+const CauchyGridTerms::Time* CauchyGridTerms::time(double t, std::size_t& hint) const {
+    const auto key = std::bit_cast<std::uint64_t>(t);
+    if (hint < times_.size() && std::bit_cast<std::uint64_t>(times_[hint].t) == key) return &times_[hint];
+    const auto found = timeAt_.find(key);
+    if (found == timeAt_.end()) return nullptr;
+    hint = found->second;
+    return &times_[hint];
 }
 
-const CauchyGridTerms::Place* CauchyGridTerms::place(double x) const {
-    const auto found = placeAt_.find(std::bit_cast<std::uint64_t>(x));
-    if (found == placeAt_.end()) return nullptr;
-    Place& place = places_[found->second];
-    std::call_once(place.filled, [&] { fill(place); });
+const CauchyGridTerms::Place* CauchyGridTerms::place(double x, std::size_t& hint) const {
+    const auto key = std::bit_cast<std::uint64_t>(x);
+    std::size_t at = hint + 1;  // the next x of a line, as a rule
+    if (!(at < placeAt_.size() && std::bit_cast<std::uint64_t>(places_[at].x) == key)) {
+        const auto found = placeAt_.find(key);
+        if (found == placeAt_.end()) return nullptr;
+        at = found->second;
+    }
+    hint = at;
+    Place& place = places_[at];
+    std::call_once(place.started, [&] { start(place); });
     return place.held ? &place : nullptr;
 }
 
-void CauchyGridTerms::fill(Place& place) const {
-    const double x = place.x;
-    const double aL = fp::mul(fp::div(V_, 2.0 * D_), L_);  // as the shared quantities have it
+void CauchyGridTerms::start(Place& place) const {
     try {
-        if (lambda_ != 0.0) place.F = cauchySteady(V_, D_, L_, U_, Q_, x);
-        place.c.reserve(static_cast<std::size_t>(longest_));
-        place.twoY.reserve(static_cast<std::size_t>(longest_));
-        for (int i = 1; i <= longest_; ++i) {
-            const double beta = roots_(i);
-            const double y = fp::div(beta * x, L_);
-            place.c.push_back((std::cos(y) * beta + std::sin(y) * aL) * beta);
-            place.twoY.push_back(2.0 * std::fabs(y));
-        }
+        if (lambda_ != 0.0) place.F = cauchySteady(V_, D_, L_, U_, Q_, place.x);
     } catch (const RuntimeError&) {
         return;  // left to the series
     }
+    place.c = std::make_unique<double[]>(static_cast<std::size_t>(longest_));
+    place.twoY = std::make_unique<double[]>(static_cast<std::size_t>(longest_));
     place.held = true;
+}
+
+int CauchyGridTerms::grow(const Place& place, int needed) const {
+    const std::lock_guard<std::mutex> lock(place.growing);
+    const int filled = place.filled.load(std::memory_order_relaxed);
+    if (filled >= needed) return filled;
+    const int target = std::min(longest_, std::max(needed, filled + kGrowth));
+    for (int i = filled + 1; i <= target; ++i) {
+        const double beta = roots_(i);
+        const double y = beta * place.x / L_;  // 0 <= x <= L: no fault
+        place.c[static_cast<std::size_t>(i - 1)] = (std::cos(y) * beta + std::sin(y) * aL_) * beta;
+        place.twoY[static_cast<std::size_t>(i - 1)] = 2.0 * std::fabs(y);
+    }
+    place.filled.store(target, std::memory_order_release);
+    return target;
 }
 
 std::optional<bool> CauchyGridTerms::ratio(const Time& time, const Place& place, double x, double t,
@@ -546,14 +573,16 @@ std::optional<bool> CauchyGridTerms::ratio(const Time& time, const Place& place,
     const double* const a = time.a.data();
     const double* const envelope = time.envelope.data();
     const double* const weight = time.weight.data();
-    const double* const c = place.c.data();
-    const double* const twoY = place.twoY.data();
+    const double* const c = place.c.get();
+    const double* const twoY = place.twoY.get();
+    int available = place.filled.load(std::memory_order_acquire);
     double sum = 0.0;
     double spread = 0.0;
     bool small = false;
     int terms = 0;
     while (terms < time.count) {
         const int k = terms++;
+        if (k == available) available = grow(place, terms);
         const double product = a[k] * c[k];
         sum = fp::checked(sum + product);
         spread += envelope[k] * (weight[k] + twoY[k]);

@@ -76,6 +76,8 @@ public:
     CauchyTermStore() = default;
     explicit CauchyTermStore(const CauchyGridTerms* grid) : grid_(grid) {}
     const CauchyGridTerms* grid() const { return grid_; }
+    // Where this thread last found its time and x among the grid's.
+    std::size_t timeHint = 0, placeHint = 0;
     // The parts kept for x and for t (empty at first, filled by the series
     // as it reaches further terms); references that stay valid until the
     // next call.
@@ -115,21 +117,34 @@ public:
     struct Time;
     struct Place;
     // The entries of t (> 0) and of x (after the mid-point nudge), or null.
-    const Time* time(double t) const;
-    const Place* place(double x) const;
+    // `hint` (the caller's own) is where the last was found: a grid asks for
+    // the same time and the next x, again and again.
+    const Time* time(double t, std::size_t& hint) const;
+    const Place* place(double x, std::size_t& hint) const;
+    const Time* time(double t) const {
+        std::size_t hint = 0;
+        return time(t, hint);
+    }
+    const Place* place(double x) const {
+        std::size_t hint = 0;
+        return place(x, hint);
+    }
 
     // The series at a held point, as finiteCauchyRatio gives it (its flag),
     // or nothing where the kept parts did not reach its end.
     std::optional<bool> ratio(const Time& time, const Place& place, double x, double t, double& result) const;
 
 private:
-    void fill(Place& place) const;
+    void start(Place& place) const;
+    // Finds the parts of `place` up to at least term `needed` (<= longest_),
+    // returns how many it holds.
+    int grow(const Place& place, int needed) const;
 
-    double V_ = 0, D_ = 0, L_ = 0, lambda_ = 0, M_ = 0, U_ = 0, Q_ = 0, H_ = 0;
+    double V_ = 0, D_ = 0, L_ = 0, lambda_ = 0, M_ = 0, U_ = 0, Q_ = 0, aL_ = 0;
     Eigenvalues roots_;
     int longest_ = 0;  // terms kept for every x
     std::vector<Time> times_;
-    std::unique_ptr<Place[]> places_;
+    std::unique_ptr<Place[]> places_;  // as many as placeAt_ holds, in the grid's order
     std::unordered_map<std::uint64_t, std::size_t> timeAt_, placeAt_;  // by the value's bits
 };
 
