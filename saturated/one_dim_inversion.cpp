@@ -79,24 +79,14 @@ struct Line {
     double weightFall = 0, weightFallStep = 0;
 };
 
-Line lineFor(bool cauchy, double V, double D, double L, double lambda, double x, double t) {
+Line lineFor(const InversionPlace& place, double t) {
+    const double V = place.V, D = place.D, lambda = place.lambda, x = place.x;
+    const double U = place.U, excess = place.excess, h = place.h, l = place.l;
     Line line;
-    line.cauchy = cauchy;
-    const double rootD = std::sqrt(D);
-    const double U = std::sqrt(V * V + 4.0 * D * lambda);
-    const double excess = 4.0 * D * lambda / (U + V);  // U - V without cancellation
-    line.c = V / (2.0 * rootD);
-    line.u = U / (2.0 * rootD);
-    const double h = x / rootD;
-    const double l = L / rootD;
-
-    // R at the pole sigma = u, where rho = (U - V) / (U + V): the steady part
-    // is exp((V - U) x / 2D) R(u).
-    const double rhoU = excess / (U + V);
-    const double nearU = std::exp(-U * (L - x) / D);
-    const double farU = std::exp(-U * L / D);
-    line.Ru = cauchy ? (2.0 * V / (U + V)) * (1.0 + rhoU * nearU) / (1.0 - rhoU * rhoU * farU)
-                     : (1.0 + rhoU * nearU) / (1.0 + rhoU * farU);
+    line.cauchy = place.cauchy;
+    line.c = place.c;
+    line.u = place.u;
+    line.Ru = place.Ru;
 
     // The pole's part in closed form.
     line.pole = 0.5 * line.Ru * expErfc(-excess * x / (2.0 * D), (x - U * t) / (2.0 * std::sqrt(D * t)));
@@ -242,14 +232,40 @@ int inversionNodeCount(double V, double D, double lambda, double x, double t) {
     return contourFor(V, D, lambda, x, t).nodes;
 }
 
-double finiteRatioByInversion(bool cauchy, double V, double D, double L, double lambda, double x, double t) {
-    const Line line = lineFor(cauchy, V, D, L, lambda, x, t);
+InversionPlace inversionPlace(bool cauchy, double V, double D, double L, double lambda, double x) {
+    InversionPlace place{.cauchy = cauchy, .V = V, .D = D, .L = L, .lambda = lambda, .x = x};
+    const double rootD = std::sqrt(D);
+    const double U = std::sqrt(V * V + 4.0 * D * lambda);
+    const double excess = 4.0 * D * lambda / (U + V);  // U - V without cancellation
+    place.U = U;
+    place.excess = excess;
+    place.c = V / (2.0 * rootD);
+    place.u = U / (2.0 * rootD);
+    place.h = x / rootD;
+    place.l = L / rootD;
+
+    // R at the pole sigma = u, where rho = (U - V) / (U + V): the steady part
+    // is exp((V - U) x / 2D) R(u).
+    const double rhoU = excess / (U + V);
+    const double nearU = std::exp(-U * (L - x) / D);
+    const double farU = std::exp(-U * L / D);
+    place.Ru = cauchy ? (2.0 * V / (U + V)) * (1.0 + rhoU * nearU) / (1.0 - rhoU * rhoU * farU)
+                      : (1.0 + rhoU * nearU) / (1.0 + rhoU * farU);
+    return place;
+}
+
+double finiteRatioByInversion(const InversionPlace& place, double t) {
+    const Line line = lineFor(place, t);
     const std::optional<double> sum = laneSum(line);
     return ratioOf(line, sum ? *sum : nodeByNodeSum(line));
 }
 
+double finiteRatioByInversion(bool cauchy, double V, double D, double L, double lambda, double x, double t) {
+    return finiteRatioByInversion(inversionPlace(cauchy, V, D, L, lambda, x), t);
+}
+
 double finiteRatioByInversionNodeByNode(bool cauchy, double V, double D, double L, double lambda, double x, double t) {
-    const Line line = lineFor(cauchy, V, D, L, lambda, x, t);
+    const Line line = lineFor(inversionPlace(cauchy, V, D, L, lambda, x), t);
     return ratioOf(line, nodeByNodeSum(line));
 }
 

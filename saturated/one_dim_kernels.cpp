@@ -409,6 +409,7 @@ struct CauchyGridTerms::Place {
     std::once_flag started;
     bool held = false;  // the steady part was found without a fault
     double F = 1.0;     // the steady part
+    InversionPlace inversion;  // what the inversion at x shares over the times
     // The parts C and 2 |y| of terms 1..filled, of room for longest_: found
     // as far as the points ask, one thread at a time; once counted in
     // `filled` a part never changes.
@@ -527,6 +528,7 @@ void CauchyGridTerms::start(Place& place) const {
     } catch (const RuntimeError&) {
         return;  // left to the series
     }
+    place.inversion = inversionPlace(true, V_, D_, L_, lambda_, place.x);
     place.c = std::make_unique<double[]>(static_cast<std::size_t>(longest_));
     place.twoY = std::make_unique<double[]>(static_cast<std::size_t>(longest_));
     place.held = true;
@@ -558,13 +560,13 @@ std::optional<bool> CauchyGridTerms::ratio(const Time& time, const Place& place,
     double early = std::numeric_limits<double>::infinity();
     if (decay && time.stops && covered(end)) {
         if (end.exponent > kLargestExponent) {
-            result = byInversion(end);
+            result = finiteRatioByInversion(place.inversion, t);
             return true;
         }
         steady = steadyError(end);
         scale = sumScale(end, std::exp(end.exponent));
         if (inversionCertain(steady, scale, 0.0)) {
-            result = byInversion(end);
+            result = finiteRatioByInversion(place.inversion, t);
             return true;
         }
         early = (kRoundingTolerance - steady) / (scale * kEpsilon) * (1.0 - 1e-9);
@@ -590,7 +592,7 @@ std::optional<bool> CauchyGridTerms::ratio(const Time& time, const Place& place,
         small = decay ? std::fabs(product) <= 1e-20 : std::fabs(c[k]) <= 1e-20;
         if (small) break;
         if (spread > early && inversionCertain(steady, scale, spread)) {
-            result = byInversion(end);
+            result = finiteRatioByInversion(place.inversion, t);
             return true;
         }
     }
