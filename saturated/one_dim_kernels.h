@@ -21,8 +21,6 @@
 // errors of the series and the special cases stay those of the closed forms.
 
 #include <cstdint>
-#include <memory>
-#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -91,61 +89,6 @@ private:
     const CauchyGridTerms* grid_ = nullptr;
     std::unordered_map<std::uint64_t, std::vector<XPart>> byX_;
     RecentCache<std::uint64_t, std::vector<TPart>, 4> byT_;  // keyed by the time's bits
-};
-
-// The terms of the finite Cauchy series over the x and t lists of one grid,
-// found once and then read by all the grid's threads. Each time keeps its
-// parts as far as the series is sure to stop at every x (|A C| is at most
-// |A| beta (beta + |aL|)); each x keeps its parts as far as the longest time
-// reaches, found by the first thread that asks for them. A point of the grid
-// sums these parts in the order of the series, so that its value is the
-// series' own. Where the bound of the series' rounding already exceeds the
-// tolerance part way through (ahead of a sharp front), the point goes to the
-// inversion without the rest of the series: the time's parts show that the
-// rest could neither overflow nor run out of terms. Points of other x or t
-// (a later inflow term, the selected point) are not held.
-class CauchyGridTerms {
-public:
-    // Holds nothing where the parameters fall outside V > 0, D > 0, L > 0,
-    // lambda >= 0 (all finite) or a shared quantity of the series would fail.
-    CauchyGridTerms(const OneDimParameters& parameters, double length, const Eigenvalues& roots,
-                    const std::vector<double>& xs, const std::vector<double>& ts);
-    ~CauchyGridTerms();
-    CauchyGridTerms(const CauchyGridTerms&) = delete;
-    CauchyGridTerms& operator=(const CauchyGridTerms&) = delete;
-
-    struct Time;
-    struct Place;
-    // The entries of t (> 0) and of x (after the mid-point nudge), or null.
-    // `hint` (the caller's own) is where the last was found: a grid asks for
-    // the same time and the next x, again and again.
-    const Time* time(double t, std::size_t& hint) const;
-    const Place* place(double x, std::size_t& hint) const;
-    const Time* time(double t) const {
-        std::size_t hint = 0;
-        return time(t, hint);
-    }
-    const Place* place(double x) const {
-        std::size_t hint = 0;
-        return place(x, hint);
-    }
-
-    // The series at a held point, as finiteCauchyRatio gives it (its flag),
-    // or nothing where the kept parts did not reach its end.
-    std::optional<bool> ratio(const Time& time, const Place& place, double x, double t, double& result) const;
-
-private:
-    void start(Place& place) const;
-    // Finds the parts of `place` up to at least term `needed` (<= longest_),
-    // returns how many it holds.
-    int grow(const Place& place, int needed) const;
-
-    double V_ = 0, D_ = 0, L_ = 0, lambda_ = 0, M_ = 0, U_ = 0, Q_ = 0, aL_ = 0;
-    Eigenvalues roots_;
-    int longest_ = 0;  // terms kept for every x
-    std::vector<Time> times_;
-    std::unique_ptr<Place[]> places_;  // as many as placeAt_ holds, in the grid's order
-    std::unordered_map<std::uint64_t, std::size_t> timeAt_, placeAt_;  // by the value's bits
 };
 
 // rootTable: eigenvalues 1..500 of root3(V L / (4D), D / (L V)). The mid-point

@@ -10,6 +10,7 @@
 #include "montecarlo/pass/line_grid.h"
 #include "model/ranges.h"
 #include "montecarlo/monte_marker.h"
+#include "saturated/one_dim_cauchy_grid.h"
 #include "saturated/one_dim_kernels.h"
 #include "saturated/ratio_clamp.h"
 #include "shell/base/checked_math.h"

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "kernels/kern1d.h"
+#include "saturated/one_dim_cauchy_grid.h"
 #include "saturated/one_dim_inversion.h"
 #include "saturated/one_dim_kernels.h"
 #include "shell/base/runtime_error.h"
@@ -430,6 +431,39 @@ TEST(OneDimKernels, FiniteCauchyOverSharedGridTermsRunsOutAsWithout) {
             EXPECT_EQ(e.number(), err::TypeMismatch);
         }
     }
+}
+
+}  // namespace
+}  // namespace bm
+
+namespace bm {
+namespace {
+
+// A grid longer than the terms hold keeps only its first x and its times
+// as far as their budget allows; the rest are left to the series itself,
+// with the same bits.
+TEST(OneDimKernels, FiniteCauchyBeyondTheHeldGridTermsGivesTheSameBits) {
+    const auto p = parametersWith(kNoDecayHalfLife);  // 500 terms to every time
+    const RootSequence sequence(kV * 0.25 * kL / kD, kD / (kL * kV));
+    const Eigenvalues roots(sequence);
+    std::vector<double> xs, ts;
+    for (std::size_t i = 0; i < CauchyGridTerms::kMostHeld + 100; ++i) xs.push_back(kL * i / 1200.0);
+    const std::size_t timesHeld = CauchyGridTerms::kMostTimeTerms / kRootCount;
+    for (std::size_t k = 1; k <= timesHeld + 50; ++k) ts.push_back(0.01 * k);
+    const CauchyGridTerms grid(p, kL, roots, xs, ts);
+    CauchyTermStore store(&grid);
+    EXPECT_NE(grid.place(xs[CauchyGridTerms::kMostHeld - 1]), nullptr);
+    EXPECT_EQ(grid.place(xs[CauchyGridTerms::kMostHeld]), nullptr);
+    int timesLeft = 0;
+    for (const double t : ts) {
+        if (grid.time(t) == nullptr) ++timesLeft;
+        for (const double x : {xs[3], xs[CauchyGridTerms::kMostHeld + 20]}) {
+            double plain = -1, shared = -2;
+            EXPECT_EQ(finiteCauchyRatio(p, kL, x, t, roots, plain), finiteCauchyRatio(p, kL, x, t, roots, shared, &store));
+            ASSERT_EQ(std::bit_cast<std::uint64_t>(plain), std::bit_cast<std::uint64_t>(shared)) << x << " " << t;
+        }
+    }
+    EXPECT_EQ(timesLeft, static_cast<int>(ts.size() - timesHeld));
 }
 
 }  // namespace
