@@ -92,6 +92,7 @@ Line lineFor(const InversionPlace& place, double t) {
     line.pole = 0.5 * line.Ru * expErfc(-excess * x / (2.0 * D), (x - U * t) / (2.0 * std::sqrt(D * t)));
 
     line.contour = contourFor(V, D, lambda, x, t);
+    if (line.contour.nodes == 0) return line;  // the pole's part alone: nothing to advance along the line
     // Along the line sigma = sigma0 + i y_j, y_j = (j + 1/2) step, the three
     // exponentials advance by fixed factors: the reflections' by a rotation,
     // the Gaussian weight by a factor whose modulus falls geometrically.
