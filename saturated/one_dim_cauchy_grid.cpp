@@ -68,6 +68,52 @@ std::optional<std::size_t> entryOf(const std::unordered_map<std::uint64_t, std::
     return found->second;
 }
 
+
+// A point's series so far: its sum, the spread of its rounding, the terms
+// summed, and whether it stopped at its tolerance or is sure to go to the
+// inversion.
+struct PointSeries {
+    double sum = 0.0;
+    double spread = 0.0;
+    int terms = 0;
+    bool small = false;
+    bool inversion = false;
+};
+
+// Terms run.terms + 1 .. upTo of a point: the time's A, envelope and weight,
+// the x's C and 2 |y|, and the test of the bound (see ratio).
+struct Stretch {
+    const double *a, *envelope, *weight, *c, *twoY;
+    int upTo;
+    double early, steady, scale;
+};
+
+template <bool kDecay>
+void sumStretch(const Stretch& s, PointSeries& run) {
+    double sum = run.sum;
+    double spread = run.spread;
+    int k = run.terms;
+    while (k < s.upTo) {
+        const double product = s.a[k] * s.c[k];
+        sum += product;
+        spread += s.envelope[k] * (s.weight[k] + s.twoY[k]);
+        // Without decay only C is tested, so in practice all 500 terms run.
+        const bool small = kDecay ? std::fabs(product) <= 1e-20 : std::fabs(s.c[k]) <= 1e-20;
+        ++k;
+        if (small) {
+            run.small = true;
+            break;
+        }
+        if (spread > s.early && inversionCertain(s.steady, s.scale, spread)) {
+            run.inversion = true;
+            break;
+        }
+    }
+    run.sum = sum;
+    run.spread = spread;
+    run.terms = k;
+}
+
 }  // namespace
 
 CauchyGridTerms::CauchyGridTerms(const OneDimParameters& parameters, double length, const Eigenvalues& roots,
@@ -215,30 +261,28 @@ std::optional<bool> CauchyGridTerms::ratio(const Time& time, const Place& place,
         early = (kRoundingTolerance - steady) / (scale * kEpsilon) * (1.0 - 1e-9);
     }
 
-    const double* const a = time.a.data();
-    const double* const envelope = time.envelope.data();
-    const double* const weight = time.weight.data();
-    const double* const c = place.c.get();
-    const double* const twoY = place.twoY.get();
+    // Summed in stretches of the parts found so far, finding more between them.
     int available = place.filled.load(std::memory_order_acquire);
-    double sum = 0.0;
-    double spread = 0.0;
-    bool small = false;
-    int terms = 0;
-    while (terms < time.count) {
-        const int k = terms++;
-        if (k == available) available = grow(place, terms);
-        const double product = a[k] * c[k];
-        sum = fp::checked(sum + product);
-        spread += envelope[k] * (weight[k] + twoY[k]);
-        // Without decay only C is tested, so in practice all 500 terms run.
-        small = decay ? std::fabs(product) <= 1e-20 : std::fabs(c[k]) <= 1e-20;
-        if (small) break;
-        if (spread > early && inversionCertain(steady, scale, spread)) {
-            result = finiteRatioByInversion(place.inversion, t);
-            return true;
-        }
+    PointSeries run;
+    while (run.terms < time.count && !run.small && !run.inversion) {
+        if (run.terms == available) available = grow(place, run.terms + 1);
+        const Stretch stretch{time.a.data(), time.envelope.data(), time.weight.data(), place.c.get(),
+                              place.twoY.get(), std::min(time.count, available), early, steady, scale};
+        if (decay)
+            sumStretch<true>(stretch, run);
+        else
+            sumStretch<false>(stretch, run);
     }
+    // An overflow is raised as the sum would have raised it on the way (no
+    // inversion is decided where one can happen).
+    const double sum = fp::checked(run.sum);
+    if (run.inversion) {
+        result = finiteRatioByInversion(place.inversion, t);
+        return true;
+    }
+    const double spread = run.spread;
+    const bool small = run.small;
+    const int terms = run.terms;
     if (!small && terms < kRootCount) return std::nullopt;
     // A stop at the 500th term counts as running out, as in the series.
     const bool ranOut = terms >= kRootCount;
@@ -248,7 +292,7 @@ std::optional<bool> CauchyGridTerms::ratio(const Time& time, const Place& place,
     errors.spread = spread;
     errors.beta = roots_(terms);
     errors.damping = time.damping[static_cast<std::size_t>(terms - 1)];
-    errors.envelope = envelope[terms - 1];
+    errors.envelope = time.envelope[static_cast<std::size_t>(terms - 1)];
     result = finiteResult(end, sum, errors);
     return !ranOut;
 }
