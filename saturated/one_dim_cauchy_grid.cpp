@@ -156,22 +156,23 @@ CauchyGridTerms::CauchyGridTerms(const OneDimParameters& parameters, double leng
 
 CauchyGridTerms::~CauchyGridTerms() = default;
 
+template <class Entry>
+const Entry* CauchyGridTerms::started(const std::unordered_map<std::uint64_t, std::size_t>& at, Entry* entries,
+                                      double Entry::*valueOf, double value, std::size_t& hint) const {
+    const std::optional<std::size_t> found = entryOf(at, entries, valueOf, value, hint);
+    if (!found) return nullptr;
+    hint = *found;
+    Entry& entry = entries[*found];
+    std::call_once(entry.started, [&] { start(entry); });
+    return entry.held ? &entry : nullptr;
+}
+
 const CauchyGridTerms::Time* CauchyGridTerms::time(double t, std::size_t& hint) const {
-    const std::optional<std::size_t> at = entryOf(timeAt_, times_.get(), &Time::t, t, hint);
-    if (!at) return nullptr;
-    hint = *at;
-    Time& time = times_[*at];
-    std::call_once(time.started, [&] { start(time); });
-    return time.held ? &time : nullptr;
+    return started(timeAt_, times_.get(), &Time::t, t, hint);
 }
 
 const CauchyGridTerms::Place* CauchyGridTerms::place(double x, std::size_t& hint) const {
-    const std::optional<std::size_t> at = entryOf(placeAt_, places_.get(), &Place::x, x, hint);
-    if (!at) return nullptr;
-    hint = *at;
-    Place& place = places_[*at];
-    std::call_once(place.started, [&] { start(place); });
-    return place.held ? &place : nullptr;
+    return started(placeAt_, places_.get(), &Place::x, x, hint);
 }
 
 void CauchyGridTerms::start(Time& time) const {

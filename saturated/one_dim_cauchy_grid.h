@@ -65,6 +65,11 @@ public:
     std::optional<bool> ratio(const Time& time, const Place& place, double x, double t, double& result) const;
 
 private:
+    // The entry of `value` among `entries`, its parts started by the first
+    // thread that asks; null where not held.
+    template <class Entry>
+    const Entry* started(const std::unordered_map<std::uint64_t, std::size_t>& at, Entry* entries,
+                         double Entry::*valueOf, double value, std::size_t& hint) const;
     void start(Time& time) const;
     void start(Place& place) const;
     // Finds the parts of `place` up to at least term `needed`; returns how

@@ -330,11 +330,6 @@ TEST(OneDimKernels, FiniteCauchyWithKeptTermsRunsOutAsWithout) {
     }
 }
 
-}  // namespace
-}  // namespace bm
-
-namespace bm {
-namespace {
 
 struct GridCase {
     double V, D, L, halfLife;
@@ -433,11 +428,6 @@ TEST(OneDimKernels, FiniteCauchyOverSharedGridTermsRunsOutAsWithout) {
     }
 }
 
-}  // namespace
-}  // namespace bm
-
-namespace bm {
-namespace {
 
 // A grid longer than the terms hold keeps only its first x and its times
 // as far as their budget allows; the rest are left to the series itself,
