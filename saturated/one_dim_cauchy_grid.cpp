@@ -180,6 +180,7 @@ void CauchyGridTerms::start(Time& time) const {
     try {
         time.s = finiteShared(V_, D_, L_, lambda_, t);
         const double aL = std::fabs(time.s.aL);
+        for (std::vector<double>* parts : {&time.a, &time.envelope, &time.weight, &time.damping}) parts->reserve(64);
         double total = 0.0;
         for (int i = 1; i <= kRootCount; ++i) {
             const double beta = roots_(i);

@@ -148,7 +148,9 @@ double nodeByNodeSum(Line line) {
 // No multiply and add are fused into one step here, on any processor.
 constexpr int kLanes = 4;
 // (The lanes never leave this file, so a wider vector's calling convention is no concern.)
+#if defined(__GNUC__) && !defined(__clang__)
 #pragma GCC diagnostic ignored "-Wpsabi"
+#endif
 using Lanes = double __attribute__((vector_size(kLanes * sizeof(double))));
 
 struct LaneComplex {
