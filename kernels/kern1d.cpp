@@ -170,23 +170,28 @@ RootSequence::RootSequence(double p, double q) : p_(p), q_(q), finite_(std::isfi
 
 void RootSequence::extendTo(int count) const {
     // Whole branches, as the table is filled, so that every root is the table's.
-    while (count_ < count && count_ < kRootCount) {
-        const int before = count_;
-        branchRoots(Branch{nextBranch_ * kPi, p_, q_}, roots_.data(), count_);
-        if (nextBranch_ == 0 && count_ == before) firstBranchEmpty_ = true;
+    // The roots of a branch are written before the count that publishes them.
+    int found = count_.load(std::memory_order_relaxed);
+    while (found < count && found < kRootCount) {
+        const int before = found;
+        branchRoots(Branch{nextBranch_ * kPi, p_, q_}, roots_.data(), found);
+        if (nextBranch_ == 0 && found == before) firstBranchEmpty_ = true;
         ++nextBranch_;
+        count_.store(found, std::memory_order_release);
     }
 }
 
-double RootSequence::operator()(int i) const {
+double RootSequence::rootBeyondFound(int i) const {
     if (i < 1 || i > kRootCount) raiseError(err::SubscriptOutOfRange);
     if (!finite_) return 0.0;
+    const std::lock_guard<std::mutex> lock(extending_);
     extendTo(i);
     return roots_[static_cast<std::size_t>(i - 1)];
 }
 
 bool RootSequence::firstBranchHoldsRoot() const {
     if (!finite_) return false;
+    const std::lock_guard<std::mutex> lock(extending_);
     extendTo(1);
     return !firstBranchEmpty_;
 }

@@ -14,7 +14,9 @@
 // eigenfunctions are sin(beta x / L) and beta cos(beta x / L) + aL sin(beta x / L).
 
 #include <array>
+#include <atomic>
 #include <cstdint>
+#include <mutex>
 
 namespace bm {
 
@@ -41,24 +43,32 @@ std::int16_t root3(double p, double q, double& firstRoot);
 // The roots of root1 (q = 0) or root3 worked out branch by branch as they are
 // asked for: root i is the value the whole table holds at i, but a series that
 // ends after a few terms pays only for the branches it reached (a simulation
-// calls the finite-aquifer series once per sample, at one point).
+// calls the finite-aquifer series once per sample, at one point). The threads
+// of a grid share one sequence: a root already found is read without a lock,
+// and the one thread that finds further branches holds the lock meanwhile.
 class RootSequence {
 public:
     RootSequence(double p, double q);
     // Root i, 1 <= i <= kRootCount.
-    double operator()(int i) const;
+    double operator()(int i) const {
+        if (i >= 1 && i <= count_.load(std::memory_order_acquire)) return roots_[static_cast<std::size_t>(i - 1)];
+        return rootBeyondFound(i);
+    }
     // root1's status: false when the first branch holds no root.
     bool firstBranchHoldsRoot() const;
 
 private:
-    void extendTo(int count) const;
+    double rootBeyondFound(int i) const;
+    void extendTo(int count) const;  // with extending_ held
     double p_, q_;
     bool finite_;
-    // A cache: the roots found so far and the next branch to search.
+    // A cache: the roots found so far (the first count_, never changed once
+    // counted) and the next branch to search.
     mutable std::array<double, kRootCount> roots_{};
-    mutable int count_ = 0;
+    mutable std::atomic<int> count_ = 0;
     mutable int nextBranch_ = 0;
     mutable bool firstBranchEmpty_ = false;
+    mutable std::mutex extending_;
 };
 
 }  // namespace bm

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
+#include <cstring>
+#include <optional>
 
 #include "kernels/erfc_scaled.h"
 
@@ -65,63 +67,220 @@ Complex divide(const Complex& a, const Complex& b) {
                    (a.imag() * b.real() - a.real() * b.imag()) * scale);
 }
 
+// What the sum over the nodes starts from: the line, the pole's residue and
+// the first node's three exponentials with the factors that advance them.
+struct Line {
+    bool cauchy = false;
+    double c = 0, u = 0, Ru = 0, pole = 0;
+    Contour contour;
+    double y0 = 0;
+    Complex toOutlet, roundTrip, weight;
+    Complex toOutletStep, roundTripStep, weightTurn;
+    double weightFall = 0, weightFallStep = 0;
+};
+
+Line lineFor(const InversionPlace& place, double t) {
+    const double V = place.V, D = place.D, lambda = place.lambda, x = place.x;
+    const double U = place.U, excess = place.excess, h = place.h, l = place.l;
+    Line line;
+    line.cauchy = place.cauchy;
+    line.c = place.c;
+    line.u = place.u;
+    line.Ru = place.Ru;
+
+    // The pole's part in closed form.
+    line.pole = 0.5 * line.Ru * expErfc(-excess * x / (2.0 * D), (x - U * t) / (2.0 * std::sqrt(D * t)));
+
+    line.contour = contourFor(V, D, lambda, x, t);
+    if (line.contour.nodes == 0) return line;  // the pole's part alone: nothing to advance along the line
+    // Along the line sigma = sigma0 + i y_j, y_j = (j + 1/2) step, the three
+    // exponentials advance by fixed factors: the reflections' by a rotation,
+    // the Gaussian weight by a factor whose modulus falls geometrically.
+    const Contour& contour = line.contour;
+    const double dy = contour.step;
+    line.y0 = 0.5 * dy;
+    line.toOutlet = std::polar(std::exp(-2.0 * contour.sigma0 * (l - h)), -2.0 * line.y0 * (l - h));
+    line.roundTrip = std::polar(std::exp(-2.0 * contour.sigma0 * l), -2.0 * line.y0 * l);
+    line.toOutletStep = std::polar(1.0, -2.0 * dy * (l - h));
+    line.roundTripStep = std::polar(1.0, -2.0 * dy * l);
+    line.weight = std::polar(std::exp(contour.height - t * line.y0 * line.y0), contour.slope * line.y0);
+    line.weightTurn = std::polar(1.0, contour.slope * dy);
+    line.weightFall = std::exp(-2.0 * t * dy * dy);  // |w_{j+1} / w_j| = exp(-t dy^2 (2j + 2))
+    line.weightFallStep = line.weightFall;
+    return line;
+}
+
+// The solution lies in [0, 1] (a maximum principle); a rounding just past
+// either end must not reach the caller's test of those bounds.
+double ratioOf(const Line& line, double sum) {
+    return std::clamp(line.pole + sum * line.contour.step / kPi, 0.0, 1.0);
+}
+
+// The midpoint sum, node by node in complex arithmetic.
+double nodeByNodeSum(Line line) {
+    const Contour& contour = line.contour;
+    const double dy = contour.step;
+    const double c = line.c, u = line.u;
+    double sum = 0.0;
+    for (int j = 0; j < contour.nodes; ++j) {
+        const Complex sigma(contour.sigma0, line.y0 + j * dy);
+        const Complex plus = sigma + c, minus = sigma - c;  // rho = minus / plus
+        const Complex R = line.cauchy
+                              ? divide(2.0 * c * (plus + minus * line.toOutlet), plus * plus - minus * minus * line.roundTrip)
+                              : divide(plus + minus * line.toOutlet, plus + minus * line.roundTrip);
+        // (R - R(u)) / (sigma - u) + R / (sigma + u) over one denominator
+        const Complex remainder = divide((R - line.Ru) * (sigma + u) + R * (sigma - u), (sigma - u) * (sigma + u));
+        sum += (line.weight * remainder).real();
+        line.toOutlet *= line.toOutletStep;
+        line.roundTrip *= line.roundTripStep;
+        line.weight *= line.weightTurn * line.weightFall;
+        line.weightFall *= line.weightFallStep;
+    }
+    return sum;
+}
+
+// The same sum with several nodes at a time in the lanes of a vector: the
+// three exponentials are advanced node by node as above and kept, then each
+// node's term is formed in the lanes by the very operations (and order) of
+// the complex arithmetic above, so that where every term is finite the sum
+// has the same bits. (Complex multiplication differs from the plain formula
+// only where both its parts come out NaN, and a NaN would reach the sum.)
+// No multiply and add are fused into one step here, on any processor.
+constexpr int kLanes = 4;
+// (The lanes never leave this file, so a wider vector's calling convention is no concern.)
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic ignored "-Wpsabi"
+#endif
+using Lanes = double __attribute__((vector_size(kLanes * sizeof(double))));
+
+struct LaneComplex {
+    Lanes re, im;
+};
+
+constexpr int kMostLaneNodes = 128;  // (a line with lambda >= 0 has at most 67)
+
+// Lanes j .. j + kLanes - 1 of a row.
+inline Lanes lanesAt(const double* row, int j) {
+    Lanes v;
+    std::memcpy(&v, row + j, sizeof v);
+    return v;
+}
+
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__)
+// AVX2 where the processor has it (four lanes in one register), else SSE2.
+#define BM_LANE_TARGETS __attribute__((target_clones("avx2", "default")))
+#else
+#define BM_LANE_TARGETS
+#endif
+
+BM_LANE_TARGETS std::optional<double> laneSum(const Line& line) {
+    const Contour& contour = line.contour;
+    const int nodes = contour.nodes;
+    if (nodes > kMostLaneNodes) return std::nullopt;
+    const int padded = (nodes + kLanes - 1) / kLanes * kLanes;
+    double outletRe[kMostLaneNodes], outletIm[kMostLaneNodes], tripRe[kMostLaneNodes], tripIm[kMostLaneNodes];
+    double weightRe[kMostLaneNodes], weightIm[kMostLaneNodes], ys[kMostLaneNodes];
+    const double dy = contour.step;
+    // The exponentials advanced as above, by the plain formula of the complex
+    // product (the same bits, or a NaN that reaches the sum).
+    double outR = line.toOutlet.real(), outI = line.toOutlet.imag();
+    double tripR = line.roundTrip.real(), tripI = line.roundTrip.imag();
+    double wR = line.weight.real(), wI = line.weight.imag();
+    const double outStepR = line.toOutletStep.real(), outStepI = line.toOutletStep.imag();
+    const double tripStepR = line.roundTripStep.real(), tripStepI = line.roundTripStep.imag();
+    const double turnR = line.weightTurn.real(), turnI = line.weightTurn.imag();
+    double fall = line.weightFall;
+    for (int j = 0; j < padded; ++j) {
+        outletRe[j] = outR, outletIm[j] = outI;
+        tripRe[j] = tripR, tripIm[j] = tripI;
+        weightRe[j] = wR, weightIm[j] = wI;
+        ys[j] = line.y0 + j * dy;
+        const double nextOutR = outR * outStepR - outI * outStepI, nextOutI = outR * outStepI + outI * outStepR;
+        const double nextTripR = tripR * tripStepR - tripI * tripStepI, nextTripI = tripR * tripStepI + tripI * tripStepR;
+        const double byR = turnR * fall, byI = turnI * fall;
+        const double nextWR = wR * byR - wI * byI, nextWI = wR * byI + wI * byR;
+        outR = nextOutR, outI = nextOutI, tripR = nextTripR, tripI = nextTripI, wR = nextWR, wI = nextWI;
+        fall *= line.weightFallStep;
+    }
+    const auto times = [](const LaneComplex& a, const LaneComplex& b) {
+        return LaneComplex{a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re};
+    };
+    const auto plus = [](const LaneComplex& a, const LaneComplex& b) { return LaneComplex{a.re + b.re, a.im + b.im}; };
+    const auto minus = [](const LaneComplex& a, const LaneComplex& b) { return LaneComplex{a.re - b.re, a.im - b.im}; };
+    const auto over = [](const LaneComplex& a, const LaneComplex& b) {
+        const Lanes scale = 1.0 / (b.re * b.re + b.im * b.im);
+        return LaneComplex{(a.re * b.re + a.im * b.im) * scale, (a.im * b.re - a.re * b.im) * scale};
+    };
+    const Lanes zero{};
+    const Lanes sigma0 = zero + contour.sigma0;
+    const double twoC = 2.0 * line.c;
+    double terms[kMostLaneNodes];
+    for (int j = 0; j < padded; j += kLanes) {
+        const Lanes y = lanesAt(ys, j);
+        const LaneComplex sPlusC{sigma0 + line.c, y}, sMinusC{sigma0 - line.c, y};
+        const LaneComplex out{lanesAt(outletRe, j), lanesAt(outletIm, j)};
+        const LaneComplex trip{lanesAt(tripRe, j), lanesAt(tripIm, j)};
+        LaneComplex R;
+        if (line.cauchy) {
+            const LaneComplex inner = plus(sPlusC, times(sMinusC, out));
+            R = over(LaneComplex{inner.re * twoC, inner.im * twoC},
+                     minus(times(sPlusC, sPlusC), times(times(sMinusC, sMinusC), trip)));
+        } else {
+            R = over(plus(sPlusC, times(sMinusC, out)), plus(sPlusC, times(sMinusC, trip)));
+        }
+        const LaneComplex above{sigma0 + line.u, y}, below{sigma0 - line.u, y};
+        const LaneComplex remainder =
+            over(plus(times(LaneComplex{R.re - line.Ru, R.im}, above), times(R, below)), times(below, above));
+        const Lanes term = lanesAt(weightRe, j) * remainder.re - lanesAt(weightIm, j) * remainder.im;
+        std::memcpy(terms + j, &term, sizeof term);
+    }
+    double sum = 0.0;
+    for (int j = 0; j < nodes; ++j) sum += terms[j];
+    if (!std::isfinite(sum)) return std::nullopt;
+    return sum;
+}
+
 }  // namespace
 
 int inversionNodeCount(double V, double D, double lambda, double x, double t) {
     return contourFor(V, D, lambda, x, t).nodes;
 }
 
-double finiteRatioByInversion(bool cauchy, double V, double D, double L, double lambda, double x, double t) {
+InversionPlace inversionPlace(bool cauchy, double V, double D, double L, double lambda, double x) {
+    InversionPlace place{.cauchy = cauchy, .V = V, .D = D, .L = L, .lambda = lambda, .x = x};
     const double rootD = std::sqrt(D);
     const double U = std::sqrt(V * V + 4.0 * D * lambda);
     const double excess = 4.0 * D * lambda / (U + V);  // U - V without cancellation
-    const double c = V / (2.0 * rootD);
-    const double u = U / (2.0 * rootD);
-    const double h = x / rootD;
-    const double l = L / rootD;
+    place.U = U;
+    place.excess = excess;
+    place.c = V / (2.0 * rootD);
+    place.u = U / (2.0 * rootD);
+    place.h = x / rootD;
+    place.l = L / rootD;
 
     // R at the pole sigma = u, where rho = (U - V) / (U + V): the steady part
     // is exp((V - U) x / 2D) R(u).
     const double rhoU = excess / (U + V);
     const double nearU = std::exp(-U * (L - x) / D);
     const double farU = std::exp(-U * L / D);
-    const double Ru = cauchy ? (2.0 * V / (U + V)) * (1.0 + rhoU * nearU) / (1.0 - rhoU * rhoU * farU)
-                             : (1.0 + rhoU * nearU) / (1.0 + rhoU * farU);
+    place.Ru = cauchy ? (2.0 * V / (U + V)) * (1.0 + rhoU * nearU) / (1.0 - rhoU * rhoU * farU)
+                      : (1.0 + rhoU * nearU) / (1.0 + rhoU * farU);
+    return place;
+}
 
-    // The pole's part in closed form.
-    const double pole = 0.5 * Ru * expErfc(-excess * x / (2.0 * D), (x - U * t) / (2.0 * std::sqrt(D * t)));
+double finiteRatioByInversion(const InversionPlace& place, double t) {
+    const Line line = lineFor(place, t);
+    const std::optional<double> sum = laneSum(line);
+    return ratioOf(line, sum ? *sum : nodeByNodeSum(line));
+}
 
-    const Contour contour = contourFor(V, D, lambda, x, t);
-    // Along the line sigma = sigma0 + i y_j, y_j = (j + 1/2) step, the three
-    // exponentials advance by fixed factors: the reflections' by a rotation,
-    // the Gaussian weight by a factor whose modulus falls geometrically.
-    const double dy = contour.step;
-    const double y0 = 0.5 * dy;
-    Complex toOutlet = std::polar(std::exp(-2.0 * contour.sigma0 * (l - h)), -2.0 * y0 * (l - h));
-    Complex roundTrip = std::polar(std::exp(-2.0 * contour.sigma0 * l), -2.0 * y0 * l);
-    const Complex toOutletStep = std::polar(1.0, -2.0 * dy * (l - h));
-    const Complex roundTripStep = std::polar(1.0, -2.0 * dy * l);
-    Complex weight = std::polar(std::exp(contour.height - t * y0 * y0), contour.slope * y0);
-    const Complex weightTurn = std::polar(1.0, contour.slope * dy);
-    double weightFall = std::exp(-2.0 * t * dy * dy);  // |w_{j+1} / w_j| = exp(-t dy^2 (2j + 2))
-    const double weightFallStep = weightFall;
-    double sum = 0.0;
-    for (int j = 0; j < contour.nodes; ++j) {
-        const Complex sigma(contour.sigma0, y0 + j * dy);
-        const Complex plus = sigma + c, minus = sigma - c;  // rho = minus / plus
-        const Complex R = cauchy ? divide(2.0 * c * (plus + minus * toOutlet), plus * plus - minus * minus * roundTrip)
-                                 : divide(plus + minus * toOutlet, plus + minus * roundTrip);
-        // (R - R(u)) / (sigma - u) + R / (sigma + u) over one denominator
-        const Complex remainder = divide((R - Ru) * (sigma + u) + R * (sigma - u), (sigma - u) * (sigma + u));
-        sum += (weight * remainder).real();
-        toOutlet *= toOutletStep;
-        roundTrip *= roundTripStep;
-        weight *= weightTurn * weightFall;
-        weightFall *= weightFallStep;
-    }
-    // The solution lies in [0, 1] (a maximum principle); a rounding just past
-    // either end must not reach the caller's test of those bounds.
-    return std::clamp(pole + sum * contour.step / kPi, 0.0, 1.0);
+double finiteRatioByInversion(bool cauchy, double V, double D, double L, double lambda, double x, double t) {
+    return finiteRatioByInversion(inversionPlace(cauchy, V, D, L, lambda, x), t);
+}
+
+double finiteRatioByInversionNodeByNode(bool cauchy, double V, double D, double L, double lambda, double x, double t) {
+    const Line line = lineFor(inversionPlace(cauchy, V, D, L, lambda, x), t);
+    return ratioOf(line, nodeByNodeSum(line));
 }
 
 }  // namespace bm

@@ -26,6 +26,24 @@ namespace bm {
 // kept within [0, 1], where the solution lies.
 double finiteRatioByInversion(bool cauchy, double V, double D, double L, double lambda, double x, double t);
 
+// What the inversion at one x shares over all times.
+struct InversionPlace {
+    bool cauchy = false;
+    double V = 0, D = 0, L = 0, lambda = 0, x = 0;
+    double U = 0;       // sqrt(V^2 + 4 D lambda)
+    double excess = 0;  // U - V
+    double c = 0, u = 0, h = 0, l = 0;
+    double Ru = 0;      // R at the pole sigma = u
+};
+InversionPlace inversionPlace(bool cauchy, double V, double D, double L, double lambda, double x);
+// The same value as finiteRatioByInversion at the place's x and time t.
+double finiteRatioByInversion(const InversionPlace& place, double t);
+
+// The same, its midpoint nodes summed one at a time in complex arithmetic:
+// the plain form of the sum above, which takes two nodes at a time (and
+// gives the same bits).
+double finiteRatioByInversionNodeByNode(bool cauchy, double V, double D, double L, double lambda, double x, double t);
+
 // The number of midpoint nodes the inversion above uses at (x, t) (its cost).
 int inversionNodeCount(double V, double D, double lambda, double x, double t);
 

@@ -2,47 +2,20 @@
 
 #include <bit>
 #include <cmath>
-#include <limits>
 #include <numbers>
 
 #include "kernels/kern1d.h"
 #include "saturated/one_dim_cauchy_decay.h"
-#include "saturated/one_dim_inversion.h"
+#include "saturated/one_dim_cauchy_grid.h"
+#include "saturated/one_dim_finite_series.h"
 #include "shell/base/checked_math.h"
 #include "shell/base/runtime_error.h"
 
 namespace bm {
 
+using namespace finite_series;
+
 namespace {
-
-// The closed forms are used as they stand wherever their rounding error in
-// double precision, bounded per call from the magnitudes they combine, stays
-// below this; elsewhere the same solution comes from a form that does not cancel.
-constexpr double kRoundingTolerance = 1e-12;
-constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
-// exp of more than this overflows, or nearly: the series form is beyond use there.
-constexpr double kLargestExponent = 700.0;
-
-// Quantities shared by the two finite-aquifer series.
-struct FiniteShared {
-    double a;    // V / (2D)
-    double aL;   // a L
-    double aL2;  // (a L)^2
-    double L2;   // L^2
-    double B;    // lambda L^2 / D
-    double G;    // V^2 t / (4D)
-};
-
-FiniteShared finiteShared(double V, double D, double L, double lambda, double t) {
-    FiniteShared s{};
-    s.a = fp::div(V, 2.0 * D);
-    s.aL = fp::mul(s.a, L);
-    s.aL2 = fp::mul(s.aL, s.aL);
-    s.L2 = fp::mul(L, L);
-    s.B = fp::div(fp::mul(lambda * L, L), D);
-    s.G = fp::div(fp::mul(V * V, t), 4.0 * D);
-    return s;
-}
 
 // Quantities shared by the two semi-infinite solutions.
 struct SemiInfiniteShared {
@@ -87,71 +60,6 @@ bool cauchyDecayTooInexact(const SemiInfiniteShared& s, double x, double t, doub
 
 // Value at t = 0: the inlet alone carries the source.
 double initialRatio(double x) { return x == 0.0 ? 1.0 : 0.0; }
-
-// What the evaluation of a finite-aquifer series leaves uncertain in its sum.
-struct SeriesErrors {
-    double spread = 0.0;    // the terms' rounding, in units of epsilon
-    double envelope = 0.0;  // size of the last term without its sine and cosine factors
-    double beta = 0.0;      // its eigenvalue
-    double damping = 0.0;   // and its exponent b D t / L^2
-    bool stopped = false;   // the series left by its tolerance test, not by running out
-
-    // The terms after a tolerance stop, which an exponential factor of
-    // exp(e) may make count: their sizes fall at least as
-    // (1 + k pi / beta) r^k with r = exp(-d), d = (2 pi beta + pi^2) D t / L^2.
-    // With exact false, r / (1 - r) <= 1 / d stands in for the exponential.
-    double tail(bool exact) const {
-        if (!stopped || envelope == 0.0) return 0.0;
-        constexpr double pi = std::numbers::pi;
-        const double step = pi / beta;
-        const double d = damping * step * (2.0 + step);
-        if (!(d > 0.0)) return std::numeric_limits<double>::infinity();
-        if (!exact) {
-            const double inverse = 1.0 / d;
-            return envelope * inverse * (1.0 + step * (1.0 + inverse));
-        }
-        const double r = std::exp(-d);
-        return envelope * r / (1.0 - r) * (1.0 + step / (1.0 - r));
-    }
-};
-
-// The finite series end in F - 2 M exp(e) sum (M = 1 for the Dirichlet inlet),
-// where the terms of sum are of order 1 and must cancel to exp(-e): the
-// rounding of the sum and the terms left out after the tolerance stop are
-// multiplied by exp(e); F carries its own exponents (steadySize, in units of
-// epsilon relative to F). Where the bound of these errors exceeds the
-// tolerance, at points of the aquifer, the inversion gives the solution
-// instead. A series that ran out of terms keeps its sum so far: that shortfall
-// is what its flag reports.
-struct FiniteEnd {
-    bool cauchy;
-    double V, D, L, lambda, x, t;
-    double F, steadySize;
-    double multiplier;    // M
-    double exponent;      // e = a x - G - lambda t
-    double exponentSize;  // |a x| + G + lambda t, for the rounding of e
-};
-
-double finiteResult(const FiniteEnd& end, double sum, const SeriesErrors& errors) {
-    const bool covered = end.V > 0.0 && end.D > 0.0 && end.L > 0.0 && end.t > 0.0 && end.x >= 0.0 && end.x <= end.L &&
-                         end.lambda >= 0.0 && std::isfinite(end.V) && std::isfinite(end.D) && std::isfinite(end.L) &&
-                         std::isfinite(end.t) && std::isfinite(end.lambda) && std::isfinite(end.exponent);
-    const auto inversion = [&] {
-        return finiteRatioByInversion(end.cauchy, end.V, end.D, end.L, end.lambda, end.x, end.t);
-    };
-    if (covered && end.exponent > kLargestExponent) return inversion();
-    const double factor = fp::exp(end.exponent);
-    if (covered) {
-        const double steady = kEpsilon * std::fabs(end.F) * end.steadySize;
-        const double rounding = kEpsilon * (errors.spread + std::fabs(sum) * (2.0 + end.exponentSize));
-        const double scale = 2.0 * end.multiplier * factor;
-        // (a NaN bound is no bound)
-        if (!(steady + scale * (rounding + errors.tail(false)) <= kRoundingTolerance) &&
-            !(steady + scale * (rounding + errors.tail(true)) <= kRoundingTolerance))
-            return inversion();
-    }
-    return fp::checked(end.F - 2.0 * end.multiplier * factor * sum);
-}
 
 }  // namespace
 
@@ -261,6 +169,13 @@ bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double
     // The mid-point of the aquifer is evaluated a little downstream of itself.
     if (x == length / 2.0) x = x * 1.001;
 
+    if (const CauchyGridTerms* grid = store != nullptr ? store->grid() : nullptr) {
+        const CauchyGridTerms::Time* time = grid->time(t, store->timeHint);
+        const CauchyGridTerms::Place* place = time != nullptr ? grid->place(x, store->placeHint) : nullptr;
+        if (place != nullptr)
+            if (const std::optional<bool> converged = grid->ratio(*time, *place, x, t, result)) return *converged;
+    }
+
     const double V = parameters.effectiveVelocity;
     const double D = parameters.effectiveDispersion;
     const double L = length;
@@ -335,25 +250,14 @@ bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double
     if (lambda != 0.0) {
         const double U = fp::sqrt(4.0 * D * lambda + V * V);
         const double Q = fp::div(U - V, U + V);
-        const double N = 2.0 * V *
-                         (fp::exp(fp::div((V - U) * x, 2.0 * D)) +
-                          fp::exp(fp::div((U + V) * x - 2.0 * U * L, 2.0 * D)) * Q);
-        const double H = Q * (V - U) * fp::exp(-fp::div(U * L, D)) + (U + V);
-        const double F = fp::div(N, H);
-        const FiniteEnd end{.cauchy = true, .V = V, .D = D, .L = L, .lambda = lambda, .x = x, .t = t,
-                            .F = F, .steadySize = 4.0 + U * L / D, .multiplier = M,
-                            .exponent = s.a * x - s.G - lambda * t,
-                            .exponentSize = std::fabs(s.a * x) + s.G + lambda * t};
-        result = finiteResult(end, sum, errors);
+        const double F = cauchySteady(V, D, L, U, Q, x);
+        result = finiteResult(cauchyEnd(s, V, D, L, lambda, M, U, F, x, t), sum, errors);
     } else {
-        // the steady part is the exact 1
-        const FiniteEnd end{.cauchy = true, .V = V, .D = D, .L = L, .lambda = 0.0, .x = x, .t = t,
-                            .F = 1.0, .steadySize = 0.0, .multiplier = M, .exponent = s.a * x - s.G,
-                            .exponentSize = std::fabs(s.a * x) + s.G};
-        result = finiteResult(end, sum, errors);
+        result = finiteResult(cauchyEnd(s, V, D, L, 0.0, M, 0.0, 1.0, x, t), sum, errors);
     }
     return converged;
 }
+
 
 bool semiInfiniteDirichletRatio(const OneDimParameters& parameters, double x, double t, double& result) {
     if (t == 0.0) {

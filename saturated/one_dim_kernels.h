@@ -38,6 +38,7 @@ double decayRateOf(const OneDimParameters& parameters);
 // beforehand, or kern1d's roots worked out as far as the series reaches.
 class Eigenvalues {
 public:
+    Eigenvalues() = default;
     Eigenvalues(const List<double>& table) : table_(&table) {}  // NOLINT: a table stands for its eigenvalues
     explicit Eigenvalues(const RootSequence& roots) : roots_(&roots) {}
     double operator()(int i) const { return table_ ? (*table_)(i) : (*roots_)(i); }
@@ -52,12 +53,16 @@ private:
 bool finiteDirichletRatio(const OneDimParameters& parameters, double length, double x, double t,
                           const Eigenvalues& rootTable, double& result);
 
+class CauchyGridTerms;
+
 // What the terms of the finite Cauchy series share over a grid, kept by one
 // thread for one model (one set of parameters, aquifer length and
 // eigenvalues): each term's x part, (cos y beta + sin y aL) beta with
 // y = beta x / L, by x, and its time part, exp(-beta^2 D t / L^2) / W, by t.
 // A kept part is the value the series would compute in its place, so a
-// result never depends on the points computed before it.
+// result never depends on the points computed before it. The points of the
+// grid itself take their parts from the terms all its threads share, when
+// the store is given them.
 class CauchyTermStore {
 public:
     struct XPart {
@@ -66,6 +71,11 @@ public:
     struct TPart {
         double damping, a;
     };
+    CauchyTermStore() = default;
+    explicit CauchyTermStore(const CauchyGridTerms* grid) : grid_(grid) {}
+    const CauchyGridTerms* grid() const { return grid_; }
+    // Where this thread last found its time and x among the grid's.
+    std::size_t timeHint = 0, placeHint = 0;
     // The parts kept for x and for t (empty at first, filled by the series
     // as it reaches further terms); references that stay valid until the
     // next call.
@@ -76,6 +86,7 @@ private:
     // The parts of more x than this are let go and started again (a line of
     // x of a grid is kept whole up to this length).
     static constexpr std::size_t kMostXs = 1024;
+    const CauchyGridTerms* grid_ = nullptr;
     std::unordered_map<std::uint64_t, std::vector<XPart>> byX_;
     RecentCache<std::uint64_t, std::vector<TPart>, 4> byT_;  // keyed by the time's bits
 };
@@ -83,7 +94,8 @@ private:
 // rootTable: eigenvalues 1..500 of root3(V L / (4D), D / (L V)). The mid-point
 // x = L/2 is evaluated at 1.001 L/2. With decay, 500 terms without meeting the
 // tolerance are run-time error 13; without decay they are reported by the flag.
-// With a store the terms' parts come from it where it holds them.
+// With a store the terms' parts come from it (or from the grid's terms it is
+// given) where it holds them.
 bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double x, double t,
                        const Eigenvalues& rootTable, double& result, CauchyTermStore* store = nullptr);
 

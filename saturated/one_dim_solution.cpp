@@ -1,5 +1,8 @@
 #include "saturated/one_dim_solution.h"
 
+#include <memory>
+#include <vector>
+
 #include "kernels/kern1d.h"
 #include "model/data_set.h"
 #include "model/model_kinds.h"
@@ -7,6 +10,7 @@
 #include "montecarlo/pass/line_grid.h"
 #include "model/ranges.h"
 #include "montecarlo/monte_marker.h"
+#include "saturated/one_dim_cauchy_grid.h"
 #include "saturated/one_dim_kernels.h"
 #include "saturated/ratio_clamp.h"
 #include "shell/base/checked_math.h"
@@ -64,6 +68,14 @@ double pointConcentration(const DataSet& data, const InflowTermValues& terms, co
     return c < 0.0 ? 0.0 : c;
 }
 
+// The first n values of a list counted from 1.
+std::vector<double> valuesOf(const List<double>& list, int n) {
+    std::vector<double> values;
+    values.reserve(static_cast<std::size_t>(n));
+    for (int i = 1; i <= n; ++i) values.push_back(list(i));
+    return values;
+}
+
 }  // namespace
 
 double solveOneDimensional(DataSet& data, OneDimParameters& parameters, bool monteCarlo, UserInterface& ui) {
@@ -87,13 +99,18 @@ double solveOneDimensional(DataSet& data, OneDimParameters& parameters, bool mon
                                : dirichlet ? RootSequence(fp::div(V * length, 2.0 * D), 0.0)
                                            : RootSequence(fp::div(V * 0.25 * length, D), fp::div(D, fp::mul(length, V)));
     if (finite && dirichlet && !roots.firstBranchHoldsRoot()) return 0.0;
-    // The threads of a grid share the eigenvalues: all are found before they start.
-    if (finite && static_cast<long long>(nx) * nt > 1) roots(kRootCount);
-    const OneDimKernel kernel(parameters, finite, length, Eigenvalues(roots));
+    // The threads of a grid share the eigenvalues (each found once, by the
+    // first thread that needs it) and the Cauchy series' terms of its x and t.
+    const Eigenvalues eigenvalues(roots);
+    const OneDimKernel kernel(parameters, finite, length, eigenvalues);
+    std::unique_ptr<const CauchyGridTerms> gridTerms;
+    if (finite && !dirichlet && static_cast<long long>(nx) * nt > 1)
+        gridTerms = std::make_unique<const CauchyGridTerms>(parameters, length, eigenvalues, valuesOf(data.xValues, nx),
+                                                            valuesOf(data.tValues, nt));
 
     const InflowTermValues terms(data, monteCarlo, parameters.iteration);
     return runLineGrid(data, data.result1D, monteCarlo, progressOwnerOf(ModelFamily::Saturated, data.multiChemical), ui,
-                       [&data, &kernel, terms, store = CauchyTermStore()](double x, double t) mutable {
+                       [&data, &kernel, terms, store = CauchyTermStore(gridTerms.get())](double x, double t) mutable {
                            return pointConcentration(data, terms, kernel, x, t, store);
                        });
 }

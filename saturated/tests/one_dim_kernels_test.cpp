@@ -11,6 +11,8 @@
 #include <vector>
 
 #include "kernels/kern1d.h"
+#include "saturated/one_dim_cauchy_grid.h"
+#include "saturated/one_dim_inversion.h"
 #include "saturated/one_dim_kernels.h"
 #include "shell/base/runtime_error.h"
 #include "testing/is_close.h"
@@ -326,6 +328,132 @@ TEST(OneDimKernels, FiniteCauchyWithKeptTermsRunsOutAsWithout) {
         EXPECT_THROW(finiteCauchyRatio(p, kL, 3.0, 1e-4, roots, c), RuntimeError);
         EXPECT_THROW(finiteCauchyRatio(p, kL, 3.0, 1e-4, roots, c, &store), RuntimeError);
     }
+}
+
+
+struct GridCase {
+    double V, D, L, halfLife;
+};
+
+// What the Cauchy series gives at one point: its value and flag, or its error.
+struct Outcome {
+    double value = -1.0;
+    bool converged = false;
+    int error = 0;
+};
+
+Outcome outcomeOf(const OneDimParameters& p, double L, double x, double t, const Eigenvalues& roots,
+                  CauchyTermStore* store) {
+    Outcome outcome;
+    try {
+        outcome.converged = finiteCauchyRatio(p, L, x, t, roots, outcome.value, store);
+    } catch (const RuntimeError& e) {
+        outcome.error = e.number();
+    }
+    return outcome;
+}
+
+// The points of a grid whose series' terms all threads share give the bits
+// (and flags) of the series evaluated point by point without kept parts,
+// ahead of the front (where the inversion takes over, mostly before the
+// series is summed) and behind it, with and without decay, at the mid-point
+// and at the ends of the aquifer.
+TEST(OneDimKernels, FiniteCauchyOverSharedGridTermsGivesTheSameBits) {
+    const std::vector<GridCase> cases{{kV, kD, kL, std::log(2.0) / kDecay},
+                                      {kV, kD, kL, kNoDecayHalfLife},
+                                      {kV, kD, kL, 1e30},
+                                      {0.5, 1.0, 100.0, std::log(2.0) / 0.01},
+                                      {0.5, 1.0, 100.0, kNoDecayHalfLife},
+                                      {2.0, 0.01, 10.0, std::log(2.0) / 0.05}};
+    for (const GridCase& g : cases) {
+        OneDimParameters p;
+        p.effectiveVelocity = g.V;
+        p.effectiveDispersion = g.D;
+        p.effectiveHalfLife = g.halfLife;
+        const RootSequence sequence(g.V * 0.25 * g.L / g.D, g.D / (g.L * g.V));
+        const Eigenvalues roots(sequence);
+        std::vector<double> xs, ts;
+        for (int i = 0; i <= 40; ++i) xs.push_back(g.L * i / 40.0);  // holds L / 2
+        for (const double t : {0.0, 0.02, 0.3, 1.0, 2.5, 7.0, 20.0, 55.0, 150.0}) ts.push_back(t * g.L / 10.0);
+        const CauchyGridTerms grid(p, g.L, roots, xs, ts);
+        CauchyTermStore store(&grid);
+        int series = 0, inverted = 0, failed = 0;
+        for (const double t : ts)
+            for (const double x : xs) {
+                if (t > 0.0) {
+                    ASSERT_NE(grid.time(t), nullptr) << t;
+                    ASSERT_NE(grid.place(x == g.L / 2 ? x * 1.001 : x), nullptr) << x;
+                }
+                const Outcome plain = outcomeOf(p, g.L, x, t, roots, nullptr);
+                const Outcome shared = outcomeOf(p, g.L, x, t, roots, &store);
+                const auto where = [&] {
+                    return ::testing::Message() << g.V << " " << g.D << " " << g.halfLife << " x " << x << " t " << t;
+                };
+                EXPECT_EQ(plain.error, shared.error) << where();
+                EXPECT_EQ(plain.converged, shared.converged) << where();
+                EXPECT_EQ(std::bit_cast<std::uint64_t>(plain.value), std::bit_cast<std::uint64_t>(shared.value))
+                    << where() << ": " << plain.value << " " << shared.value;
+                if (plain.error != 0) ++failed;
+                if (plain.error == 0 && t > 0.0 && x < g.L) {
+                    const double lambda = std::log(2.0) / g.halfLife;
+                    const double xi = x == g.L / 2 ? x * 1.001 : x;
+                    const double byInversion = finiteRatioByInversion(true, g.V, g.D, g.L, lambda, xi, t);
+                    ++(byInversion == plain.value ? inverted : series);
+                }
+            }
+        // both ways of evaluating were met
+        EXPECT_GT(series, 20) << g.V << " " << g.D << " " << g.halfLife;
+        EXPECT_GT(inverted, 20) << g.V << " " << g.D << " " << g.halfLife;
+        // the steepest column runs out of terms at its earliest time
+        EXPECT_EQ(failed > 0, g.D == 0.01) << failed;
+    }
+}
+
+// A series that runs out of terms with decay is the same error with shared grid terms.
+TEST(OneDimKernels, FiniteCauchyOverSharedGridTermsRunsOutAsWithout) {
+    const auto p = parametersWith(std::log(2.0) / kDecay);
+    const RootSequence sequence(kV * 0.25 * kL / kD, kD / (kL * kV));
+    const Eigenvalues roots(sequence);
+    const CauchyGridTerms grid(p, kL, roots, {0.0, 3.0, kL}, {1e-4, 1.0});
+    ASSERT_NE(grid.time(1e-4), nullptr);
+    CauchyTermStore store(&grid);
+    for (const double x : {0.0, 3.0, kL}) {
+        double c = 0;
+        try {
+            finiteCauchyRatio(p, kL, x, 1e-4, roots, c, &store);
+            ADD_FAILURE() << "no error at " << x;
+        } catch (const RuntimeError& e) {
+            EXPECT_EQ(e.number(), err::TypeMismatch);
+        }
+    }
+}
+
+
+// A grid longer than the terms hold keeps only its first x and its times
+// as far as their budget allows; the rest are left to the series itself,
+// with the same bits.
+TEST(OneDimKernels, FiniteCauchyBeyondTheHeldGridTermsGivesTheSameBits) {
+    const auto p = parametersWith(kNoDecayHalfLife);  // 500 terms to every time
+    const RootSequence sequence(kV * 0.25 * kL / kD, kD / (kL * kV));
+    const Eigenvalues roots(sequence);
+    std::vector<double> xs, ts;
+    for (std::size_t i = 0; i < CauchyGridTerms::kMostHeld + 100; ++i) xs.push_back(kL * i / 1200.0);
+    const std::size_t timesHeld = CauchyGridTerms::kMostTimeTerms / kRootCount;
+    for (std::size_t k = 1; k <= timesHeld + 50; ++k) ts.push_back(0.01 * k);
+    const CauchyGridTerms grid(p, kL, roots, xs, ts);
+    CauchyTermStore store(&grid);
+    EXPECT_NE(grid.place(xs[CauchyGridTerms::kMostHeld - 1]), nullptr);
+    EXPECT_EQ(grid.place(xs[CauchyGridTerms::kMostHeld]), nullptr);
+    int timesLeft = 0;
+    for (const double t : ts) {
+        if (grid.time(t) == nullptr) ++timesLeft;
+        for (const double x : {xs[3], xs[CauchyGridTerms::kMostHeld + 20]}) {
+            double plain = -1, shared = -2;
+            EXPECT_EQ(finiteCauchyRatio(p, kL, x, t, roots, plain), finiteCauchyRatio(p, kL, x, t, roots, shared, &store));
+            ASSERT_EQ(std::bit_cast<std::uint64_t>(plain), std::bit_cast<std::uint64_t>(shared)) << x << " " << t;
+        }
+    }
+    EXPECT_EQ(timesLeft, static_cast<int>(ts.size() - timesHeld));
 }
 
 }  // namespace
