@@ -67,8 +67,8 @@ std::uint64_t eightDigitsText(std::uint32_t v) {
     return x | 0x3030303030303030ull;
 }
 
-// The last `count` (at most 16) decimal digits of n < 10^count, written to
-// out (which holds 16), as whole words.
+}  // namespace
+
 void writeDigits(std::uint64_t n, int count, char* out) {
     if (count <= 8) {
         const std::uint64_t word = eightDigitsText(static_cast<std::uint32_t>(n)) >> (8 * (8 - count));
@@ -84,15 +84,8 @@ void writeDigits(std::uint64_t n, int count, char* out) {
     std::memcpy(out + 8, &second, 8);
 }
 
-}  // namespace
-
-Decimal rounded(double magnitude, int significant) {
-    Decimal d;
-    if (magnitude == 0.0) {
-        d.digit[0] = '0';
-        d.count = 1;
-        return d;
-    }
+RoundedWhole roundedWhole(double magnitude, int significant) {
+    if (magnitude == 0.0) return {};
     // magnitude = m 2^e exactly. m 2^e 10^k, k = significant - 1 - e10 and
     // e10 the decade of the first digit, is m F 2^(e + B) with 10^k = F 2^B:
     // a 128-bit product, whole part and fraction at once, within 2^-64 of its
@@ -123,17 +116,31 @@ Decimal rounded(double magnitude, int significant) {
     }
     const Wide margin = half >> 8;
     if (rest + margin > half && rest < half + margin) {
+        Decimal d;
         exactDigits(magnitude, significant, d);
-        return d;
+        std::uint64_t exact = 0;
+        for (int i = 0; i < d.count; ++i) exact = exact * 10 + static_cast<std::uint64_t>(d.digit[i] - '0');
+        return {exact * kWholePowers[significant - d.count], d.exponent};
     }
     if (rest > half) ++whole;
     if (whole >= upper) {  // 9.99..95 and up: the next decade's 1
         whole = kWholePowers[significant - 1];
         ++e10;
     }
-    writeDigits(whole, significant, d.digit);
+    return {whole, e10};
+}
+
+Decimal rounded(double magnitude, int significant) {
+    Decimal d;
+    const RoundedWhole r = roundedWhole(magnitude, significant);
+    if (r.whole == 0) {
+        d.digit[0] = '0';
+        d.count = 1;
+        return d;
+    }
+    writeDigits(r.whole, significant, d.digit);
     d.count = significant;
-    d.exponent = e10;
+    d.exponent = r.exponent;
     while (d.count > 1 && d.digit[d.count - 1] == '0') --d.count;
     return d;
 }
