@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <string>
+#include <utility>
 
 #include "file_test_support.h"
 #include "files/code_page.h"
@@ -153,6 +155,32 @@ TEST(CodePage, UnrepresentableCharactersBecomeQuestionMarks) {
     EXPECT_EQ(utf8ToWindows1252("a\xFF" "b\xC3"), "a?b?");          // not UTF-8 at all
     EXPECT_EQ(utf8ToWindows1252("\xED\xA0\x80"), "???");            // a surrogate
     EXPECT_EQ(utf8ToWindows1252("\xC0\xAF"), "??");                 // an overlong form
+}
+
+TEST(CodePage, AsciiIsFoundAtEveryPlaceOfAWord) {
+    const std::string plain(37, 'a');
+    EXPECT_TRUE(isAscii(plain));
+    EXPECT_TRUE(isAscii(""));
+    for (std::size_t at = 0; at < plain.size(); ++at) {
+        std::string text = plain;
+        text[at] = '\x80';
+        EXPECT_FALSE(isAscii(text)) << "a high byte at " << at;
+        text[at] = '\x7F';
+        EXPECT_TRUE(isAscii(text)) << "DEL at " << at;
+    }
+}
+
+TEST(CodePage, AGivenUpTextOfAsciiComesBackUncopied) {
+    std::string table;
+    for (int i = 0; i < 1000; ++i) table += "12.5, 0.001235, 1.e-5\r\n";
+    const std::string expected = table;
+    const char* buffer = table.data();
+    const std::string bytes = utf8ToWindows1252(std::move(table));
+    EXPECT_EQ(bytes, expected);
+    EXPECT_EQ(bytes.data(), buffer);
+    // A text with another character is converted as ever.
+    std::string named = expected + "caf\xC3\xA9";
+    EXPECT_EQ(utf8ToWindows1252(std::move(named)), expected + "caf\xE9");
 }
 
 }  // namespace
