@@ -22,15 +22,6 @@ struct Decimal {
 // `magnitude` finite and not negative.
 Decimal rounded(double magnitude, int significant);
 
-// The same rounding as a whole number of exactly `significant` digits
-// (trailing zeros kept): magnitude is about whole 10^(exponent + 1 -
-// significant). Zero is whole 0, exponent 0.
-struct RoundedWhole {
-    std::uint64_t whole = 0;
-    int exponent = 0;
-};
-RoundedWhole roundedWhole(double magnitude, int significant);
-
 // The last `count` (1 to 16) decimal digits of n < 10^count, leading zeros
 // included, at out. It stores whole words: out must have 16 characters of
 // room (8 when count is at most 8).

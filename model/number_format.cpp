@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "model/number_digits.h"
+#include "model/rounded_whole.h"
 
 namespace bm {
 
@@ -28,26 +29,63 @@ char* nonFinite(char* out, double value) {
     return out + n;
 }
 
+// "00" to "99".
+struct DigitPairs {
+    char text[200];
+    constexpr DigitPairs() : text() {
+        for (int i = 0; i < 100; ++i) {
+            text[2 * i] = static_cast<char>('0' + i / 10);
+            text[2 * i + 1] = static_cast<char>('0' + i % 10);
+        }
+    }
+};
+constexpr DigitPairs kPairs;
+
+void writePair(char* p, std::uint32_t n) { std::memcpy(p, kPairs.text + 2 * n, 2); }
+
 // A whole number below 100000 without leading zeros ("0" for zero).
 char* writeSmallWhole(char* p, std::uint32_t n) {
-    const int count = n < 10 ? 1 : n < 100 ? 2 : n < 1000 ? 3 : n < 10000 ? 4 : 5;
-    digits::writeDigits(n, count, p);
-    return p + count;
+    if (n < 10) {
+        *p = static_cast<char>('0' + n);
+        return p + 1;
+    }
+    if (n < 100) {
+        writePair(p, n);
+        return p + 2;
+    }
+    if (n < 1000) {
+        *p = static_cast<char>('0' + n / 100);
+        writePair(p + 1, n % 100);
+        return p + 3;
+    }
+    if (n < 10000) {
+        writePair(p, n / 100);
+        writePair(p + 2, n % 100);
+        return p + 4;
+    }
+    *p = static_cast<char>('0' + n / 10000);
+    writePair(p + 1, n / 100 % 100);
+    writePair(p + 3, n % 100);
+    return p + 5;
 }
 
-// `count` digits of n, written, with the trailing zeros dropped down to `kept`
-// of them.
-char* writeFraction(char* p, std::uint64_t n, int count, int kept) {
+// The kCount digits (an even number) of n, written, with the trailing zeros
+// dropped down to `kept` of them.
+template <int kCount>
+char* writeFraction(char* p, std::uint32_t n, int kept) {
+    static_assert(kCount % 2 == 0);
     if (n == 0) {
         std::memset(p, '0', static_cast<std::size_t>(kept));
         return p + kept;
     }
-    digits::writeDigits(n, count, p);
-    int length = count;
-    while (n % 10 == 0) {
-        n /= 10;
-        --length;
+    int length = kCount;
+    for (int place = kCount - 2; place >= 0; place -= 2) {
+        const std::uint32_t pair = n % 100;
+        n /= 100;
+        writePair(p + place, pair);
+        if (length == place + 2 && pair == 0) length = place;  // still in the trailing zeros
     }
+    if (p[length - 1] == '0') --length;
     return p + std::max(length, kept);
 }
 
@@ -63,7 +101,10 @@ char* writeFixed(char* p, std::uint64_t w) {
     const std::uint64_t r = (w + dropped / 2) / dropped;
     p = writeSmallWhole(p, static_cast<std::uint32_t>(r / scale));
     *p++ = '.';
-    return writeFraction(p, r % scale, kDecimals, kRequired);
+    // An odd count of places is written as one more, a zero, which is dropped.
+    constexpr int odd = kDecimals % 2;
+    const auto fraction = static_cast<std::uint32_t>(r % scale) * (odd ? 10u : 1u);
+    return writeFraction<kDecimals + odd>(p, fraction, kRequired);
 }
 
 // "#.####e+###": five significant digits rounded half away from zero, the
@@ -78,7 +119,7 @@ char* writeScientific(char* p, std::uint64_t w, int e) {
     }
     *p++ = static_cast<char>('0' + r / 10000);
     *p++ = '.';
-    p = writeFraction(p, r % 10000, 4, 0);
+    p = writeFraction<4>(p, static_cast<std::uint32_t>(r % 10000), 0);
     *p++ = 'e';
     *p++ = e < 0 ? '-' : '+';
     const auto a = static_cast<std::uint32_t>(e < 0 ? -e : e);
