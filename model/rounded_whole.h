@@ -61,21 +61,22 @@ inline RoundedWhole roundedWhole(double magnitude, int significant) {
     // floor(log10(2) * the leading bit's power), exact in this range: the decade or one below.
     int e10 = ((e + 63 - std::countl_zero(m)) * 78913) >> 18;
     const std::uint64_t upper = kTenTo[significant];
-    std::uint64_t whole = 0;
-    Wide rest = 0, half = 0;
+    std::uint64_t whole = 0, fraction = 0;  // the fraction's first 64 bits
     for (;;) {
         const int k = significant - 1 - e10;
         const Wide product = static_cast<Wide>(m) * power.significand(k);
         const int shift = -(e + power.exponent(k));  // from 16 to 97 for every double and count
-        whole = static_cast<std::uint64_t>(product >> shift);
-        rest = product & ((static_cast<Wide>(1) << shift) - 1);
-        half = static_cast<Wide>(1) << (shift - 1);
+        const Wide aligned = shift >= 64 ? product >> (shift - 64) : product << (64 - shift);
+        whole = static_cast<std::uint64_t>(aligned >> 64);
+        fraction = static_cast<std::uint64_t>(aligned);
         if (whole < upper) break;
         ++e10;
     }
-    const Wide margin = half >> 8;
-    if (rest + margin > half && rest < half + margin) return exactlyRoundedWhole(magnitude, significant);
-    if (rest > half) ++whole;
+    // Within 2^-9 of a half, as the fraction's first 64 bits tell it (they
+    // move the bounds by 2^-64, far inside the margin).
+    constexpr std::uint64_t kHalf = 1ull << 63, kMargin = 1ull << 55;
+    if (fraction - (kHalf - kMargin) < 2 * kMargin) return exactlyRoundedWhole(magnitude, significant);
+    if (fraction > kHalf) ++whole;
     if (whole >= upper) {  // 9.99..95 and up: the next decade's 1
         whole = kTenTo[significant - 1];
         ++e10;
