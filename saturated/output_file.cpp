@@ -32,19 +32,31 @@ std::string twoDimSourceLine(const DataSet& d, const char* widthLabel) {
     return line("Injection Rate: " + d.injectionRate);
 }
 
-// The values of the selected chemical (or the model's single list) by grid point.
-class ResultGrid {
+// The values of the selected chemical (or the model's single list) a table
+// row shows: z = 1 .. count at (x, y, t) in 3-D, t = 1 .. count at (x, y) in
+// 2-D and at x in 1-D.
+class ResultRows {
 public:
-    ResultGrid(const DataSet& d, int dimension) : d_(d), dimension_(dimension), chemical_(chemicalOf(d)) {}
-    double operator()(int x, int y, int z, int t) const {
-        switch (dimension_) {
-        case 1: return d_.multiChemical ? d_.chemResult1D(chemical_, x, t) : d_.result1D(x, t);
-        case 2: return d_.multiChemical ? d_.chemResult2D(chemical_, x, y, t) : d_.result2D(x, y, t);
-        default: return d_.multiChemical ? d_.chemResult3D(chemical_, x, y, z, t) : d_.result3D(x, y, z, t);
-        }
+    ResultRows(const DataSet& d, int dimension) : d_(d), dimension_(dimension), chemical_(chemicalOf(d)) {}
+    // ", " and the value, for each of the row's values. Its two ends are read
+    // with every subscript checked, so the values between lie in the array, a
+    // fixed stride apart.
+    void appendFields(TableText& text, int x, int y, int t, int count) const {
+        if (count <= 0) return;
+        const double* first = &at(x, y, 1, t);
+        const std::ptrdiff_t stride = count > 1 ? (&at(x, y, count, t) - first) / (count - 1) : 0;
+        for (int i = 0; i < count; ++i) text.field(first[i * stride]);
     }
 
 private:
+    const double& at(int x, int y, int i, int t) const {
+        switch (dimension_) {
+        case 1: return d_.multiChemical ? d_.chemResult1D(chemical_, x, i) : d_.result1D(x, i);
+        case 2: return d_.multiChemical ? d_.chemResult2D(chemical_, x, y, i) : d_.result2D(x, y, i);
+        default: return d_.multiChemical ? d_.chemResult3D(chemical_, x, y, i, t) : d_.result3D(x, y, i, t);
+        }
+    }
+
     const DataSet& d_;
     int dimension_;
     int chemical_;
@@ -75,7 +87,7 @@ void appendPlaneRows(std::string& out, const DataSet& d, int dimension) {
     const long long plane = static_cast<long long>(std::max(nx, 0)) * std::max(ny, 0);
     const long long rows = dimension == 2 ? plane : plane * std::max(nt, 0);
     if (rows == 0) return;
-    const ResultGrid result(d, dimension);
+    const ResultRows results(d, dimension);
     const std::string timeUnit = unitText(d.timeUnit);
     // A 3-D row carries a share of its time's heading.
     const std::size_t bytes = tableRowBytes(dimension == 2 ? nt : nz) + (dimension == 3 ? tableRowBytes(nz) / ny + 1 : 0);
@@ -88,10 +100,7 @@ void appendPlaneRows(std::string& out, const DataSet& d, int dimension) {
             if (dimension == 3 && inPlane == 0) appendTimeHeading(text, d, t, timeUnit);
             text.number(d.xValues(x));
             text.field(d.yValues(y));
-            if (dimension == 2)
-                for (int k = 1; k <= nt; ++k) text.field(result(x, y, 0, k));
-            else
-                for (int z = 1; z <= nz; ++z) text.field(result(x, y, z, t));
+            results.appendFields(text, x, y, t, dimension == 2 ? nt : nz);
             text.text(kCrlf);
             if (dimension == 3 && inPlane == plane - 1) appendTimeEnd(text);
         }
@@ -110,13 +119,13 @@ void appendTable(std::string& out, const DataSet& d, int dimension) {
     if (dimension == 1) {
         appendTimeAxis(out, d);
         if (nx <= 0) return;
-        const ResultGrid result(d, 1);
+        const ResultRows results(d, 1);
         appendTextInPieces(out, nx, tableRowBytes(nt), [&](long long first, long long last, std::string& piece) {
             TableText text(piece);
             for (int x = static_cast<int>(first) + 1; x <= last; ++x) {
                 text.text(kCrlf);
                 text.number(d.xValues(x));
-                for (int t = 1; t <= nt; ++t) text.field(result(x, 0, 0, t));
+                results.appendFields(text, x, 0, 0, nt);
             }
         });
         return;
