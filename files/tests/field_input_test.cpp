@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <random>
 #include <string>
 #include <utility>
 
@@ -123,6 +124,31 @@ TEST(NumberForms, AsTheFormatWritesThem) {
     EXPECT_EQ(streamReal(0.1f), " 0.1 ");
     EXPECT_EQ(printFormInteger(3), " 3 ");
     EXPECT_EQ(printFormInteger(-1), "-1 ");
+}
+
+TEST(NumberForms, PrintedInPlaceAsTheFormatWritesThem) {
+    PrintOutput out;
+    out.printSignedReal(0.5);
+    out.printSignedReal(-0.25, ", ");
+    out.printStreamReal(0.5, "Time ,");
+    out.printStreamReal(-0.5);
+    out.printStreamReal(0.1f, ", ");
+    out.printSignedReal(1e-20);
+    EXPECT_EQ(out.text(), " .5, -.25Time , 0.5 -0.5 ,  0.1  1E-20");
+}
+
+TEST(NumberForms, PrintedInPlaceTheSameAsTheirTexts) {
+    std::mt19937_64 random(3);
+    std::uniform_real_distribution<double> exponent(-30.0, 30.0);
+    for (int i = 0; i < 20000; ++i) {
+        const double v = (i % 2 ? -1 : 1) * std::pow(10.0, exponent(random));
+        const auto f = static_cast<float>(v);
+        PrintOutput out;
+        out.printSignedReal(v, ", ");
+        out.printStreamReal(v);
+        out.printStreamReal(f, ", ");
+        ASSERT_EQ(out.text(), ", " + signedFieldReal(v) + streamReal(v) + ", " + streamReal(f)) << v;
+    }
 }
 
 TEST(NumberForms, AValueKeptAsItsStreamFormReadsBackTheSame) {
