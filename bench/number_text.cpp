@@ -10,7 +10,9 @@
 #include <string>
 #include <vector>
 
+#include "model/number_format.h"
 #include "model/number_text.h"
+#include "model/table_text.h"
 #include "model/tests/number_text_reference.h"
 
 namespace {
@@ -71,6 +73,45 @@ void BM_FormatNumberCoordinate(benchmark::State& s) { perValue(s, theCoordinates
 void BM_FormatNumberCoordinateReference(benchmark::State& s) {
     perValue(s, theCoordinates, [](double v) { return bm::reference::formatNumber(v); });
 }
+// The same format written in place, as the output files' tables write it:
+// into a buffer, and as fields of a table's text.
+void BM_WriteNumberResult(benchmark::State& s) {
+    char text[bm::kNumberTextRoom];
+    perValue(s, theResults, [&](double v) { return bm::writeNumber(text, v) - text; });
+}
+void BM_WriteNumberCoordinate(benchmark::State& s) {
+    char text[bm::kNumberTextRoom];
+    perValue(s, theCoordinates, [&](double v) { return bm::writeNumber(text, v) - text; });
+}
+void BM_WriteNumberFloatResult(benchmark::State& s) {
+    char text[bm::kNumberTextRoom];
+    perValue(s, theResults, [&](double v) { return bm::writeNumber(text, static_cast<float>(v)) - text; });
+}
+// A table of 4096 fields a round, the string kept from round to round.
+void BM_TableTextField(benchmark::State& s) {
+    std::string out;
+    for (auto _ : s) {
+        out.clear();
+        bm::TableText table(out);
+        for (double v : theResults) table.field(v);
+        table.flush();
+        benchmark::DoNotOptimize(out.data());
+    }
+    s.SetItemsProcessed(s.iterations() * static_cast<long long>(theResults.size()));
+}
+// The same table with formatNumber's strings, as the writers appended them before.
+void BM_FormatNumberField(benchmark::State& s) {
+    std::string out;
+    for (auto _ : s) {
+        out.clear();
+        for (double v : theResults) {
+            out += ", ";
+            out += bm::formatNumber(v);
+        }
+        benchmark::DoNotOptimize(out.data());
+    }
+    s.SetItemsProcessed(s.iterations() * static_cast<long long>(theResults.size()));
+}
 // Data files: the signed-field and stream forms of the 15-digit general text.
 void BM_SignedText(benchmark::State& s) { perValue(s, theResults, [](double v) { return bm::signedText(v); }); }
 void BM_SignedTextReference(benchmark::State& s) {
@@ -115,6 +156,11 @@ BENCHMARK(BM_FormatNumberResult);
 BENCHMARK(BM_FormatNumberResultReference);
 BENCHMARK(BM_FormatNumberCoordinate);
 BENCHMARK(BM_FormatNumberCoordinateReference);
+BENCHMARK(BM_WriteNumberResult);
+BENCHMARK(BM_WriteNumberCoordinate);
+BENCHMARK(BM_WriteNumberFloatResult);
+BENCHMARK(BM_TableTextField);
+BENCHMARK(BM_FormatNumberField);
 BENCHMARK(BM_SignedText);
 BENCHMARK(BM_SignedTextReference);
 BENCHMARK(BM_StreamText);

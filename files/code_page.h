@@ -21,6 +21,13 @@
 namespace bm {
 
 std::string utf8ToWindows1252(std::string_view utf8);
+// The same conversion of a text its owner gives up: a text of ASCII alone
+// (the common case: every result table) is the same in both and comes back
+// as it is, not copied.
+std::string utf8ToWindows1252(std::string&& utf8);
+inline std::string utf8ToWindows1252(const char* utf8) { return utf8ToWindows1252(std::string_view(utf8)); }
+// A text of ASCII alone, the same bytes in UTF-8 and in the code page.
+bool isAscii(std::string_view text);
 std::string windows1252ToUtf8(std::string_view bytes);
 
 }  // namespace bm

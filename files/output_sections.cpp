@@ -35,6 +35,14 @@ T elementOr0(const List<T>& list, int i) {
 
 long long nonNegative(long long v) { return v < 0 ? 0 : v; }
 
+// About the most bytes `rows` rows of `fields` reals take (the 15-digit
+// general text, its blanks and ", "), for reserving the text: 0 (no reserve)
+// for a count past any text that can be written.
+std::size_t gridBytes(long long rows, int fields) {
+    const long double bytes = static_cast<long double>(nonNegative(rows)) * (nonNegative(fields) * 24.0L + 2);
+    return bytes > static_cast<long double>(1ll << 40) ? 0 : static_cast<std::size_t>(bytes);
+}
+
 // Values to read, for the room test; saturates instead of overflowing.
 long long valuesToRead(long double count) {
     return count > static_cast<long double>(LLONG_MAX / 2) ? LLONG_MAX / 2 : static_cast<long long>(count);
@@ -99,16 +107,17 @@ void writeGrid1D(const DataSet& d, PrintOutput& out, BlockLayout layout, bool mu
     const int nt = countOfBound(d.tValues.ub());
     const bool unsat = layout == BlockLayout::Unsaturated;
     writeCounts(out, {nx, 0, 0, nt}, false, false);
-    for (int t = 1; t <= nt; ++t) out.print(", " + signedFieldReal(d.tValues(t)));
+    for (int t = 1; t <= nt; ++t) out.printSignedReal(d.tValues(t), ", ");
     const int chemicals = multi ? d.numChemicals : 1;
+    out.reserveMore(gridBytes(static_cast<long long>(chemicals) * nx, nt));
     for (int c = 1; c <= chemicals; ++c) {
         for (int x = 1; x <= nx; ++x) {
             out.printLine();
-            out.print(signedFieldReal(d.xValues(x)));
+            out.printSignedReal(d.xValues(x));
             for (int t = 1; t <= nt; ++t) {
                 const double v = multi ? cellOr0(unsat ? d.chemResultUnsat : d.chemResult1D, c, x, t)
                                        : cellOr0(unsat ? d.resultUnsat : d.result1D, x, t);
-                out.print(", " + streamReal(v));
+                out.printStreamReal(v, ", ");
             }
         }
     }
@@ -154,15 +163,18 @@ void writeGrid2D(const DataSet& d, PrintOutput& out, bool multi) {
     const int nt = countOfBound(d.tValues.ub());
     writeCounts(out, {nx, ny, 0, nt}, true, false);
     out.printLine();
-    for (int t = 1; t <= nt; ++t) out.print(", " + signedFieldReal(d.tValues(t)));
+    for (int t = 1; t <= nt; ++t) out.printSignedReal(d.tValues(t), ", ");
     out.printLine();
     const int chemicals = multi ? d.numChemicals : 1;
+    out.reserveMore(gridBytes(static_cast<long long>(chemicals) * nx * ny, nt + 2));
     for (int c = 1; c <= chemicals; ++c) {
         for (int x = 1; x <= nx; ++x) {
             for (int y = 1; y <= ny; ++y) {
-                out.print(signedFieldReal(d.xValues(x)) + ", " + signedFieldReal(d.yValues(y)) + ", ");
+                out.printSignedReal(d.xValues(x));
+                out.printSignedReal(d.yValues(y), ", ");
+                out.print(", ");
                 for (int t = 1; t <= nt; ++t)
-                    out.print(signedFieldReal(multi ? cellOr0(d.chemResult2D, c, x, y, t) : cellOr0(d.result2D, x, y, t)));
+                    out.printSignedReal(multi ? cellOr0(d.chemResult2D, c, x, y, t) : cellOr0(d.result2D, x, y, t));
                 out.printLine();
             }
         }
@@ -212,18 +224,21 @@ void writeGrid3D(const DataSet& d, PrintOutput& out, bool multi) {
     writeCounts(out, {nx, ny, nz, nt}, true, true);
     out.printLine();
     const int chemicals = multi ? d.numChemicals : 1;
+    out.reserveMore(gridBytes(static_cast<long long>(chemicals) * nt * (static_cast<long long>(nx) * ny + 1), nz + 2));
     for (int c = 1; c <= chemicals; ++c) {
         for (int t = 1; t <= nt; ++t) {
-            out.printLine("Time ," + streamReal(d.tValues(t)));
+            out.printStreamReal(d.tValues(t), "Time ,");
+            out.printLine();
             out.print("ZCoordinate ");
-            for (int z = 1; z <= nz; ++z) out.print(", " + streamReal(d.zValues(z)));
+            for (int z = 1; z <= nz; ++z) out.printStreamReal(d.zValues(z), ", ");
             out.printLine();
             for (int x = 1; x <= nx; ++x) {
                 for (int y = 1; y <= ny; ++y) {
-                    out.print(signedFieldReal(d.xValues(x)) + ", " + signedFieldReal(d.yValues(y)));
+                    out.printSignedReal(d.xValues(x));
+                    out.printSignedReal(d.yValues(y), ", ");
                     for (int z = 1; z <= nz; ++z)
-                        out.print(", " + signedFieldReal(multi ? cellOr0(d.chemResult3D, c, x, y, z, t)
-                                                               : cellOr0(d.result3D, x, y, z, t)));
+                        out.printSignedReal(multi ? cellOr0(d.chemResult3D, c, x, y, z, t) : cellOr0(d.result3D, x, y, z, t),
+                                            ", ");
                     out.printLine();
                 }
             }
@@ -281,14 +296,15 @@ void writeGridTimeVarying(const DataSet& d, PrintOutput& out) {
     const int nt = countOfBound(d.varTValues.ub());
     writeCounts(out, {nx, ny, 0, nt}, true, false);
     out.printLine();
-    for (int i = 1; i <= nt; ++i) out.print(streamReal(d.varTValues(i)));
+    for (int i = 1; i <= nt; ++i) out.printStreamReal(d.varTValues(i));
     out.printLine();
-    for (int i = 1; i <= nx; ++i) out.print(streamReal(d.varXValues(i)));
+    for (int i = 1; i <= nx; ++i) out.printStreamReal(d.varXValues(i));
     out.printLine();
-    for (int i = 1; i <= ny; ++i) out.print(streamReal(d.varYValues(i)));
+    for (int i = 1; i <= ny; ++i) out.printStreamReal(d.varYValues(i));
     out.printLine();
     const long long n = static_cast<long long>(nx) * ny * nt;
-    for (long long k = 1; k <= n; ++k) out.print(streamReal(elementOr0(d.resultVar, static_cast<int>(k))));
+    out.reserveMore(gridBytes(n, 1));
+    for (long long k = 1; k <= n; ++k) out.printStreamReal(elementOr0(d.resultVar, static_cast<int>(k)));
     endOutput(out);
 }
 
@@ -343,18 +359,20 @@ void writeMonteCarloOutput(const DataSet& d, PrintOutput& out, BlockLayout layou
     out.printLine("Number of Monte Carlo Iterations: " + signedFieldInteger(n));
     const auto value = [&](const IterationResults& results, long long i) {
         const double v = results.valueOr0(static_cast<int>(i));
-        return results.singlePrecision() ? streamReal(static_cast<float>(v)) : streamReal(v);
+        if (results.singlePrecision()) out.printStreamReal(static_cast<float>(v));
+        else out.printStreamReal(v);
     };
+    out.reserveMore(gridBytes((multi ? d.numChemicals : 1) * std::max(n, 0LL), 1));
     if (!multi) {
         const IterationResults results = kind.monteCarloResults(const_cast<DataSet&>(d), 1);  // read only
-        for (long long i = 1; i <= n - 1; ++i) out.print(value(results, i));
+        for (long long i = 1; i <= n - 1; ++i) value(results, i);
         endOutput(out);  // on the line of the values
         return;
     }
     for (int c = 1; c <= d.numChemicals; ++c) {
         out.printLine("Chemical " + signedFieldInteger(c));
         const IterationResults results = kind.monteCarloResults(const_cast<DataSet&>(d), c);  // read only
-        for (long long i = 1; i <= n - 1; ++i) out.print(value(results, i));
+        for (long long i = 1; i <= n - 1; ++i) value(results, i);
         out.printLine();
     }
     endOutput(out);

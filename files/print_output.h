@@ -18,6 +18,14 @@ public:
         text_ += text;
         text_ += "\r\n";
     }
+    // A real after `before` (", " or nothing), written straight into the text:
+    // the forms of signedFieldReal and streamReal below.
+    void printSignedReal(double value, std::string_view before = {});
+    void printStreamReal(double value, std::string_view before = {});
+    void printStreamReal(float value, std::string_view before = {});
+    // Room for this many more characters, so that a long grid's text does not
+    // grow by copies.
+    void reserveMore(std::size_t characters) { text_.reserve(text_.size() + characters); }
     const std::string& text() const { return text_; }
 
 private:

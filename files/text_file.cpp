@@ -6,7 +6,8 @@
 namespace bm {
 
 void writeTextFile(const std::string& path, const std::string& utf8Text) {
-    replaceFileContents(path, utf8ToWindows1252(utf8Text));
+    if (isAscii(utf8Text)) replaceFileContents(path, utf8Text);
+    else replaceFileContents(path, utf8ToWindows1252(utf8Text));
 }
 
 }  // namespace bm

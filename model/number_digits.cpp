@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "model/powers_of_ten.h"
+#include "model/rounded_whole.h"
 
 namespace bm::digits {
 
@@ -26,25 +26,6 @@ void takeScientific(const char* first, const char* last, Decimal& d) {
     d.exponent = negative ? -e : e;
     while (d.count > 1 && d.digit[d.count - 1] == '0') --d.count;
 }
-
-constexpr std::uint64_t kWholePowers[] = {1ull,
-                                          10ull,
-                                          100ull,
-                                          1000ull,
-                                          10000ull,
-                                          100000ull,
-                                          1000000ull,
-                                          10000000ull,
-                                          100000000ull,
-                                          1000000000ull,
-                                          10000000000ull,
-                                          100000000000ull,
-                                          1000000000000ull,
-                                          10000000000000ull,
-                                          100000000000000ull,
-                                          1000000000000000ull,
-                                          10000000000000000ull,
-                                          100000000000000000ull};
 
 // The correctly rounded digits from to_chars (Ryu), ties to even.
 void exactDigits(double magnitude, int significant, Decimal& d) {
@@ -67,8 +48,8 @@ std::uint64_t eightDigitsText(std::uint32_t v) {
     return x | 0x3030303030303030ull;
 }
 
-// The last `count` (at most 16) decimal digits of n < 10^count, written to
-// out (which holds 16), as whole words.
+}  // namespace
+
 void writeDigits(std::uint64_t n, int count, char* out) {
     if (count <= 8) {
         const std::uint64_t word = eightDigitsText(static_cast<std::uint32_t>(n)) >> (8 * (8 - count));
@@ -84,56 +65,25 @@ void writeDigits(std::uint64_t n, int count, char* out) {
     std::memcpy(out + 8, &second, 8);
 }
 
-}  // namespace
+RoundedWhole exactlyRoundedWhole(double magnitude, int significant) {
+    Decimal d;
+    exactDigits(magnitude, significant, d);
+    std::uint64_t exact = 0;
+    for (int i = 0; i < d.count; ++i) exact = exact * 10 + static_cast<std::uint64_t>(d.digit[i] - '0');
+    return {exact * kTenTo[significant - d.count], d.exponent};
+}
 
 Decimal rounded(double magnitude, int significant) {
     Decimal d;
-    if (magnitude == 0.0) {
+    const RoundedWhole r = roundedWhole(magnitude, significant);
+    if (r.whole == 0) {
         d.digit[0] = '0';
         d.count = 1;
         return d;
     }
-    // magnitude = m 2^e exactly. m 2^e 10^k, k = significant - 1 - e10 and
-    // e10 the decade of the first digit, is m F 2^(e + B) with 10^k = F 2^B:
-    // a 128-bit product, whole part and fraction at once, within 2^-64 of its
-    // value relative, that is within 6e-5 of a unit. Its nearest whole number
-    // is the rounded digits unless the fraction lies within 2^-9 of a half (an
-    // exact tie among them): those, about one in 250, take the correctly
-    // rounded digits of to_chars instead. A product that lands on the wrong
-    // side of a power of ten by that error rounds to the power of ten either way.
-    const PowersOfTen& power = powersOfTen();
-    const auto bits = std::bit_cast<std::uint64_t>(magnitude);
-    const int biased = static_cast<int>(bits >> 52);
-    const std::uint64_t m = biased == 0 ? (bits & 0xfffffffffffffull) : (bits & 0xfffffffffffffull) | (1ull << 52);
-    const int e = (biased == 0 ? 1 : biased) - 1075;
-    // floor(log10(2) * the leading bit's power), exact in this range: the decade or one below.
-    int e10 = ((e + 63 - std::countl_zero(m)) * 78913) >> 18;
-    const std::uint64_t upper = kWholePowers[significant];
-    std::uint64_t whole = 0;
-    Wide rest = 0, half = 0;
-    for (;;) {
-        const int k = significant - 1 - e10;
-        const Wide product = static_cast<Wide>(m) * power.significand(k);
-        const int shift = -(e + power.exponent(k));  // from 16 to 97 for every double and count
-        whole = static_cast<std::uint64_t>(product >> shift);
-        rest = product & ((static_cast<Wide>(1) << shift) - 1);
-        half = static_cast<Wide>(1) << (shift - 1);
-        if (whole < upper) break;
-        ++e10;
-    }
-    const Wide margin = half >> 8;
-    if (rest + margin > half && rest < half + margin) {
-        exactDigits(magnitude, significant, d);
-        return d;
-    }
-    if (rest > half) ++whole;
-    if (whole >= upper) {  // 9.99..95 and up: the next decade's 1
-        whole = kWholePowers[significant - 1];
-        ++e10;
-    }
-    writeDigits(whole, significant, d.digit);
+    writeDigits(r.whole, significant, d.digit);
     d.count = significant;
-    d.exponent = e10;
+    d.exponent = r.exponent;
     while (d.count > 1 && d.digit[d.count - 1] == '0') --d.count;
     return d;
 }

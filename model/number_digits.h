@@ -22,6 +22,11 @@ struct Decimal {
 // `magnitude` finite and not negative.
 Decimal rounded(double magnitude, int significant);
 
+// The last `count` (1 to 16) decimal digits of n < 10^count, leading zeros
+// included, at out. It stores whole words: out must have 16 characters of
+// room (8 when count is at most 8).
+void writeDigits(std::uint64_t n, int count, char* out);
+
 // Longest text the general form can take ("-1.23456789012346E-308", or the
 // plain "-0.000000000000001" and "-123456789012345.6" kinds).
 inline constexpr int kGeneralTextRoom = 40;

@@ -195,28 +195,28 @@ namespace {
 
 // The print form of a general text written at text + 1 (n characters): a
 // blank in the sign's place, no zero before the point.
-std::string signedFrom(char* text, int n) {
+std::string_view signedFrom(char* text, int n) {
     char* g = text + 1;
     if (n >= 2 && g[0] == '0' && g[1] == '.') {
         g[0] = ' ';
-        return std::string(g, static_cast<std::size_t>(n));
+        return std::string_view(g, static_cast<std::size_t>(n));
     }
     if (n >= 3 && g[0] == '-' && g[1] == '0' && g[2] == '.') {
         g[1] = '-';
-        return std::string(g + 1, static_cast<std::size_t>(n - 1));
+        return std::string_view(g + 1, static_cast<std::size_t>(n - 1));
     }
-    if (g[0] == '-') return std::string(g, static_cast<std::size_t>(n));
+    if (g[0] == '-') return std::string_view(g, static_cast<std::size_t>(n));
     text[0] = ' ';
-    return std::string(text, static_cast<std::size_t>(n + 1));
+    return std::string_view(text, static_cast<std::size_t>(n + 1));
 }
 
 // The stream form of a general text written at text + 1: the leading zero kept.
-std::string streamFrom(char* text, int n) {
+std::string_view streamFrom(char* text, int n) {
     char* g = text + 1;
     g[n] = ' ';
-    if (g[0] == '-') return std::string(g, static_cast<std::size_t>(n + 1));
+    if (g[0] == '-') return std::string_view(g, static_cast<std::size_t>(n + 1));
     text[0] = ' ';
-    return std::string(text, static_cast<std::size_t>(n + 2));
+    return std::string_view(text, static_cast<std::size_t>(n + 2));
 }
 
 std::string signedInteger(long long value, bool trailingBlank) {
@@ -230,21 +230,31 @@ std::string signedInteger(long long value, bool trailingBlank) {
 
 }  // namespace
 
+static_assert(kPrintFormRoom >= digits::kGeneralTextRoom + 3, "a blank before the general text and one after");
+
+std::string_view signedTextIn(char* room, double value) { return signedFrom(room, writeGeneralText(room + 1, value, 15)); }
+
+std::string_view streamTextIn(char* room, double value) { return streamFrom(room, writeGeneralText(room + 1, value, 15)); }
+
+std::string_view streamTextIn(char* room, float value) {
+    return streamFrom(room, writeGeneralText(room + 1, static_cast<double>(value), 7));
+}
+
 std::string signedText(double value) {
-    char text[digits::kGeneralTextRoom + 2];
-    return signedFrom(text, writeGeneralText(text + 1, value, 15));
+    char room[kPrintFormRoom];
+    return std::string(signedTextIn(room, value));
 }
 
 std::string signedText(float value) {
-    char text[digits::kGeneralTextRoom + 2];
-    return signedFrom(text, writeGeneralText(text + 1, static_cast<double>(value), 7));
+    char text[kPrintFormRoom];
+    return std::string(signedFrom(text, writeGeneralText(text + 1, static_cast<double>(value), 7)));
 }
 
 std::string signedText(long long value) { return signedInteger(value, false); }
 
 std::string printForm(double value) {
-    char text[digits::kGeneralTextRoom + 2];
-    std::string form = signedFrom(text, writeGeneralText(text + 1, value, 15));
+    char room[kPrintFormRoom];
+    std::string form(signedTextIn(room, value));
     form += ' ';
     return form;
 }
@@ -252,13 +262,13 @@ std::string printForm(double value) {
 std::string printForm(long long value) { return signedInteger(value, true); }
 
 std::string streamText(double value) {
-    char text[digits::kGeneralTextRoom + 3];
-    return streamFrom(text, writeGeneralText(text + 1, value, 15));
+    char room[kPrintFormRoom];
+    return std::string(streamTextIn(room, value));
 }
 
 std::string streamText(float value) {
-    char text[digits::kGeneralTextRoom + 3];
-    return streamFrom(text, writeGeneralText(text + 1, static_cast<double>(value), 7));
+    char room[kPrintFormRoom];
+    return std::string(streamTextIn(room, value));
 }
 
 }  // namespace bm

@@ -61,4 +61,11 @@ std::string printForm(long long value);
 std::string streamText(double value);
 std::string streamText(float value);
 
+// The same forms written into `room` (kPrintFormRoom characters), for writers
+// of many numbers: a view of the text there, with no string made.
+inline constexpr int kPrintFormRoom = 48;
+std::string_view signedTextIn(char* room, double value);
+std::string_view streamTextIn(char* room, double value);
+std::string_view streamTextIn(char* room, float value);
+
 }  // namespace bm

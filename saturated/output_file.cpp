@@ -6,6 +6,7 @@
 #include "model/model_kinds.h"
 #include "model/number_text.h"
 #include "model/output_text.h"
+#include "model/table_text.h"
 #include "montecarlo/pass/text_in_pieces.h"
 #include "saturated/source_captions.h"
 #include "shell/base/common_services.h"
@@ -31,32 +32,51 @@ std::string twoDimSourceLine(const DataSet& d, const char* widthLabel) {
     return line("Injection Rate: " + d.injectionRate);
 }
 
-double result(const DataSet& d, int dimension, int x, int y, int z, int t) {
-    const int c = chemicalOf(d);
-    switch (dimension) {
-    case 1: return d.multiChemical ? d.chemResult1D(c, x, t) : d.result1D(x, t);
-    case 2: return d.multiChemical ? d.chemResult2D(c, x, y, t) : d.result2D(x, y, t);
-    default: return d.multiChemical ? d.chemResult3D(c, x, y, z, t) : d.result3D(x, y, z, t);
+// The values of the selected chemical (or the model's single list) a table
+// row shows: z = 1 .. count at (x, y, t) in 3-D, t = 1 .. count at (x, y) in
+// 2-D and at x in 1-D.
+class ResultRows {
+public:
+    ResultRows(const DataSet& d, int dimension) : d_(d), dimension_(dimension), chemical_(chemicalOf(d)) {}
+    // ", " and the value, for each of the row's values. Its two ends are read
+    // with every subscript checked, so the values between lie in the array, a
+    // fixed stride apart.
+    void appendFields(TableText& text, int x, int y, int t, int count) const {
+        if (count <= 0) return;
+        const double* first = &at(x, y, 1, t);
+        const std::ptrdiff_t stride = count > 1 ? (&at(x, y, count, t) - first) / (count - 1) : 0;
+        for (int i = 0; i < count; ++i) text.field(first[i * stride]);
     }
-}
 
-// ", " and the number's text.
-void appendField(std::string& out, double value) {
-    out += ", ";
-    out += formatNumber(value);
-}
+private:
+    const double& at(int x, int y, int i, int t) const {
+        switch (dimension_) {
+        case 1: return d_.multiChemical ? d_.chemResult1D(chemical_, x, i) : d_.result1D(x, i);
+        case 2: return d_.multiChemical ? d_.chemResult2D(chemical_, x, y, i) : d_.result2D(x, y, i);
+        default: return d_.multiChemical ? d_.chemResult3D(chemical_, x, y, i, t) : d_.result3D(x, y, i, t);
+        }
+    }
+
+    const DataSet& d_;
+    int dimension_;
+    int chemical_;
+};
 
 // The heading of a time's block of a three-dimensional table, and its end.
-void appendTimeHeading(std::string& out, const DataSet& d, int t) {
-    out += line("Time is " + formatNumber(d.tValues(t)) + " " + unitText(d.timeUnit));
-    out += "Z Coordinate =>";
-    for (int z = 1; z <= d.numZTerms; ++z) appendField(out, d.zValues(z));
-    out += kCrlf;
+void appendTimeHeading(TableText& out, const DataSet& d, int t, const std::string& timeUnit) {
+    out.text("Time is ");
+    out.number(d.tValues(t));
+    out.text(" ");
+    out.text(timeUnit);
+    out.text(kCrlf);
+    out.text("Z Coordinate =>");
+    for (int z = 1; z <= d.numZTerms; ++z) out.field(d.zValues(z));
+    out.text(kCrlf);
 }
 
-void appendTimeEnd(std::string& out) {
-    out += kCrlf;
-    out += kCrlf;
+void appendTimeEnd(TableText& out) {
+    out.text(kCrlf);
+    out.text(kCrlf);
 }
 
 // The rows of the grid's points (x, y), over the calculation threads: "x, y"
@@ -67,56 +87,65 @@ void appendPlaneRows(std::string& out, const DataSet& d, int dimension) {
     const long long plane = static_cast<long long>(std::max(nx, 0)) * std::max(ny, 0);
     const long long rows = dimension == 2 ? plane : plane * std::max(nt, 0);
     if (rows == 0) return;
-    appendTextInPieces(out, rows, [&](long long first, long long last, std::string& piece) {
+    const ResultRows results(d, dimension);
+    const std::string timeUnit = unitText(d.timeUnit);
+    // A 3-D row carries a share of its time's heading.
+    const std::size_t bytes = tableRowBytes(dimension == 2 ? nt : nz) + (dimension == 3 ? tableRowBytes(nz) / ny + 1 : 0);
+    appendTextInPieces(out, rows, bytes, [&](long long first, long long last, std::string& piece) {
+        TableText text(piece);
         for (long long row = first; row < last; ++row) {
             const long long inPlane = row % plane;
             const int x = static_cast<int>(inPlane / ny) + 1, y = static_cast<int>(inPlane % ny) + 1;
             const int t = static_cast<int>(row / plane) + 1;
-            if (dimension == 3 && inPlane == 0) appendTimeHeading(piece, d, t);
-            piece += formatNumber(d.xValues(x));
-            appendField(piece, d.yValues(y));
-            if (dimension == 2)
-                for (int k = 1; k <= nt; ++k) appendField(piece, result(d, 2, x, y, 0, k));
-            else
-                for (int z = 1; z <= nz; ++z) appendField(piece, result(d, 3, x, y, z, t));
-            piece += kCrlf;
-            if (dimension == 3 && inPlane == plane - 1) appendTimeEnd(piece);
+            if (dimension == 3 && inPlane == 0) appendTimeHeading(text, d, t, timeUnit);
+            text.number(d.xValues(x));
+            text.field(d.yValues(y));
+            results.appendFields(text, x, y, t, dimension == 2 ? nt : nz);
+            text.text(kCrlf);
+            if (dimension == 3 && inPlane == plane - 1) appendTimeEnd(text);
         }
     });
 }
 
-std::string table(const DataSet& d, int dimension) {
-    std::string out;
+// The axis line of the times: "Time:" and a field for each.
+void appendTimeAxis(std::string& out, const DataSet& d) {
+    TableText text(out);
+    text.text("Time:");
+    for (int t = 1; t <= d.numTTerms; ++t) text.field(d.tValues(t));
+}
+
+void appendTable(std::string& out, const DataSet& d, int dimension) {
     const int nx = d.numXTerms, nt = d.numTTerms;
     if (dimension == 1) {
-        out += "Time:";
-        for (int t = 1; t <= nt; ++t) appendField(out, d.tValues(t));
-        if (nx <= 0) return out;
-        appendTextInPieces(out, nx, [&](long long first, long long last, std::string& piece) {
+        appendTimeAxis(out, d);
+        if (nx <= 0) return;
+        const ResultRows results(d, 1);
+        appendTextInPieces(out, nx, tableRowBytes(nt), [&](long long first, long long last, std::string& piece) {
+            TableText text(piece);
             for (int x = static_cast<int>(first) + 1; x <= last; ++x) {
-                piece += kCrlf;
-                piece += formatNumber(d.xValues(x));
-                for (int t = 1; t <= nt; ++t) appendField(piece, result(d, 1, x, 0, 0, t));
+                text.text(kCrlf);
+                text.number(d.xValues(x));
+                results.appendFields(text, x, 0, 0, nt);
             }
         });
-        return out;
+        return;
     }
     if (dimension == 2) {
-        out += "Time:";
-        for (int t = 1; t <= nt; ++t) appendField(out, d.tValues(t));
+        appendTimeAxis(out, d);
         out += kCrlf;
         if (nx > 0 && d.numYTerms > 0) appendPlaneRows(out, d, 2);
-        return out;
+        return;
     }
     if (d.numXTerms > 0 && d.numYTerms > 0) {
         appendPlaneRows(out, d, 3);
     } else {  // blocks without rows
+        TableText text(out);
+        const std::string timeUnit = unitText(d.timeUnit);
         for (int t = 1; t <= nt; ++t) {
-            appendTimeHeading(out, d, t);
-            appendTimeEnd(out);
+            appendTimeHeading(text, d, t, timeUnit);
+            appendTimeEnd(text);
         }
     }
-    return out;
 }
 
 // The iterations of the dimension's Monte Carlo list (the selected chemical's in
@@ -170,7 +199,7 @@ std::string regularOutputText(const DataSet& d, int dimension) {
     out += dataFileNameLine(d);
     out += kCrlf;
     out += kCrlf;
-    out += table(d, dimension);
+    appendTable(out, d, dimension);
     return out;
 }
 
@@ -233,7 +262,7 @@ std::string monteCarloOutputText(const DataSet& d, int dimension) {
     }
     out += dataFileNameLine(d);
     out += kCrlf;
-    for (int i = 1; i <= iterations; ++i) out += line(formatNumber(results(i)));
+    appendNumberLines(out, iterations, [&](int i) { return results(i); });
     return out;
 }
 

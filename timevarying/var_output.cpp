@@ -1,8 +1,11 @@
 #include "timevarying/var_output.h"
 
+#include <algorithm>
+
 #include "model/number_text.h"
 #include "files/text_file.h"
 #include "model/output_text.h"
+#include "model/table_text.h"
 #include "shell/base/common_services.h"
 
 namespace bm {
@@ -11,9 +14,38 @@ namespace {
 
 std::string line(const std::string& text) { return outputLine(text); }
 std::string shown(const std::string& value) { return shownValue(value); }
-std::string number(float value) { return formatNumber(generalText(value)); }
 
 float resultAt(const DataSet& d, int index) { return index <= d.resultVar.ub() ? d.resultVar(index) : 0.0f; }
+
+// The blocks of the times: "Time:, t" and the rows of values. The flat list
+// holds time k, x i, y j at (k - 1) nx ny + (i - 1) ny + j; a line source's
+// value is the same for every y, so its one row takes j = 1 of each x.
+void appendTimeBlocks(std::string& out, const DataSet& d, bool point) {
+    const int nt = d.numTTerms, nx = d.numXTerms, ny = d.numYTerms;
+    if (nt <= 0) return;
+    const std::size_t rows = point ? static_cast<std::size_t>(std::max(nx, 0)) : 1;
+    out.reserve(out.size() + static_cast<std::size_t>(nt) * (tableRowBytes(1) + rows * tableRowBytes(point ? ny : nx)));
+    TableText table(out);
+    // A row of values from index `first` of the flat list, `step` apart.
+    auto row = [&](int first, int count, int step) {
+        for (int j = 0; j < count; ++j) {
+            const float value = resultAt(d, first + j * step);
+            if (j == 0) table.number(value);
+            else table.field(value);
+        }
+        table.text(kCrlf);
+    };
+    for (int k = 1; k <= nt; ++k) {
+        table.text("Time:, ");
+        table.number(k <= d.varTValues.ub() ? d.varTValues(k) : 0.0f);
+        table.text(kCrlf);
+        if (point) {
+            for (int i = 1; i <= nx; ++i) row((k - 1) * nx * ny + (i - 1) * ny + 1, ny, 1);
+        } else {
+            row((k - 1) * nx * ny + 1, nx, ny);
+        }
+    }
+}
 
 }  // namespace
 
@@ -47,25 +79,7 @@ std::string timeVaryingOutputText(const DataSet& d) {
     out += line("Time Range: " + d.timeRange);
     out += dataFileNameLine(d);
 
-    // The flat list holds time k, x i, y j at (k - 1) nx ny + (i - 1) ny + j;
-    // a line source's value is the same for every y, so its row takes j = 1.
-    const int nt = d.numTTerms, nx = d.numXTerms, ny = d.numYTerms;
-    for (int k = 1; k <= nt; ++k) {
-        out += line("Time:, " + number(k <= d.varTValues.ub() ? d.varTValues(k) : 0.0f));
-        if (point) {
-            for (int i = 1; i <= nx; ++i) {
-                std::string row;
-                for (int j = 1; j <= ny; ++j)
-                    row += (j > 1 ? ", " : "") + number(resultAt(d, (k - 1) * nx * ny + (i - 1) * ny + j));
-                out += line(row);
-            }
-        } else {
-            std::string row;
-            for (int i = 1; i <= nx; ++i)
-                row += (i > 1 ? ", " : "") + number(resultAt(d, (k - 1) * nx * ny + (i - 1) * ny + 1));
-            out += line(row);
-        }
-    }
+    appendTimeBlocks(out, d, point);
     return out;
 }
 
@@ -90,7 +104,7 @@ std::string timeVaryingMonteCarloOutputText(const DataSet& d) {
     out += line("Concentration Units: " + unitText(d.concentrationUnit));
     out += dataFileNameLine(d);
     out += kCrlf;
-    for (int i = 1; i <= n; ++i) out += line(number(d.mcResultVar(i)));
+    appendNumberLines(out, n, [&](int i) { return d.mcResultVar(i); });
     return out;
 }
 

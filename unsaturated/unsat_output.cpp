@@ -1,8 +1,11 @@
 #include "unsaturated/unsat_output.h"
 
+#include <algorithm>
+
 #include "model/number_text.h"
 #include "files/text_file.h"
 #include "model/output_text.h"
+#include "model/table_text.h"
 #include "shell/base/common_services.h"
 #include "unsaturated/unsat_parameters.h"
 
@@ -44,11 +47,16 @@ std::string unsatPlotText(const DataSet& d) {
     out += dataFileNameLine(d);
     out += kCrlf;
     out += kCrlf;
-    out += "Time:";
-    for (int t = 1; t <= d.numTTerms; ++t) out += ", " + formatNumber(d.tValues(t));
-    for (int x = 1; x <= d.numXTerms; ++x) {
-        out += kCrlf + formatNumber(d.xValues(x));
-        for (int t = 1; t <= d.numTTerms; ++t) out += ", " + formatNumber(d.resultUnsat(x, t));
+    out.reserve(out.size() + static_cast<std::size_t>(std::max<int>(d.numXTerms, 0) + 1) * tableRowBytes(d.numTTerms));
+    {
+        TableText table(out);
+        table.text("Time:");
+        for (int t = 1; t <= d.numTTerms; ++t) table.field(d.tValues(t));
+        for (int x = 1; x <= d.numXTerms; ++x) {
+            table.text(kCrlf);
+            table.number(d.xValues(x));
+            for (int t = 1; t <= d.numTTerms; ++t) table.field(d.resultUnsat(x, t));
+        }
     }
     return out;
 }
@@ -92,7 +100,7 @@ std::string unsatMonteCarloText(const DataSet& d) {
     out += line("Concentration Units: " + concentrationUnit);
     out += dataFileNameLine(d);
     out += kCrlf;
-    for (int i = 1; i <= iterations; ++i) out += line(formatNumber(d.mcResultUnsat(i)));
+    appendNumberLines(out, iterations, [&](int i) { return d.mcResultUnsat(i); });
     return out;
 }
 

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <random>
+#include <string>
+#include <utility>
 
 #include "file_test_support.h"
 #include "files/code_page.h"
@@ -123,6 +126,31 @@ TEST(NumberForms, AsTheFormatWritesThem) {
     EXPECT_EQ(printFormInteger(-1), "-1 ");
 }
 
+TEST(NumberForms, PrintedInPlaceAsTheFormatWritesThem) {
+    PrintOutput out;
+    out.printSignedReal(0.5);
+    out.printSignedReal(-0.25, ", ");
+    out.printStreamReal(0.5, "Time ,");
+    out.printStreamReal(-0.5);
+    out.printStreamReal(0.1f, ", ");
+    out.printSignedReal(1e-20);
+    EXPECT_EQ(out.text(), " .5, -.25Time , 0.5 -0.5 ,  0.1  1E-20");
+}
+
+TEST(NumberForms, PrintedInPlaceTheSameAsTheirTexts) {
+    std::mt19937_64 random(3);
+    std::uniform_real_distribution<double> exponent(-30.0, 30.0);
+    for (int i = 0; i < 20000; ++i) {
+        const double v = (i % 2 ? -1 : 1) * std::pow(10.0, exponent(random));
+        const auto f = static_cast<float>(v);
+        PrintOutput out;
+        out.printSignedReal(v, ", ");
+        out.printStreamReal(v);
+        out.printStreamReal(f, ", ");
+        ASSERT_EQ(out.text(), ", " + signedFieldReal(v) + streamReal(v) + ", " + streamReal(f)) << v;
+    }
+}
+
 TEST(NumberForms, AValueKeptAsItsStreamFormReadsBackTheSame) {
     // A float widened to double needs more than the 15 digits the stream form
     // writes: 0.1f is 0.100000001490116119384765625.
@@ -153,6 +181,32 @@ TEST(CodePage, UnrepresentableCharactersBecomeQuestionMarks) {
     EXPECT_EQ(utf8ToWindows1252("a\xFF" "b\xC3"), "a?b?");          // not UTF-8 at all
     EXPECT_EQ(utf8ToWindows1252("\xED\xA0\x80"), "???");            // a surrogate
     EXPECT_EQ(utf8ToWindows1252("\xC0\xAF"), "??");                 // an overlong form
+}
+
+TEST(CodePage, AsciiIsFoundAtEveryPlaceOfAWord) {
+    const std::string plain(37, 'a');
+    EXPECT_TRUE(isAscii(plain));
+    EXPECT_TRUE(isAscii(""));
+    for (std::size_t at = 0; at < plain.size(); ++at) {
+        std::string text = plain;
+        text[at] = '\x80';
+        EXPECT_FALSE(isAscii(text)) << "a high byte at " << at;
+        text[at] = '\x7F';
+        EXPECT_TRUE(isAscii(text)) << "DEL at " << at;
+    }
+}
+
+TEST(CodePage, AGivenUpTextOfAsciiComesBackUncopied) {
+    std::string table;
+    for (int i = 0; i < 1000; ++i) table += "12.5, 0.001235, 1.e-5\r\n";
+    const std::string expected = table;
+    const char* buffer = table.data();
+    const std::string bytes = utf8ToWindows1252(std::move(table));
+    EXPECT_EQ(bytes, expected);
+    EXPECT_EQ(bytes.data(), buffer);
+    // A text with another character is converted as ever.
+    std::string named = expected + "caf\xC3\xA9";
+    EXPECT_EQ(utf8ToWindows1252(std::move(named)), expected + "caf\xE9");
 }
 
 }  // namespace

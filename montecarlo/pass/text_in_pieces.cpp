@@ -1,6 +1,7 @@
 #include "montecarlo/pass/text_in_pieces.h"
 
 #include <algorithm>
+#include <limits>
 #include <vector>
 
 #include "montecarlo/pass/ordered_batches.h"
@@ -16,10 +17,16 @@ constexpr long long kPiecesPerThread = 4;
 
 }  // namespace
 
-void appendTextInPieces(std::string& out, long long count,
+void appendTextInPieces(std::string& out, long long count, std::size_t itemBytes,
                         const std::function<void(long long, long long, std::string&)>& write) {
+    // No reserve for an estimate past the address space: such a text fails as it grows.
+    auto bytesOf = [&](long long items) {
+        const auto n = static_cast<std::size_t>(items);
+        return itemBytes != 0 && n > std::numeric_limits<std::size_t>::max() / 4 / itemBytes ? 0 : n * itemBytes;
+    };
     const int threads = calculationThreads();
     if (threads <= 1 || count < kFewestSpreadItems) {
+        out.reserve(out.size() + bytesOf(count));
         write(0, count, out);
         return;
     }
@@ -28,8 +35,11 @@ void appendTextInPieces(std::string& out, long long count,
     auto firstOf = [&](long long piece) { return count * piece / pieceCount; };
     batches::Spread spread(threads);
     spread.run(0, pieceCount, [&](long long from, long long to, int) {
-        for (long long piece = from; piece < to; ++piece)
-            write(firstOf(piece), firstOf(piece + 1), pieces[static_cast<std::size_t>(piece)]);
+        for (long long piece = from; piece < to; ++piece) {
+            std::string& text = pieces[static_cast<std::size_t>(piece)];
+            text.reserve(bytesOf(firstOf(piece + 1) - firstOf(piece)));
+            write(firstOf(piece), firstOf(piece + 1), text);
+        }
     });
     std::size_t total = out.size();
     for (const std::string& piece : pieces) total += piece.size();

@@ -29,9 +29,11 @@ TEST(TextInPieces, IsTheTextOfOneLoopOnAnyThreads) {
         }
         for (const int threads : {1, 2, 3, 8}) {
             const ScopedCalculationThreads scope(threads);
-            std::string text = "head\r\n";
-            appendTextInPieces(text, count, writeItems);
-            EXPECT_EQ(text, expected) << count << " items on " << threads << " threads";
+            for (const std::size_t itemBytes : {0, 3, 64}) {  // estimates too small, close, too large
+                std::string text = "head\r\n";
+                appendTextInPieces(text, count, itemBytes, writeItems);
+                EXPECT_EQ(text, expected) << count << " items on " << threads << " threads";
+            }
         }
     }
 }
