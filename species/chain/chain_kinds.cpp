@@ -1,6 +1,7 @@
 #include "species/chain/chain_kinds.h"
 
 #include <algorithm>
+#include <string>
 
 #include "model/number_text.h"
 #include "model/ranges.h"
@@ -70,7 +71,7 @@ bool chainInputsAccepted(DataSet& data, ModelKind chainKind, UserInterface& ui) 
         // in for the chain's table, which has rules of its own.
         DataSet probe = data;
         probe.multiChemical = false;
-        probe.halfLife = "1";
+        probe.halfLife = std::string("1");  // (assigning the literal trips a false -Wrestrict of GCC 12)
         double tMin = 0, tMax = 0, interval = 0, constant = 0;
         parseRange(data.timeRange, tMin, tMax, interval, constant);
         probe.superpositionIndex = 1;
