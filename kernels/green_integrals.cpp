@@ -105,8 +105,13 @@ WalledStripFactor::WalledStripFactor(const WalledAquifer& aquifer, double y)
     : width_(aquifer.width), y_(y), a_(aquifer.a), b_(aquifer.b) {
     coefficient_[0] = fp::div(b_ - a_, width_);
     bound_ = std::min(4.0 / kPi, 2.0 * coefficient_[0]);
+}
+
+void WalledStripFactor::makeModes() const {
+    if (modesMade_) return;
     StripModes modes(width_, a_, b_, y_);
     for (int m = 1; m <= kModes; ++m) coefficient_[m] = modes.next();
+    modesMade_ = true;
 }
 
 double WalledStripFactor::modeSum(double r) const {
@@ -159,6 +164,8 @@ void WalledStripFactor::many(const double* spreadRatio, int n, double* out) cons
         }
         intervalMasses(p, q, p, pairs, kPlanarReach);
         for (int j = 0; j < pairs; ++j) out[owner[j]] += p[j];
+        if (modes == 0) continue;
+        makeModes();
         vmath::exp(r, r, modes);
         for (int j = 0; j < modes; ++j) out[modal[j]] = modeSum(r[j]);
     }

@@ -128,10 +128,14 @@ public:
 private:
     // The cosine modes' sum at r = exp(-pi^2 spreadRatio^2).
     double modeSum(double r) const;
+    // The coefficients beyond the first, made at the first long spread (short
+    // spreads, the images, need none of them).
+    void makeModes() const;
 
     double width_, y_, a_, b_;
     double bound_;  // bound on every mode's coefficient beyond the first
-    double coefficient_[kModes + 1];  // c_m cos(m pi y / W)
+    mutable bool modesMade_ = false;
+    mutable double coefficient_[kModes + 1];  // c_m cos(m pi y / W)
 };
 
 // The 256-point Gauss-Legendre rule, built at its first use, for kernels
