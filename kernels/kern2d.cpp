@@ -13,11 +13,13 @@
 #include "kernels/recent_cache.h"
 #include "kernels/transit_nodes.h"
 #include "kernels/vector_math.h"
+#include "kernels/walled_strip.h"
 #include "shell/base/checked_math.h"
 
 namespace bm {
 
 static_assert(green::kMostGroupNodes <= kMostEdgeNodes);
+static_assert(green::kMostGroupNodes <= green::kMostStripNodes);
 
 TwoDimParameters::TwoDimParameters() {
     std::memset(static_cast<void*>(this), 0, sizeof *this);
@@ -264,8 +266,7 @@ std::int16_t cnrml_FL(const TwoDimParameters& parameters, double t, double x, do
     const double zeta = x * c.sqrtDy / (2.0 * c.sqrtDx) * inverseWidth;
     const double value = green::vectorTransitIntegral(range, green::builtinNodes(), green::builtinWeights(),
                                                       [&](const green::TransitNodes& tn, double* g) {
-                                                          for (int j = 0; j < tn.count; ++j) g[j] = zeta / tn.s[j];
-                                                          strip.many(g, tn.count, g);
+                                                          strip.many(tn.nodeSet, tn.s, tn.count, zeta, g);
                                                       });
     result = fp::checked(value);
     return kKernelOk;
