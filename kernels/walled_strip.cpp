@@ -81,8 +81,14 @@ const NodeSpreads& nodeSpreads(unsigned long long nodeSet, const double* s, int 
 // at x_j = d scale_j for every node of short spread: erfc (vmath::erfcTail)
 // where x_j is below the interval masses' reach, erf (vmath::erfSmall) where
 // it is below kSmallErf, 0 elsewhere; what intervalMasses would take of them.
+// On ordered nodes only the nodes up to the first one out of reach are
+// written (`written`); the rest read as 0.
 struct DistanceTails {
+    int written = 0;
     double tail[kMostStripNodes], small[kMostStripNodes];
+
+    double tailAt(int j) const { return j < written ? tail[j] : 0.0; }
+    double smallAt(int j) const { return j < written ? small[j] : 0.0; }
 };
 
 struct TailsKey {
@@ -106,11 +112,15 @@ const DistanceTails& distanceTails(const NodeSpreads& spreads, int n, double dis
     // Every node written to both lists, each list's count moved on only where
     // the node belongs to it: no branch to mispredict. On ordered nodes the
     // first one out of reach ends the pass.
-    std::fill(out.tail, out.tail + n, 0.0);
-    std::fill(out.small, out.small + n, 0.0);
-    for (int j = spreads.ordered ? spreads.firstShort : 0; j < n; ++j) {
+    const int first = spreads.ordered ? spreads.firstShort : 0;
+    out.written = n;
+    for (int j = first; j < n; ++j) {
         const double x = distance * spreads.scale[j];
-        if (spreads.ordered && !(x < kPlanarReach)) break;
+        if (spreads.ordered && !(x < kPlanarReach)) {
+            out.written = j;
+            break;
+        }
+        out.tail[j] = out.small[j] = 0.0;
         const bool shortSpread = !spreads.isLong[j];
         tailAt[nTails] = j;
         tails[nTails] = x;
@@ -207,7 +217,7 @@ void WalledStripFactor::many(unsigned long long nodeSet, const double* s, int n,
                 t1 = &distanceTails(spreads, n, std::fabs(d1), t0);
             }
             const double scale = spreads.scale[j];
-            out[j] += imageMass(d0 * scale, d1 * scale, t0->tail[j], t1->tail[j], t0->small[j], t1->small[j]);
+            out[j] += imageMass(d0 * scale, d1 * scale, t0->tailAt(j), t1->tailAt(j), t0->smallAt(j), t1->smallAt(j));
         }
     }
     if (!spreads.anyLong) return;
