@@ -204,14 +204,38 @@ void WalledStripFactor::many(unsigned long long nodeSet, const double* s, int n,
     for (const auto& image : images) {
         const double d0 = y_ - image[0], d1 = y_ - image[1];
         const double below = image[0] - y_;  // how far the image's low edge lies above the point
-        const DistanceTails* t0 = nullptr;
-        const DistanceTails* t1 = nullptr;
-        for (int j = spreads.ordered ? spreads.firstShort : 0; j < n; ++j) {
-            const double reach = spreads.reach[j];
-            if (spreads.isLong[j] || d1 > reach || below > reach) {
-                if (spreads.ordered) break;  // the reach only shrinks from here on
+        auto reaches = [&](int j) { return !(spreads.isLong[j] || d1 > spreads.reach[j] || below > spreads.reach[j]); };
+        if (spreads.ordered) {
+            // The nodes that reach the image: the first few short ones.
+            const int first = spreads.firstShort;
+            int end = first;
+            while (end < n && reaches(end)) ++end;
+            if (end == first) continue;
+            const DistanceTails& t0 = distanceTails(spreads, n, std::fabs(d0), nullptr);
+            const DistanceTails& t1 = distanceTails(spreads, n, std::fabs(d1), &t0);
+            // A point beside the image (both edges on one side of it at every
+            // node, the far edge's scaled distance never below the near one's):
+            // the near tail less the far one, each only within its reach,
+            // which ends where its kept values end.
+            if ((d1 >= 0.0 || d0 <= 0.0) && (d1 >= 0.0 || d1 * spreads.scale[first] < 0.0)) {
+                const DistanceTails& near = d1 >= 0.0 ? t1 : t0;
+                const DistanceTails& far = d1 >= 0.0 ? t0 : t1;
+                const int nearEnd = std::min(end, near.written), farEnd = std::min(nearEnd, far.written);
+                int j = first;
+                for (; j < farEnd; ++j) out[j] += 0.5 * near.tail[j] + -0.5 * far.tail[j];
+                for (; j < nearEnd; ++j) out[j] += 0.5 * near.tail[j];
                 continue;
             }
+            for (int j = first; j < end; ++j) {
+                const double scale = spreads.scale[j];
+                out[j] += imageMass(d0 * scale, d1 * scale, t0.tailAt(j), t1.tailAt(j), t0.smallAt(j), t1.smallAt(j));
+            }
+            continue;
+        }
+        const DistanceTails* t0 = nullptr;
+        const DistanceTails* t1 = nullptr;
+        for (int j = 0; j < n; ++j) {
+            if (!reaches(j)) continue;
             if (t0 == nullptr) {
                 t0 = &distanceTails(spreads, n, std::fabs(d0), nullptr);
                 t1 = &distanceTails(spreads, n, std::fabs(d1), t0);
