@@ -266,7 +266,7 @@ std::int16_t cnrml_FL(const TwoDimParameters& parameters, double t, double x, do
     const double zeta = x * c.sqrtDy / (2.0 * c.sqrtDx) * inverseWidth;
     const double value = green::vectorTransitIntegral(range, green::builtinNodes(), green::builtinWeights(),
                                                       [&](const green::TransitNodes& tn, double* g) {
-                                                          strip.many(tn.nodeSet, tn.s, tn.count, zeta, g);
+                                                          return strip.many(tn.nodeSet, tn.s, tn.count, zeta, g);
                                                       });
     result = fp::checked(value);
     return kKernelOk;

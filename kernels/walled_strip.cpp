@@ -193,7 +193,7 @@ double WalledStripFactor::modeSum(double r) const {
     return sum;
 }
 
-void WalledStripFactor::many(unsigned long long nodeSet, const double* s, int n, double zeta, double* out) const {
+int WalledStripFactor::many(unsigned long long nodeSet, const double* s, int n, double zeta, double* out) const {
     const NodeSpreads& spreads = nodeSpreads(nodeSet, s, n, zeta, width_);
     // Short spreads: the strip, its mirror in the wall at 0 and its mirror in
     // the wall at W, each only within its reach of the point. Long spreads:
@@ -201,6 +201,7 @@ void WalledStripFactor::many(unsigned long long nodeSet, const double* s, int n,
     constexpr int kImages = 3;
     const double images[kImages][2] = {{a_, b_}, {-b_, -a_}, {2.0 * width_ - b_, 2.0 * width_ - a_}};
     for (int j = 0; j < n; ++j) out[j] = 0.0;
+    int reached = spreads.ordered ? spreads.firstShort : n;
     for (const auto& image : images) {
         const double d0 = y_ - image[0], d1 = y_ - image[1];
         const double below = image[0] - y_;  // how far the image's low edge lies above the point
@@ -211,6 +212,7 @@ void WalledStripFactor::many(unsigned long long nodeSet, const double* s, int n,
             int end = first;
             while (end < n && reaches(end)) ++end;
             if (end == first) continue;
+            reached = std::max(reached, end);
             const DistanceTails& t0 = distanceTails(spreads, n, std::fabs(d0), nullptr);
             const DistanceTails& t1 = distanceTails(spreads, n, std::fabs(d1), &t0);
             // A point beside the image (both edges on one side of it at every
@@ -244,10 +246,12 @@ void WalledStripFactor::many(unsigned long long nodeSet, const double* s, int n,
             out[j] += imageMass(d0 * scale, d1 * scale, t0->tailAt(j), t1->tailAt(j), t0->smallAt(j), t1->smallAt(j));
         }
     }
-    if (!spreads.anyLong) return;
-    makeModes();
-    for (int j = 0; j < n; ++j)
-        if (spreads.isLong[j]) out[j] = modeSum(spreads.damping[j]);
+    if (spreads.anyLong) {
+        makeModes();
+        for (int j = 0; j < n; ++j)
+            if (spreads.isLong[j]) out[j] = modeSum(spreads.damping[j]);
+    }
+    return reached;
 }
 
 }  // namespace bm::green

@@ -27,8 +27,10 @@ public:
     WalledStripFactor(const WalledAquifer& aquifer, double y);
     // out[j] = the factor at spread ratio zeta / s[j], j < n <=
     // kMostStripNodes, for the nodes of set `nodeSet` (a number that differs
-    // for every set of nodes a thread makes, kept_nodes.h).
-    void many(unsigned long long nodeSet, const double* s, int n, double zeta, double* out) const;
+    // for every set of nodes a thread makes, kept_nodes.h). Returns how many
+    // leading nodes may have a factor other than +0 (those beyond reach no
+    // image on ordered nodes).
+    int many(unsigned long long nodeSet, const double* s, int n, double zeta, double* out) const;
     // The mean over the width, (b - a) / W (the zeroth mode).
     double mean() const { return coefficient_[0]; }
 
