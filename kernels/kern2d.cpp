@@ -422,41 +422,32 @@ std::int16_t cnrml_IC(const TwoDimParameters& parameters, double t, double x, do
     // a / t, when it is a normal number and exp(w - ln t) is one at every node.
     const double aOverT = logT - wLo < 700.0 && std::fabs(logA - logT) < 700.0 ? std::exp(logA - logT) : HUGE_VAL;
     double integral = 0.0;
-    // The nodes in chunks, each summed as soon as it is made: the sum's
-    // additions, one after another in the rule's order, then run beside the
-    // next chunk's exponentials instead of after all of them.
-    constexpr int kChunk = 32;
-    static_assert(n % kChunk == 0);
-    double phi[kChunk], other[kChunk];
+    double phi[n], other[n];
     for (int p = 0; p < panels; ++p) {
         const double mid = wLo + (p + 0.5) * h;
-        double sum = 0.0;
-        for (int from = 0; from < n; from += kChunk) {
-            const double* node = nodes + from;
-            if (peakInside) {
-                // 4 sinh^2(d / 2) = u^2 / (1 + u), u = expm1(|d|), d = w - centre.
-                for (int i = 0; i < kChunk; ++i) phi[i] = std::fabs(halfH * node[i] + (mid - centre));
-                vmath::expm1(phi, phi, kChunk);
-                for (int i = 0; i < kChunk; ++i) phi[i] = -q * phi[i] * (phi[i] / (1.0 + phi[i]));
-            } else if (std::isfinite(aOverT)) {
-                // exp(logA - w) = (a / t) / exp(w - ln t).
-                for (int i = 0; i < kChunk; ++i) phi[i] = halfH * node[i] + (mid - logT);
-                vmath::expAndExpm1(phi, other, phi, kChunk);
-                for (int i = 0; i < kChunk; ++i) phi[i] *= aOverT / other[i] - bT;
-            } else {
-                for (int i = 0; i < kChunk; ++i) {
-                    const double w = mid + halfH * node[i];
-                    phi[i] = w - logT;
-                    other[i] = logA - w;
-                }
-                vmath::expm1(phi, phi, kChunk);
-                vmath::exp(other, other, kChunk);
-                for (int i = 0; i < kChunk; ++i) phi[i] *= other[i] - bT;
+        if (peakInside) {
+            // 4 sinh^2(d / 2) = u^2 / (1 + u), u = expm1(|d|), d = w - centre.
+            for (int i = 0; i < n; ++i) phi[i] = std::fabs(halfH * nodes[i] + (mid - centre));
+            vmath::expm1(phi, phi, n);
+            for (int i = 0; i < n; ++i) phi[i] = -q * phi[i] * (phi[i] / (1.0 + phi[i]));
+        } else if (std::isfinite(aOverT)) {
+            // exp(logA - w) = (a / t) / exp(w - ln t).
+            for (int i = 0; i < n; ++i) phi[i] = halfH * nodes[i] + (mid - logT);
+            vmath::expAndExpm1(phi, other, phi, n);
+            for (int i = 0; i < n; ++i) phi[i] *= aOverT / other[i] - bT;
+        } else {
+            for (int i = 0; i < n; ++i) {
+                const double w = mid + halfH * nodes[i];
+                phi[i] = w - logT;
+                other[i] = logA - w;
             }
-            vmath::exp(phi, phi, kChunk);
-            const double* weight = weights + from;
-            for (int i = 0; i < kChunk; ++i) sum += weight[i] * phi[i];
+            vmath::expm1(phi, phi, n);
+            vmath::exp(other, other, n);
+            for (int i = 0; i < n; ++i) phi[i] *= other[i] - bT;
         }
+        vmath::exp(phi, phi, n);
+        double sum = 0.0;
+        for (int i = 0; i < n; ++i) sum += weights[i] * phi[i];
         integral += halfH * sum;
     }
     result = fp::checked(prefactor * std::exp(exponent) * integral);

@@ -47,13 +47,9 @@ struct Sse2 {
     static Vector exp(Vector v) { return Sleef_cinz_expd2_u10sse2(v); }
     // small where |x| < limit, large elsewhere.
     static Vector selectSmall(Vector x, double limit, Vector small, Vector large) {
-        const Vector mask = smallMask(x, limit);
+        const Vector magnitude = _mm_andnot_pd(_mm_set1_pd(-0.0), x);
+        const Vector mask = _mm_cmplt_pd(magnitude, _mm_set1_pd(limit));
         return _mm_or_pd(_mm_and_pd(mask, small), _mm_andnot_pd(mask, large));
-    }
-    // How many lanes have |x| < limit.
-    static int countSmall(Vector x, double limit) { return __builtin_popcount(_mm_movemask_pd(smallMask(x, limit))); }
-    static Vector smallMask(Vector x, double limit) {
-        return _mm_cmplt_pd(_mm_andnot_pd(_mm_set1_pd(-0.0), x), _mm_set1_pd(limit));
     }
 };
 

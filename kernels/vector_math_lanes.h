@@ -117,50 +117,25 @@ constexpr double kExpm1[kExpm1Degree] = {
     2.755731922398589e-07, 2.505210838544172e-08,  2.08767569878681e-09,  1.6059043836821613e-10,
     1.1470745597729725e-11, 7.647163731819816e-13};
 
-// How many lanes of a block lie below kSmallExpm1 in magnitude: where none
-// does, expm1 needs no series, where all do, no exponential. Either way each
-// lane gets the form it would get beside lanes of the other kind.
 template <class Ops>
-int smallLanes(const typename Ops::Vector* x) {
-    int count = 0;
-    for (int b = 0; b < kBlock; ++b) count += Ops::countSmall(x[b], kSmallExpm1);
-    return count;
-}
-
-// x times its Taylor series, in `sum`'s place.
-template <class Ops>
-void expm1Series(const typename Ops::Vector* x, typename Ops::Vector* sum) {
+void expAndExpm1(typename Ops::Vector* x, typename Ops::Vector* e) {
     using V = typename Ops::Vector;
+    V sum[kBlock];
     for (int b = 0; b < kBlock; ++b) sum[b] = Ops::set(kExpm1[kExpm1Degree - 1]);
     for (int k = kExpm1Degree - 2; k >= 0; --k) {
         const V c = Ops::set(kExpm1[k]);
         for (int b = 0; b < kBlock; ++b) sum[b] = Ops::fma(sum[b], x[b], c);
     }
-    for (int b = 0; b < kBlock; ++b) sum[b] = Ops::mul(x[b], sum[b]);
-}
-
-template <class Ops>
-void expAndExpm1(typename Ops::Vector* x, typename Ops::Vector* e) {
-    using V = typename Ops::Vector;
-    const bool anySmall = smallLanes<Ops>(x) > 0;
-    V series[kBlock];
-    if (anySmall) expm1Series<Ops>(x, series);
     for (int b = 0; b < kBlock; ++b) {
         e[b] = Ops::exp(x[b]);
-        const V less = Ops::sub(e[b], Ops::set(1.0));
-        x[b] = anySmall ? Ops::selectSmall(x[b], kSmallExpm1, series[b], less) : less;
+        x[b] = Ops::selectSmall(x[b], kSmallExpm1, Ops::mul(x[b], sum[b]), Ops::sub(e[b], Ops::set(1.0)));
     }
 }
 
 template <class Ops>
 void expm1(typename Ops::Vector* x) {
     typename Ops::Vector e[kBlock];
-    if (smallLanes<Ops>(x) < kBlock * Ops::kLanes) {
-        expAndExpm1<Ops>(x, e);
-        return;
-    }
-    expm1Series<Ops>(x, e);
-    for (int b = 0; b < kBlock; ++b) x[b] = e[b];
+    expAndExpm1<Ops>(x, e);
 }
 
 // exp and expm1 of an array at once (exp into e, expm1 into out).

@@ -27,12 +27,8 @@ struct Avx2 {
     static Vector exp(Vector v) { return Sleef_cinz_expd4_u10avx(v); }
     // small where |x| < limit, large elsewhere.
     static Vector selectSmall(Vector x, double limit, Vector small, Vector large) {
-        return _mm256_blendv_pd(large, small, smallMask(x, limit));
-    }
-    // How many lanes have |x| < limit.
-    static int countSmall(Vector x, double limit) { return __builtin_popcount(_mm256_movemask_pd(smallMask(x, limit))); }
-    static Vector smallMask(Vector x, double limit) {
-        return _mm256_cmp_pd(_mm256_andnot_pd(_mm256_set1_pd(-0.0), x), _mm256_set1_pd(limit), _CMP_LT_OQ);
+        const Vector magnitude = _mm256_andnot_pd(_mm256_set1_pd(-0.0), x);
+        return _mm256_blendv_pd(large, small, _mm256_cmp_pd(magnitude, _mm256_set1_pd(limit), _CMP_LT_OQ));
     }
 };
 
