@@ -136,4 +136,67 @@ void BM_StripGrid101x51x11(benchmark::State& state) {
 }
 BENCHMARK(BM_StripGrid101x51x11)->Unit(benchmark::kMillisecond);
 
+// The grids of the whole-run benchmarks (bench/grids/*.two): x = 10:1010:10,
+// y = 0:1000:20, t = 0:1100:100, in the order a run visits them (y fastest,
+// then x, then t), with the aquifer 0 .. 1000 wide and the source at y = 500.
+TwoDimParameters wholeRunGrid() {
+    TwoDimParameters p;
+    p.effectiveVelocity = 1;
+    p.effectiveDispersionX = 10;
+    p.effectiveDispersionY = 2;
+    p.effectiveHalfLife = 1e300;
+    p.yMin = 0;
+    p.yMax = 1000;
+    p.sourceYc = 500;
+    p.sourceWidth = 200;
+    p.injectionRate = 1;
+    p.porosity = 0.25;
+    return p;
+}
+
+// The rule as the program reads it from its points file: the nodes largest
+// first, each followed by its mirror.
+struct ProgramRule {
+    std::vector<double> nodes, weights;
+    ProgramRule() {
+        for (int i = 255; i >= 128; --i) {
+            for (const double sign : {1.0, -1.0}) nodes.push_back(sign * theRule.nodes[static_cast<std::size_t>(i)]);
+            weights.insert(weights.end(), 2, theRule.weights[static_cast<std::size_t>(i)]);
+        }
+    }
+};
+const ProgramRule theProgramRule;
+
+template <class Kernel>
+void runWholeRunGrid(benchmark::State& state, Kernel kernel) {
+    const TwoDimParameters p = wholeRunGrid();
+    constexpr int kPoints = 101 * 51 * 12;
+    for (auto _ : state) {
+        double sum = 0;
+        for (int k = 0; k <= 11; ++k)
+            for (int i = 1; i <= 101; ++i)
+                for (int j = 0; j <= 50; ++j) {
+                    double c;
+                    kernel(p, 100.0 * k, 10.0 * i, 20.0 * j, c);
+                    sum += c;
+                }
+        benchmark::DoNotOptimize(sum);
+    }
+    state.counters["per_point_us"] =
+        benchmark::Counter(kPoints, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
+// The finite-width grid: the image sources up to x = 250, the cosine series beyond.
+void BM_FiniteStripRunGrid(benchmark::State& state) { runWholeRunGrid(state, finiteWidth); }
+BENCHMARK(BM_FiniteStripRunGrid)->Unit(benchmark::kMillisecond);
+
+// The point-source grid on the program's rule, every point computed (a run
+// computes one of each pair mirrored about the source's axis).
+void BM_PointRunGrid(benchmark::State& state) {
+    runWholeRunGrid(state, [](const TwoDimParameters& p, double t, double x, double y, double& c) {
+        cnrml_IC(p, t, x - p.sourceXc, y - p.sourceYc, c, theProgramRule.nodes.data(), theProgramRule.weights.data());
+    });
+}
+BENCHMARK(BM_PointRunGrid)->Unit(benchmark::kMillisecond);
+
 }  // namespace

@@ -1,12 +1,8 @@
 #include "kernels/green_integrals.h"
 
 #include <algorithm>
-#include <array>
-#include <vector>
 
 #include "kernels/gauss_legendre.h"
-#include "kernels/interval_masses.h"
-#include "kernels/vector_math.h"
 #include "shell/base/checked_math.h"
 
 namespace bm::green {
@@ -17,10 +13,6 @@ namespace {
 constexpr double kGaussReach = 6.5;
 // Below this s the integrand (at most 2/sqrt(pi)) adds less than 1.2e-12.
 constexpr double kSmallestS = 1e-12;
-// Mirror images of a walled strip give way to its cosine modes from this
-// spread (sqrt(D tau) / W) on: 40 modes then reach 1e-16, and images only need
-// the strip and its two nearest mirrors below it.
-constexpr double kModeSpread = 0.05;
 
 
 }  // namespace
@@ -99,69 +91,6 @@ double StripModes::next() {
     b_.advance();
     y_.advance();
     return 2.0 * (b_.sm - a_.sm) / (m_ * kPi) * y_.cm;
-}
-
-WalledStripFactor::WalledStripFactor(const WalledAquifer& aquifer, double y)
-    : width_(aquifer.width), y_(y), a_(aquifer.a), b_(aquifer.b) {
-    coefficient_[0] = fp::div(b_ - a_, width_);
-    bound_ = std::min(4.0 / kPi, 2.0 * coefficient_[0]);
-    StripModes modes(width_, a_, b_, y_);
-    for (int m = 1; m <= kModes; ++m) coefficient_[m] = modes.next();
-}
-
-double WalledStripFactor::modeSum(double r) const {
-    // Sum of c_m cos(m pi y / W) r^(m^2), the powers built by
-    // r^((m+1)^2) = r^(m^2) r^(2m+1).
-    const double r2 = r * r;
-    double sum = coefficient_[0];
-    double power = 1.0, step = r;  // r^(m^2), r^(2m+1) before the update
-    for (int m = 1; m <= kModes; ++m) {
-        power *= step;
-        step *= r2;
-        sum += coefficient_[m] * power;
-        // Remaining modes: |c| r^((m+1)^2) (1 + r^(2m+3) + ...).
-        const double next = power * step;
-        if (next * bound_ <= 1e-17 * (1.0 - step * r2)) break;
-    }
-    return sum;
-}
-
-void WalledStripFactor::many(const double* spreadRatio, int n, double* out) const {
-    constexpr int kChunk = 256;
-    constexpr int kImages = 3;
-    const double images[kImages][2] = {{a_, b_}, {-b_, -a_}, {2.0 * width_ - b_, 2.0 * width_ - a_}};
-    for (int from = 0; from < n; from += kChunk) {
-        const int to = std::min(n, from + kChunk);
-        // Short spreads: the strip, its mirror in the wall at 0 and its mirror
-        // in the wall at W (the next ones lie a whole width away, beyond
-        // erfc(10)), each only within erfc(6) = 2e-17 of the point. Long
-        // spreads: the modes. The images' interval masses of every node in
-        // one vector pass, the modes' exponentials in another.
-        double p[kImages * kChunk], q[kImages * kChunk], r[kChunk];
-        int owner[kImages * kChunk], modal[kChunk];
-        int pairs = 0, modes = 0;
-        for (int i = from; i < to; ++i) {
-            const double ratio = spreadRatio[i];
-            out[i] = 0.0;
-            if (ratio >= kModeSpread) {
-                modal[modes] = i;
-                r[modes++] = -kPi * kPi * ratio * ratio;
-                continue;
-            }
-            const double scale = 1.0 / (2.0 * ratio * width_);  // 1 / (2 sqrt(D tau))
-            const double reach = 6.0 / scale;
-            for (const auto& image : images) {
-                if (y_ - image[1] > reach || image[0] - y_ > reach) continue;
-                p[pairs] = (y_ - image[0]) * scale;
-                q[pairs] = (y_ - image[1]) * scale;
-                owner[pairs++] = i;
-            }
-        }
-        intervalMasses(p, q, p, pairs, kPlanarReach);
-        for (int j = 0; j < pairs; ++j) out[owner[j]] += p[j];
-        vmath::exp(r, r, modes);
-        for (int j = 0; j < modes; ++j) out[modal[j]] = modeSum(r[j]);
-    }
 }
 
 const double* builtinNodes() { return builtinRuleNodes(); }

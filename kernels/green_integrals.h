@@ -107,33 +107,6 @@ private:
     int m_ = 0;
 };
 
-// Lateral factor of a strip between no-flux walls after spreading with
-// variance 2 D tau: the strip's own mass plus that of its mirror images, or
-// equivalently the cosine series with modes damped by exp(-D (m pi / W)^2 tau).
-// Each evaluation picks the cheaper form: few images for short spreads, few
-// modes for long ones, so a call costs at most a handful of error functions or
-// ~40 multiplications.
-class WalledStripFactor {
-public:
-    // y: folded local coordinate. Raises division by zero for W = 0.
-    WalledStripFactor(const WalledAquifer& aquifer, double y);
-    // out[i] = the factor at spreadRatio[i] = sqrt(D tau) / W, i < n; the
-    // error functions and exponentials taken in vectors. out may be spreadRatio.
-    void many(const double* spreadRatio, int n, double* out) const;
-    // The mean over the width, (b - a) / W (the zeroth mode).
-    double mean() const { return coefficient_[0]; }
-
-    static constexpr int kModes = 48;
-
-private:
-    // The cosine modes' sum at r = exp(-pi^2 spreadRatio^2).
-    double modeSum(double r) const;
-
-    double width_, y_, a_, b_;
-    double bound_;  // bound on every mode's coefficient beyond the first
-    double coefficient_[kModes + 1];  // c_m cos(m pi y / W)
-};
-
 // The 256-point Gauss-Legendre rule, built at its first use, for kernels
 // that are handed no rule of their own.
 const double* builtinNodes();

@@ -1,7 +1,10 @@
 #include "kernels/kern2d.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
+#include <optional>
 #include <utility>
 
 #include "kernels/green_integrals.h"
@@ -10,11 +13,13 @@
 #include "kernels/recent_cache.h"
 #include "kernels/transit_nodes.h"
 #include "kernels/vector_math.h"
+#include "kernels/walled_strip.h"
 #include "shell/base/checked_math.h"
 
 namespace bm {
 
 static_assert(green::kMostGroupNodes <= kMostEdgeNodes);
+static_assert(green::kMostGroupNodes <= green::kMostStripNodes);
 
 TwoDimParameters::TwoDimParameters() {
     std::memset(static_cast<void*>(this), 0, sizeof *this);
@@ -72,20 +77,31 @@ double scaled(double d, double scale) { return d == 0.0 ? 0.0 : d * scale; }
 // on the whole remaining tail, sum of |c_m| exp(-(U_m - v) x / (2 Dx)) (each
 // mode's steady amplitude bounds its transient), is below the tolerance.
 // The modes' one-dimensional solutions and the count needed depend on x and
-// t, not on y: they are kept for the last few (x, t) on each thread.
-struct SeriesKey {
-    double x, t, v, dx, dy, k, width, mean;
-    int modeLimit;
-    bool operator==(const SeriesKey&) const = default;
-};
+// t, not on y; the coefficients c_m cos(m pi y / W) depend on y, not on x
+// and t. A grid's y loop asks for the same x and t over and over, and for
+// the same y at every x and t: both are kept on each thread.
+constexpr int kMostModes = static_cast<int>(kMostSeriesModes) + 20;
 
 struct SeriesModes {
     int count = 0;  // modes 1 .. count are summed
     bool converged = false;
-    double solution[static_cast<int>(kMostSeriesModes) + 22];  // index m: mode m's one-dimensional solution
+    double solution[kMostModes + 2];  // index m: mode m's one-dimensional solution
 };
 
-thread_local RecentCache<SeriesKey, SeriesModes, 4> theSeriesModes;
+// What the finite-width kernel needs at one x and t, whatever y is.
+struct ColumnKey {
+    double x, t, v, dx, dy, k, width, a, b;
+    bool operator==(const ColumnKey&) const = default;
+};
+
+struct Column {
+    double ceiling = 0.0;  // the one-dimensional solution, above every mode's sum
+    bool series = false;   // the closed-form series; else the image sources
+    green::TransitRange range;  // the image sources' transit range
+    SeriesModes modes;          // the series' modes, when `series`
+};
+
+thread_local RecentCache<ColumnKey, Column, 4> theColumns;
 
 void fillSeriesModes(SeriesModes& out, const green::WalledAquifer& aq, double x, double t, const Transport& c,
                      int modeLimit) {
@@ -119,20 +135,76 @@ void fillSeriesModes(SeriesModes& out, const green::WalledAquifer& aq, double x,
     }
 }
 
-double finiteSeries(const green::WalledAquifer& aq, double y, double x, double t, const Transport& c,
-                    int modeLimit, bool& converged) {
-    const double mean = (aq.b - aq.a) / aq.width;
-    const SeriesKey key{x, t, c.v, c.dx, c.dy, c.k, aq.width, mean, modeLimit};
-    SeriesModes* modes = theSeriesModes.find(key);
-    if (modes == nullptr) {
-        modes = &theSeriesModes.claim(key);
-        fillSeriesModes(*modes, aq, x, t, c, modeLimit);
+// The coefficients c_m cos(m pi y / W) of one point, m = 1 .. made, made on
+// demand in the order the rotations give them (so that the same point always
+// gets the same bits), kept in a small table by y.
+struct PointCoefficients {
+    double width = 0, a = 0, b = 0, y = 0;
+    bool used = false;
+    int made = 0;
+    std::optional<green::StripModes> rotations;
+    double value[kMostModes + 1];
+
+    bool holds(const green::WalledAquifer& aq, double at) const {
+        return used && std::bit_cast<std::uint64_t>(y) == std::bit_cast<std::uint64_t>(at) &&
+               std::bit_cast<std::uint64_t>(width) == std::bit_cast<std::uint64_t>(aq.width) &&
+               std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(aq.a) &&
+               std::bit_cast<std::uint64_t>(b) == std::bit_cast<std::uint64_t>(aq.b);
     }
-    green::StripModes coefficients(aq.width, aq.a, aq.b, y);
-    double sum = mean * modes->solution[0];
-    for (int m = 1; m <= modes->count; ++m) sum += coefficients.next() * modes->solution[m];
-    converged = modes->converged;
+};
+
+constexpr int kKeptPointBits = 7;
+thread_local PointCoefficients theCoefficients[1 << kKeptPointBits];
+
+const double* pointCoefficients(const green::WalledAquifer& aq, double y, int count) {
+    const std::uint64_t hash = std::bit_cast<std::uint64_t>(y) * 0x9E3779B97F4A7C15ull;
+    PointCoefficients& kept = theCoefficients[hash >> (64 - kKeptPointBits)];
+    if (!kept.holds(aq, y)) {
+        kept.width = aq.width;
+        kept.a = aq.a;
+        kept.b = aq.b;
+        kept.y = y;
+        kept.used = true;
+        kept.made = 0;
+        kept.rotations.emplace(aq.width, aq.a, aq.b, y);
+    }
+    for (; kept.made < count; ++kept.made) kept.value[kept.made + 1] = kept.rotations->next();
+    return kept.value;
+}
+
+double finiteSeries(const green::WalledAquifer& aq, double y, const SeriesModes& modes) {
+    const double mean = (aq.b - aq.a) / aq.width;
+    const double* __restrict coefficient = pointCoefficients(aq, y, modes.count);
+    const double* __restrict solution = modes.solution;
+    double sum = mean * solution[0];
+    for (int m = 1; m <= modes.count; ++m) sum += coefficient[m] * solution[m];
     return sum;
+}
+
+// The column of (x, t): made before its entry is claimed, so that a fault
+// raised on the way leaves nothing half made behind.
+const Column& newColumn(const ColumnKey& key, const green::WalledAquifer& aq, const Transport& c) {
+    const double x = key.x, t = key.t;
+    const double ceiling = green::semiInfiniteDirichlet(x, t, c.v, c.dx, c.k, c.u);
+    bool series = false;
+    green::TransitRange range;
+    if (aq.sourceInside && ceiling > kNothingArrived) {
+        // Modes the closed-form series needs for its tail to fall below the
+        // tolerance: (U_M - v) x / (2 Dx) >= ln(4 / (pi tol)).
+        const double reach = std::log(4.0 / (green::kPi * kSeriesTolerance));
+        const double uNeeded = std::max(c.v, 0.0) + 2.0 * c.dx * reach / x;
+        const double modes =
+            aq.width / green::kPi *
+            std::sqrt(std::max(0.0, (uNeeded * uNeeded - c.v * c.v - 4.0 * c.dx * c.k) / (4.0 * c.dx * c.dy)));
+        series = modes <= kMostSeriesModes;
+        if (!series) range = green::transitRange(x, t, c.v, c.dx, c.k, c.u);
+    }
+    Column& column = theColumns.claim(key);
+    column.ceiling = ceiling;
+    column.series = series;
+    column.range = range;
+    if (series) fillSeriesModes(column.modes, aq, x, t, c, kMostModes);
+    return column;
 }
 
 // The Gaussian source's spread at each transit node: f = sigma^2 / (sigma^2
@@ -178,30 +250,23 @@ std::int16_t cnrml_FL(const TwoDimParameters& parameters, double t, double x, do
 
     const Transport c = transport(parameters);
     const double inverseWidth = fp::div(1.0, aq.width);
-    const double ceiling = green::semiInfiniteDirichlet(x, t, c.v, c.dx, c.k, c.u);
-    if (!aq.sourceInside || !(ceiling > kNothingArrived)) return kKernelOk;
-
-    // Modes the closed-form series needs for its tail to fall below the
-    // tolerance: (U_M - v) x / (2 Dx) >= ln(4 / (pi tol)).
-    const double reach = std::log(4.0 / (green::kPi * kSeriesTolerance));
-    const double uNeeded = std::max(c.v, 0.0) + 2.0 * c.dx * reach / x;
-    const double modes = aq.width / green::kPi *
-                         std::sqrt(std::max(0.0, (uNeeded * uNeeded - c.v * c.v - 4.0 * c.dx * c.k) / (4.0 * c.dx * c.dy)));
-    if (modes <= kMostSeriesModes) {
-        bool converged = false;
-        result = fp::checked(finiteSeries(aq, local, x, t, c, static_cast<int>(kMostSeriesModes) + 20, converged));
-        return converged ? kKernelOk : kKernelFailed;
+    const ColumnKey key{x, t, c.v, c.dx, c.dy, c.k, aq.width, aq.a, aq.b};
+    const Column* column = theColumns.find(key);
+    if (column == nullptr) column = &newColumn(key, aq, c);
+    if (!aq.sourceInside || !(column->ceiling > kNothingArrived)) return kKernelOk;
+    if (column->series) {
+        result = fp::checked(finiteSeries(aq, local, column->modes));
+        return column->modes.converged ? kKernelOk : kKernelFailed;
     }
 
     // Image sources: the transit integral with the walled strip's lateral factor,
     // spread sqrt(Dy tau) / W = zeta / s.
-    const green::TransitRange range = green::transitRange(x, t, c.v, c.dx, c.k, c.u);
+    const green::TransitRange& range = column->range;
     const green::WalledStripFactor strip(aq, local);
     const double zeta = x * c.sqrtDy / (2.0 * c.sqrtDx) * inverseWidth;
     const double value = green::vectorTransitIntegral(range, green::builtinNodes(), green::builtinWeights(),
                                                       [&](const green::TransitNodes& tn, double* g) {
-                                                          for (int j = 0; j < tn.count; ++j) g[j] = zeta / tn.s[j];
-                                                          strip.many(g, tn.count, g);
+                                                          return strip.many(tn.nodeSet, tn.s, tn.count, zeta, g);
                                                       });
     result = fp::checked(value);
     return kKernelOk;

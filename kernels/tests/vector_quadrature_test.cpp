@@ -109,6 +109,31 @@ TEST(VectorMath, ExpAndExpm1AtOnceAreEachOfThem) {
     }
 }
 
+TEST(VectorMath, ALanesExpm1DoesNotDependOnItsNeighbours) {
+    // Runs of small arguments (the series), of large ones (the exponential)
+    // and the two mixed, against each argument taken alone.
+    std::vector<double> x;
+    for (int run = 0; run < 40; ++run)
+        for (int i = 0; i < 1 + run % 13; ++i) {
+            const double small = 0.49 * std::sin(0.7 * run + i), large = (run % 2 ? 1.0 : -1.0) * (0.5 + 0.37 * i);
+            x.push_back(run % 3 == 0 ? small : run % 3 == 1 ? large : (i % 2 ? small : large));
+        }
+    for (const vmath::Functions* set : variants()) {
+        std::vector<double> m(x.size()), e(x.size()), m2(x.size());
+        set->expm1(x.data(), m.data(), static_cast<int>(x.size()));
+        set->expAndExpm1(x.data(), e.data(), m2.data(), static_cast<int>(x.size()));
+        for (std::size_t i = 0; i < x.size(); ++i) {
+            double alone = 0.0, aloneE = 0.0, aloneM = 0.0;
+            set->expm1(&x[i], &alone, 1);
+            set->expAndExpm1(&x[i], &aloneE, &aloneM, 1);
+            EXPECT_EQ(m[i], alone) << set->name << " at " << x[i];
+            EXPECT_EQ(m2[i], aloneM) << set->name << " at " << x[i];
+            EXPECT_EQ(e[i], aloneE) << set->name << " at " << x[i];
+            EXPECT_LE(ulpsApart(m[i], std::expm1(static_cast<long double>(x[i]))), 2.0) << set->name << " at " << x[i];
+        }
+    }
+}
+
 TEST(VectorMath, EveryInstructionSetGivesTheSameBits) {
     // A result file must not depend on the processor it was computed on.
     if (vmath::avx2Functions() == nullptr) GTEST_SKIP() << "this processor has only the baseline variant";
