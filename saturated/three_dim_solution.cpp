@@ -201,7 +201,8 @@ double solveThreeDimensional(DataSet& data, ThreeDimParameters& parameters, bool
                                                  : point.value;
             data.result3D(i, k, l, j) = value;
             c = value;
-        });
+        },
+        StopFlag::Cleared, ny);
     if (!finished) return 0.0;
     const double last = c;
 

@@ -186,7 +186,8 @@ double solveTwoDimensional(DataSet& data, TwoDimParameters& parameters, bool mon
             const auto [k, i, j] = stored(at);
             data.result2D(i, k, j) = value;
             c = value;
-        });
+        },
+        StopFlag::Cleared, ny);
     if (!finished) return 0.0;
     const double last = c;
 

@@ -48,10 +48,11 @@ private:
 // Points 0 .. count - 1: compute(point) gives each value (on copies of
 // `compute`, one per thread), store(point, value) keeps it, in point order, on
 // the calling thread. False when Stop ended the grid; stopRequested is then
-// cleared or kept as `stop` says.
+// cleared or kept as `stop` says. The points of one `line` (the grid's inner
+// loop, whose points share what a kernel keeps) stay on one thread.
 template <class Value, class Compute, class Store>
 bool runGridPoints(DataSet& data, long long count, bool monteCarlo, ProgressOwner owner, UserInterface& ui,
-                   Compute& compute, Store&& store, StopFlag stop = StopFlag::Cleared) {
+                   Compute& compute, Store&& store, StopFlag stop = StopFlag::Cleared, long long line = 1) {
     const double total = static_cast<double>(count);
     return forEachInOrderedBatches<Value>(
         count, compute, store,
@@ -63,7 +64,7 @@ bool runGridPoints(DataSet& data, long long count, bool monteCarlo, ProgressOwne
         [&](long long done) {
             if (!monteCarlo) ui.reportProgress(owner, total, static_cast<double>(done));
         },
-        [&](long long point) { return compute(point); });
+        [&](long long point) { return compute(point); }, line);
 }
 
 }  // namespace bm

@@ -79,22 +79,40 @@ Spread::Spread(int threads) : threads_(std::make_unique<Threads>(threads)) {}
 
 Spread::~Spread() = default;
 
-// A few pieces a thread, none smaller: neighbouring points share the node
-// values the kernels keep per thread (one line of a grid fills them once), so
-// a thread is not given scattered single points even when it steals.
-void Spread::run(long long first, long long last, const std::function<void(long long, long long, int)>& body) {
-    const long long grain = std::max(1LL, (last - first) / (4LL * threads_->count));
+// A few pieces a thread, none smaller, of whole lines: neighbouring points
+// share the node values the kernels keep per thread (one line of a grid fills
+// them once), so a thread is not given scattered points or parts of a line
+// even when it steals.
+void Spread::run(long long first, long long last, const std::function<void(long long, long long, int)>& body,
+                 long long line) {
+    line = std::max(1LL, line);
+    const long long firstLine = first / line, endLine = (last + line - 1) / line;
+    const long long grain = std::max(1LL, (endLine - firstLine) / (4LL * threads_->count));
     threads_->arena.execute([&] {
         tbb::parallel_for(
-            tbb::blocked_range<long long>(first, last, static_cast<std::size_t>(grain)),
-            [&](const tbb::blocked_range<long long>& piece) {
-                body(piece.begin(), piece.end(), tbb::this_task_arena::current_thread_index());
+            tbb::blocked_range<long long>(firstLine, endLine, static_cast<std::size_t>(grain)),
+            [&](const tbb::blocked_range<long long>& lines) {
+                const long long from = std::max(first, lines.begin() * line);
+                const long long to = std::min(last, lines.end() * line);
+                if (from < to) body(from, to, tbb::this_task_arena::current_thread_index());
             },
             tbb::simple_partitioner());
     });
 }
 
-BatchSizer::BatchSizer(int threads) : size_(4LL * threads), smallest_(4LL * threads), largest_(1LL << 20) {}
+// Lines longer than this are cut like any items: whole lines would make the
+// first batches too long for progress and Stop.
+constexpr long long kLongestWholeLine = 1024;
+
+BatchSizer::BatchSizer(int threads, long long line)
+    : line_(line > kLongestWholeLine ? 1 : std::max(1LL, line)), size_(4LL * threads * line_), smallest_(size_),
+      largest_(std::max(1LL << 20, size_)) {}
+
+long long BatchSizer::endOf(long long first, long long count) const {
+    const long long end = first + size_;
+    if (end >= count) return count;
+    return std::min(count, (end + line_ - 1) / line_ * line_);  // the end of the line the batch reaches
+}
 
 void BatchSizer::started() { startedAt_ = secondsNow(); }
 

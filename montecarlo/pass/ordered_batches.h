@@ -49,8 +49,10 @@ public:
     Spread& operator=(const Spread&) = delete;
     // Runs body(from, to, slot) over pieces of [first, last) and returns when
     // all are done; `slot` (0 .. threads - 1) is the running thread's own
-    // place, held by one thread at a time.
-    void run(long long first, long long last, const std::function<void(long long, long long, int slot)>& body);
+    // place, held by one thread at a time. Pieces begin and end at multiples
+    // of `line` (and at first and last).
+    void run(long long first, long long last, const std::function<void(long long, long long, int slot)>& body,
+             long long line = 1);
 
 private:
     struct Threads;
@@ -62,12 +64,18 @@ private:
 // of starting a batch stays small.
 class BatchSizer {
 public:
-    explicit BatchSizer(int threads);
+    // Batches of whole lines of `line` items, a few lines a thread at first.
+    explicit BatchSizer(int threads, long long line = 1);
+    // The end of the batch starting at `first` of `count` items.
+    long long endOf(long long first, long long count) const;
     long long next() const { return size_; }
+    // The line the batches keep whole (1 for a line too long to keep whole).
+    long long line() const { return line_; }
     void started();
     void finished();
 
 private:
+    long long line_;
     long long size_;
     long long smallest_;
     long long largest_;
@@ -98,10 +106,12 @@ private:
 // done so far). When an item fails on a worker, the items before it are
 // stored and recover(item) is called on the calling thread: it raises the
 // item's error there (as a one-thread run raises it first in item order), or
-// gives the item's value, and the work goes on after it.
+// gives the item's value, and the work goes on after it. Items in lines of
+// `line` (a grid's inner loop) go to the threads by whole lines, so that what
+// a thread keeps from one point of a line to the next serves the whole line.
 template <class Value, class Compute, class Store, class Proceed, class Progress, class Recover>
 bool forEachInOrderedBatches(long long count, Compute& compute, Store&& store, Proceed&& proceed, Progress&& progress,
-                             Recover&& recover) {
+                             Recover&& recover, long long line = 1) {
     const int threads = calculationThreads();
     if (threads <= 1 || count <= 1) {
         for (long long item = 0; item < count; ++item) {
@@ -115,11 +125,11 @@ bool forEachInOrderedBatches(long long count, Compute& compute, Store&& store, P
     std::vector<std::optional<Compute>> copies(static_cast<std::size_t>(threads));
     std::vector<std::optional<Value>> values;
     batches::Spread spread(threads);
-    batches::BatchSizer sizer(threads);
+    batches::BatchSizer sizer(threads, line);
     batches::FirstFailure failure;
     for (long long first = 0; first < count;) {
         if (!proceed()) return false;
-        const long long last = std::min(count, first + sizer.next());
+        const long long last = sizer.endOf(first, count);
         values.assign(static_cast<std::size_t>(last - first), std::nullopt);
         failure.reset(last);
         sizer.started();
@@ -134,7 +144,7 @@ bool forEachInOrderedBatches(long long count, Compute& compute, Store&& store, P
                     return;
                 }
             }
-        });
+        }, sizer.line());
         sizer.finished();
         const long long failed = failure.index();
         for (long long item = first; item < failed; ++item)

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <csignal>
@@ -168,6 +169,50 @@ TEST(OrderedBatches, TheThreadCountIsAllCoresUnlessSet) {
 
 namespace bm {
 namespace {
+
+// Items in lines go to the threads by whole lines: every piece a thread is
+// given begins and ends at a line's boundary (or at the items' ends), every
+// batch ends at one, and each item is still stored once and in order.
+TEST(OrderedBatches, LinesStayWholeOnOneThread) {
+    const ScopedCalculationThreads scope(3);
+    constexpr long long kLine = 7, kCount = 7 * 300 + 4;  // a last, shorter line
+    std::mutex seen;
+    std::vector<std::pair<long long, long long>> pieces;
+    batches::Spread spread(3);
+    spread.run(5, kCount - 2, [&](long long from, long long to, int) {
+        const std::lock_guard lock(seen);
+        pieces.emplace_back(from, to);
+    }, kLine);
+    std::sort(pieces.begin(), pieces.end());
+    ASSERT_FALSE(pieces.empty());
+    EXPECT_EQ(pieces.front().first, 5);
+    EXPECT_EQ(pieces.back().second, kCount - 2);
+    for (std::size_t p = 0; p < pieces.size(); ++p) {
+        if (p > 0) {
+            EXPECT_EQ(pieces[p].first, pieces[p - 1].second);  // no gap, no overlap
+            EXPECT_EQ(pieces[p].first % kLine, 0) << pieces[p].first;
+        }
+        if (p + 1 < pieces.size()) {
+            EXPECT_EQ(pieces[p].second % kLine, 0) << pieces[p].second;
+        }
+    }
+
+    std::vector<long long> stored, batchEnds;
+    auto compute = [](long long item) { return static_cast<double>(item) * 0.5; };
+    const bool finished = forEachInOrderedBatches<double>(
+        kCount, compute, [&](long long item, double value) {
+            EXPECT_EQ(value, static_cast<double>(item) * 0.5);
+            stored.push_back(item);
+        },
+        [] { return true; }, [&](long long done) { batchEnds.push_back(done); },
+        [](long long item) { return static_cast<double>(item) * 0.5; }, kLine);
+    EXPECT_TRUE(finished);
+    ASSERT_EQ(stored.size(), static_cast<std::size_t>(kCount));
+    for (long long i = 0; i < kCount; ++i) EXPECT_EQ(stored[static_cast<std::size_t>(i)], i);
+    ASSERT_FALSE(batchEnds.empty());
+    EXPECT_EQ(batchEnds.back(), kCount);
+    for (std::size_t b = 0; b + 1 < batchEnds.size(); ++b) EXPECT_EQ(batchEnds[b] % kLine, 0) << batchEnds[b];
+}
 
 // The workers hold back the terminating signals, so that the process takes
 // them on the calling thread (which holds them back itself while it makes a
