@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 
 #include "model/number_digits.h"
 #include "model/number_pattern.h"
@@ -170,11 +171,20 @@ bool isNumeric(std::string_view text) {
     return digits::isStrict(t);
 }
 
+namespace {
+
+// Out of the readers' way: the error of a text that gave no finite number.
+[[noreturn, gnu::noinline, gnu::cold]] void refuseNumber(double reading) {
+    raiseError(std::isnan(reading) ? err::TypeMismatch : err::Overflow);
+}
+
+}  // namespace
+
 double numericValue(std::string_view text) {
-    const digits::Reading reading = digits::readBetweenBlanks(text);
-    if (!reading.numeric) raiseError(err::TypeMismatch);
-    if (std::isinf(reading.value)) raiseError(err::Overflow);
-    return reading.value;
+    const double value = digits::readBetweenBlanks(text);
+    if (!(std::fabs(value) <= std::numeric_limits<double>::max())) [[unlikely]]
+        refuseNumber(value);
+    return value;
 }
 
 std::string textAfter(std::string_view line, std::string_view separator) {
