@@ -7,12 +7,12 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <limits>
 #include <emmintrin.h>
 #include <string>
 #include <system_error>
 
 #include "model/powers_of_ten.h"
+#include "shell/base/runtime_error.h"
 
 namespace bm::digits {
 
@@ -439,14 +439,24 @@ bool readStrict(std::string_view text, double& value) {
     return readWhole(text.data(), text.data() + text.size(), value);
 }
 
+namespace {
+
+// Out of the readers' way: the error of a text that gave no finite number.
+[[noreturn, gnu::noinline, gnu::cold]] void refuseNumber(bool numeric) {
+    raiseError(numeric ? err::Overflow : err::TypeMismatch);
+}
+
+}  // namespace
+
 double readBetweenBlanks(std::string_view text) {
     const char* first = text.data();
     const char* last = first + text.size();
     while (first < last && (*first == ' ' || *first == '\t')) ++first;
     while (last > first && (last[-1] == ' ' || last[-1] == '\t')) --last;
     double value;
-    if (!readWhole(first, last, value)) [[unlikely]]
-        return std::numeric_limits<double>::quiet_NaN();
+    const bool numeric = readWhole(first, last, value);
+    if (!numeric || std::isinf(value)) [[unlikely]]
+        refuseNumber(numeric);
     return value;
 }
 

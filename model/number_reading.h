@@ -17,9 +17,8 @@ bool isStrict(std::string_view text);
 // The double nearest to a text of the strict grammar (too large gives an
 // infinity, too small 0, like strtod); false, and no value, for any other text.
 bool readStrict(std::string_view text, double& value);
-// As readStrict, blanks and tabs before and after the number allowed; a NaN
-// (which no text of the grammar reads as) for any other text, so that the
-// answer comes back in one register.
+// As readStrict, blanks and tabs before and after the number allowed; error
+// 13 for any other text, 6 for a number too large for a double.
 double readBetweenBlanks(std::string_view text);
 
 // The lenient reading: blanks, tabs and line feeds skipped wherever they

@@ -6,7 +6,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
-#include <limits>
 
 #include "model/number_digits.h"
 #include "model/number_pattern.h"
@@ -171,21 +170,7 @@ bool isNumeric(std::string_view text) {
     return digits::isStrict(t);
 }
 
-namespace {
-
-// Out of the readers' way: the error of a text that gave no finite number.
-[[noreturn, gnu::noinline, gnu::cold]] void refuseNumber(double reading) {
-    raiseError(std::isnan(reading) ? err::TypeMismatch : err::Overflow);
-}
-
-}  // namespace
-
-double numericValue(std::string_view text) {
-    const double value = digits::readBetweenBlanks(text);
-    if (!(std::fabs(value) <= std::numeric_limits<double>::max())) [[unlikely]]
-        refuseNumber(value);
-    return value;
-}
+double numericValue(std::string_view text) { return digits::readBetweenBlanks(text); }
 
 std::string textAfter(std::string_view line, std::string_view separator) {
     const auto p = line.find(separator);
