@@ -234,10 +234,24 @@ struct Nineteen {
 // slow reading.
 constexpr long kMostExponentDigits = 6;
 
+// The general text's exponent, four bytes at p: "E-05", or any of e, E, d,
+// D, a sign and two digits. Tested all at once, without a branch per byte.
+[[gnu::always_inline]] inline bool generalExponent(const char* p, long& exponent) {
+    const unsigned marker = static_cast<unsigned char>(p[0] | 0x20) - static_cast<unsigned>('d');  // 0 or 1
+    const unsigned sign = static_cast<unsigned char>(p[1]) - static_cast<unsigned>('+');          // 0 or 2
+    const unsigned tens = static_cast<unsigned char>(p[2]) - static_cast<unsigned>('0');
+    const unsigned units = static_cast<unsigned char>(p[3]) - static_cast<unsigned>('0');
+    if (!((marker <= 1) & ((sign & ~2u) == 0) & (tens <= 9) & (units <= 9))) return false;
+    const long e = static_cast<long>(tens * 10 + units);
+    exponent = sign == 0 ? e : -e;
+    return true;
+}
+
 [[gnu::always_inline]] inline NumberScan scanNumber(const char* first, const char* last) {
-    NumberScan s;
+    // Locals, the scan put together only at its end: kept in registers.
     const char* p = first;
-    if (p < last && (*p == '+' || *p == '-')) s.negative = *p++ == '-';
+    bool negative = false, outOfReach = false;
+    if (p < last && (*p == '+' || *p == '-')) negative = *p++ == '-';
     std::uint64_t m = 0;
     const char* const integer = p;
     // Most integer parts are short: one digit before the point in the general
@@ -260,13 +274,12 @@ constexpr long kMostExponentDigits = 6;
         fractionEnd = p;
     }
     const auto count = (integerEnd - integer) + (fractionEnd - fraction);
-    if (count == 0) {
-        s.reached = p;
-        return s;
-    }
-    s.end = p;
+    if (count == 0) return NumberScan{.reached = p};
+    const char* end = p;
     long exponent = 0;
-    if (p < last && ((*p | 0x20) == 'e' || (*p | 0x20) == 'd')) {  // e, E, d or D
+    if (last - p == 4 && generalExponent(p, exponent)) {
+        end = p = last;
+    } else if (p < last && ((*p | 0x20) == 'e' || (*p | 0x20) == 'd')) {  // e, E, d or D
         const char* q = p + 1;
         bool negativeExponent = false;
         if (q < last && (*q == '+' || *q == '-')) negativeExponent = *q++ == '-';
@@ -283,26 +296,19 @@ constexpr long kMostExponentDigits = 6;
                 if (digit > 9) break;
                 e = e * 10 + digit;
             }
-            if (q - digits > kMostExponentDigits) s.outOfReach = true;
+            if (q - digits > kMostExponentDigits) outOfReach = true;
         }
         if (q > digits) {  // "1e" and "1e+" end before their marker
-            s.end = q;
+            end = q;
             exponent = negativeExponent ? -static_cast<long>(e) : static_cast<long>(e);
         }
         p = q;
     }
-    s.reached = p;
-    if (count <= 19) [[likely]] {
-        s.mantissa = m;
-        s.scale = static_cast<int>(exponent - (fractionEnd - fraction));
-    } else {
-        const Nineteen n = keepNineteen(integer, integerEnd, fraction, fractionEnd, exponent);
-        s.mantissa = n.mantissa;
-        s.truncated = n.truncated;
-        if (n.scale < -10000000 || n.scale > 10000000) s.outOfReach = true;
-        else s.scale = static_cast<int>(n.scale);
-    }
-    return s;
+    if (count <= 19) [[likely]]
+        return NumberScan{end, p, m, static_cast<int>(exponent - (fractionEnd - fraction)), negative, false, outOfReach};
+    const Nineteen n = keepNineteen(integer, integerEnd, fraction, fractionEnd, exponent);
+    const bool far = n.scale < -10000000 || n.scale > 10000000;
+    return NumberScan{end, p, n.mantissa, far ? 0 : static_cast<int>(n.scale), negative, n.truncated, outOfReach || far};
 }
 
 // Exactly representable powers of ten.
