@@ -145,9 +145,8 @@ constexpr auto kInverseFivePowers = [] {
     const __m128i fours = _mm_madd_epi16(pairs, _mm_set1_epi32(0x00010064));   // 100 and 1
     const __m128i packed = _mm_packs_epi32(fours, fours);                       // each below 10000
     const __m128i eights = _mm_madd_epi16(packed, _mm_set1_epi32(0x00012710));  // 10000 and 1
-    const auto high = static_cast<std::uint32_t>(_mm_cvtsi128_si32(eights));
-    const auto low = static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_srli_si128(eights, 4)));
-    return high * 100000000ull + low;
+    const auto both = static_cast<std::uint64_t>(_mm_cvtsi128_si64(eights));  // one move out for both halves
+    return (both & 0xffffffffu) * 100000000ull + (both >> 32);
 }
 
 // The fraction's digits from p on, sixteen bytes at a time, in a text of
@@ -457,8 +456,11 @@ namespace {
 double readBetweenBlanks(std::string_view text) {
     const char* first = text.data();
     const char* last = first + text.size();
-    while (first < last && (*first == ' ' || *first == '\t')) ++first;
-    while (last > first && (last[-1] == ' ' || last[-1] == '\t')) --last;
+    // One test each end for the usual text with no blank around it.
+    if (first < last && static_cast<unsigned char>(*first) <= ' ')
+        while (first < last && (*first == ' ' || *first == '\t')) ++first;
+    if (first < last && static_cast<unsigned char>(last[-1]) <= ' ')
+        while (last > first && (last[-1] == ' ' || last[-1] == '\t')) --last;
     double value;
     const bool numeric = readWhole(first, last, value);
     if (!numeric || std::isinf(value)) [[unlikely]]
