@@ -1,6 +1,5 @@
 #include "model/number_reading.h"
 
-#include <array>
 #include <bit>
 #include <charconv>
 #include <cmath>
@@ -102,38 +101,10 @@ constexpr std::uint64_t kWholePowers[] = {1,
 }
 
 // Sixteen zero bytes, then sixteen ones: the sixteen bytes from offset k
-// are set from byte 16 - k on.
-alignas(16) constexpr unsigned char kFromByte[32] = {0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,
+// keep the last k bytes of a vector.
+alignas(16) constexpr unsigned char kKeepLast[32] = {0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,
                                                      0,    0,    0,    0,    0,    0xff, 0xff, 0xff, 0xff, 0xff, 0xff,
                                                      0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff};
-
-[[gnu::always_inline]] inline __m128i fromByte(int k) {
-    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(kFromByte + 16 - k));
-}
-
-// The inverse of 5^t modulo 2^64 (5 is odd, so it has one), by Newton's
-// iteration x <- x (2 - a x), each step doubling the bits that are right.
-constexpr std::uint64_t inverseModulo(std::uint64_t a) {
-    std::uint64_t x = a;  // right in 3 bits: a a = 1 mod 8 for odd a
-    for (int i = 0; i < 5; ++i) x *= 2 - a * x;
-    return x;
-}
-
-constexpr auto kInverseFivePowers = [] {
-    std::array<std::uint64_t, 17> inverse{};
-    std::uint64_t five = 1;
-    for (auto& x : inverse) {
-        x = inverseModulo(five);
-        five *= 5;
-    }
-    return inverse;
-}();
-
-// v / 10^t for a v that 10^t divides: v / 2^t by a shift, then / 5^t as a
-// product with the inverse of 5^t, exact modulo 2^64 and so exact.
-[[gnu::always_inline]] inline std::uint64_t exactlyOverPowerOfTen(std::uint64_t v, int t) {
-    return (v >> t) * kInverseFivePowers[static_cast<std::size_t>(t)];
-}
 
 // The number of sixteen digit values (0 to 9, the first in the lowest
 // byte): pairs by a multiply and add of 16-bit lanes, fours and eights by
@@ -149,35 +120,32 @@ constexpr auto kInverseFivePowers = [] {
     return (both & 0xffffffffu) * 100000000ull + (both >> 32);
 }
 
-// The fraction's digits from p on, sixteen bytes at a time, in a text of
-// sixteen bytes or more: the window is the sixteen bytes from p, or where
-// fewer remain the last sixteen of the text. One comparison finds the run's
-// length in the window; its bytes kept and the rest cleared, the window's
-// value is the run's value times 10^(bytes after the run), divided out
-// exactly. False, nothing read, for a shorter text.
+// The fraction's digits where sixteen bytes stand from p on: their count
+// from one comparison of all sixteen; a run shorter than sixteen taken as
+// the sixteen bytes that end with it (when the text reaches back that far)
+// with the bytes before the run cleared. False, p at the digits left, when
+// the run goes on where fewer than sixteen bytes remain or it cannot reach back.
 [[gnu::always_inline]] inline bool gatherSixteen(const char* first, const char*& p, const char* last,
                                                  std::uint64_t& m) {
-    if (last - first < 16) return false;
-    for (;;) {
-        const char* const window = last - p >= 16 ? p : last - 16;
-        const int skip = static_cast<int>(p - window);
+    while (last - p >= 16) {
         const __m128i digits =
-            _mm_sub_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(window)), _mm_set1_epi8('0'));
+            _mm_sub_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)), _mm_set1_epi8('0'));
         const __m128i digitBytes = _mm_cmpeq_epi8(_mm_subs_epu8(digits, _mm_set1_epi8(9)), _mm_setzero_si128());
-        const auto marks = static_cast<unsigned>(_mm_movemask_epi8(digitBytes));  // bits 0 to 15
-        const int count = std::countr_one(marks >> skip);                          // at most 16 - skip
+        const int count = std::countr_one(static_cast<unsigned>(_mm_movemask_epi8(digitBytes)));
         if (count == 16) {
             m = m * kWholePowers[16] + sixteenDigits(digits);
             p += 16;
-            if (p == last) return true;
             continue;
         }
-        const int end = skip + count;
-        const __m128i run = _mm_andnot_si128(fromByte(end), _mm_and_si128(digits, fromByte(skip)));
-        m = m * kWholePowers[count] + exactlyOverPowerOfTen(sixteenDigits(run), 16 - end);
+        if ((p - first) + count < 16) return false;
+        const __m128i ending =
+            _mm_sub_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p + count - 16)), _mm_set1_epi8('0'));
+        const __m128i run = _mm_and_si128(ending, _mm_loadu_si128(reinterpret_cast<const __m128i*>(kKeepLast + count)));
+        m = m * kWholePowers[count] + sixteenDigits(run);
         p += count;
         return true;
     }
+    return false;
 }
 
 bool anyNonzero(const char* p, const char* last) {
