@@ -332,10 +332,10 @@ TEST(NumberTextOracle, EveryReaderGivesTheValueOfTheReference) {
     std::printf("%lld texts, %lld comparisons with the reference\n", n, m.compared());
 }
 
-// The readers take a fraction's digits sixteen bytes at a time, and where
-// fewer than sixteen remain, the last sixteen of the text: every place of
-// the point in texts of 1 to 60 bytes, every length of fraction, with and
-// without what may follow the digits.
+// The readers take a fraction's digits sixteen bytes at a time, a shorter
+// run as the sixteen bytes that end with it, and the last few eight at a
+// time: every place of the point in texts of 1 to 60 bytes, every length of
+// fraction, with and without what may follow the digits.
 TEST(NumberTextOracle, EveryPlaceOfThePointAndEveryLengthOfFraction) {
     Mismatches m;
     std::mt19937_64 random(99);
