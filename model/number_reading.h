@@ -17,13 +17,9 @@ bool isStrict(std::string_view text);
 // The double nearest to a text of the strict grammar (too large gives an
 // infinity, too small 0, like strtod); false, and no value, for any other text.
 bool readStrict(std::string_view text, double& value);
-// As readStrict, blanks and tabs before and after the number allowed; the
-// value comes back in registers.
-struct Reading {
-    double value = 0.0;
-    bool numeric = false;
-};
-Reading readBetweenBlanks(std::string_view text);
+// As readStrict, blanks and tabs before and after the number allowed; error
+// 13 for any other text, 6 for a number too large for a double.
+double readBetweenBlanks(std::string_view text);
 
 // The lenient reading: blanks, tabs and line feeds skipped wherever they
 // stand, the longest numeric prefix of what remains (an exponent marker

@@ -170,12 +170,7 @@ bool isNumeric(std::string_view text) {
     return digits::isStrict(t);
 }
 
-double numericValue(std::string_view text) {
-    const digits::Reading reading = digits::readBetweenBlanks(text);
-    if (!reading.numeric) raiseError(err::TypeMismatch);
-    if (std::isinf(reading.value)) raiseError(err::Overflow);
-    return reading.value;
-}
+double numericValue(std::string_view text) { return digits::readBetweenBlanks(text); }
 
 std::string textAfter(std::string_view line, std::string_view separator) {
     const auto p = line.find(separator);

@@ -332,6 +332,28 @@ TEST(NumberTextOracle, EveryReaderGivesTheValueOfTheReference) {
     std::printf("%lld texts, %lld comparisons with the reference\n", n, m.compared());
 }
 
+// The readers take a fraction's digits sixteen bytes at a time, a shorter
+// run as the sixteen bytes that end with it, and the last few eight at a
+// time: every place of the point in texts of 1 to 60 bytes, every length of
+// fraction, with and without what may follow the digits.
+TEST(NumberTextOracle, EveryPlaceOfThePointAndEveryLengthOfFraction) {
+    Mismatches m;
+    std::mt19937_64 random(99);
+    const char* const endings[] = {"", "E-05", "d+3", "e-300", " ", "\t  ", "x", ".", "e"};
+    for (int whole = 0; whole <= 20; ++whole)
+        for (int fraction = 0; fraction <= 40; ++fraction)
+            for (const char* ending : endings) {
+                std::string t = (random() % 3 == 0) ? "-" : "";
+                for (int i = 0; i < whole; ++i) t += static_cast<char>('0' + random() % 10);
+                t += '.';
+                for (int i = 0; i < fraction; ++i) t += static_cast<char>('0' + random() % 10);
+                t += ending;
+                compareReaders(t, m);
+                compareReaders(" " + t, m);
+            }
+    EXPECT_EQ(m.count(), 0) << "of " << m.compared() << " comparisons";
+}
+
 TEST(NumberTextOracle, IntegerPrintForms) {
     Mismatches m;
     std::mt19937_64 random(5);

@@ -137,6 +137,41 @@ TEST(NumericValue, ErrorsOfTheStrictConversion) {
     }
 }
 
+// The values the compiler reads from the same texts, as literals.
+TEST(NumericValue, EdgeTextsOfTheStrictConversion) {
+    EXPECT_EQ(numericValue(" \t1.5E-05\t "), 1.5E-05);
+    EXPECT_EQ(numericValue("+2.5"), 2.5);
+    EXPECT_EQ(numericValue("\t-2.5d3"), -2500.0);
+    EXPECT_EQ(numericValue("1D-2  "), 0.01);
+    EXPECT_EQ(numericValue("1.23456789012346E-05"), 1.23456789012346E-05);
+    EXPECT_EQ(numericValue("1.2345678901234E-05"), 1.2345678901234E-05);
+    EXPECT_EQ(numericValue("0.123456789012346"), 0.123456789012346);
+    EXPECT_EQ(numericValue("0.00123456789012346"), 0.00123456789012346);
+    EXPECT_EQ(numericValue("   0.00123456789012346  "), 0.00123456789012346);
+    EXPECT_EQ(numericValue("1234567890123456.7890123"), 1234567890123456.7890123);
+    EXPECT_EQ(numericValue("0.12345678901234567890123456789"), 0.12345678901234567890123456789);
+    EXPECT_EQ(numericValue("9.87654321098765E-300"), 9.87654321098765E-300);
+    EXPECT_EQ(numericValue("123456789012345."), 123456789012345.0);
+    EXPECT_EQ(numericValue("-.000000000000000000025"), -.000000000000000000025);
+    EXPECT_EQ(numericValue("1.7976931348623157e308"), 1.7976931348623157e308);
+    const auto errorOf = [](const char* text) {
+        try {
+            numericValue(text);
+        } catch (const RuntimeError& e) {
+            return e.number();
+        }
+        return 0;
+    };
+    EXPECT_EQ(errorOf("1.7976931348623159e308"), 6);
+    EXPECT_EQ(errorOf(" -1D400 "), 6);
+    EXPECT_EQ(errorOf("1.5E-05x"), 13);
+    EXPECT_EQ(errorOf("0.12345678901234567 8"), 13);
+    EXPECT_EQ(errorOf("+"), 13);
+    EXPECT_EQ(errorOf(" \t "), 13);
+    EXPECT_EQ(errorOf("1.5\n"), 13);
+    EXPECT_EQ(errorOf("1.234567890123456E"), 13);
+}
+
 TEST(TextAfter, TrimmedRestBehindFirstSeparator) {
     EXPECT_EQ(textAfter("X: 0:100:1", ":"), "0:100:1");
     EXPECT_EQ(textAfter("Author:   Smith  ", ":"), "Smith");
