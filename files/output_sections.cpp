@@ -357,7 +357,7 @@ void writeMonteCarloOutput(const DataSet& d, PrintOutput& out, BlockLayout layou
     const ModelKindInfo& kind = kindOf(d, multi);
     const long long n = d.monteStore(kind.kind).monteIterations;
     out.printLine("Number of Monte Carlo Iterations: " + signedFieldInteger(n));
-    const auto value = [&](const IterationResults& results, long long i) {
+    const auto printValue = [&](const IterationResults& results, long long i) {
         const double v = results.valueOr0(static_cast<int>(i));
         if (results.singlePrecision()) out.printStreamReal(static_cast<float>(v));
         else out.printStreamReal(v);
@@ -365,14 +365,14 @@ void writeMonteCarloOutput(const DataSet& d, PrintOutput& out, BlockLayout layou
     out.reserveMore(gridBytes((multi ? d.numChemicals : 1) * std::max(n, 0LL), 1));
     if (!multi) {
         const IterationResults results = kind.monteCarloResults(const_cast<DataSet&>(d), 1);  // read only
-        for (long long i = 1; i <= n - 1; ++i) value(results, i);
+        for (long long i = 1; i <= n - 1; ++i) printValue(results, i);
         endOutput(out);  // on the line of the values
         return;
     }
     for (int c = 1; c <= d.numChemicals; ++c) {
         out.printLine("Chemical " + signedFieldInteger(c));
         const IterationResults results = kind.monteCarloResults(const_cast<DataSet&>(d), c);  // read only
-        for (long long i = 1; i <= n - 1; ++i) value(results, i);
+        for (long long i = 1; i <= n - 1; ++i) printValue(results, i);
         out.printLine();
     }
     endOutput(out);

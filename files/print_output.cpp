@@ -23,7 +23,7 @@ void appendReal(std::string& text, std::string_view before, Form form) {
         text += number;
         return;
     }
-    char* start = room + (number.data() - room) - before.size();
+    char* start = room + (number.data() - room) - before.size();  // (number's place, writable)
     std::memcpy(start, before.data(), before.size());
     text.append(start, before.size() + number.size());
 }

@@ -1,13 +1,14 @@
 #include "files/text_file.h"
 
+#include <utility>
+
 #include "files/code_page.h"
 #include "files/safe_save.h"
 
 namespace bm {
 
-void writeTextFile(const std::string& path, const std::string& utf8Text) {
-    if (isAscii(utf8Text)) replaceFileContents(path, utf8Text);
-    else replaceFileContents(path, utf8ToWindows1252(utf8Text));
+void writeTextFile(const std::string& path, std::string utf8Text) {
+    replaceFileContents(path, utf8ToWindows1252(std::move(utf8Text)));
 }
 
 }  // namespace bm

@@ -9,6 +9,6 @@ namespace bm {
 
 // Writes UTF-8 text to `path` in the Windows-1252 code page; run-time errors
 // as replaceFileContents raises them (61 disk full, 75 not writable, 76 no folder).
-void writeTextFile(const std::string& path, const std::string& utf8Text);
+void writeTextFile(const std::string& path, std::string utf8Text);
 
 }  // namespace bm

@@ -12,12 +12,6 @@ namespace bm {
 
 namespace {
 
-constexpr std::uint64_t tenTo(int n) {
-    std::uint64_t p = 1;
-    for (int i = 0; i < n; ++i) p *= 10;
-    return p;
-}
-
 // Digits of the 15 kept: w is the value's 15 digits as a whole number, its
 // first digit at 10^e, so the value is w 10^(e - 14).
 constexpr int kDigits = 15;
@@ -96,8 +90,8 @@ char* writeFraction(char* p, std::uint32_t n, int kept) {
 // trailing zeros dropped down to kRequired of them.
 template <int kExponent, int kDecimals, int kRequired>
 char* writeFixed(char* p, std::uint64_t w) {
-    constexpr std::uint64_t dropped = tenTo(kDigits - 1 - kExponent - kDecimals);
-    constexpr std::uint64_t scale = tenTo(kDecimals);
+    constexpr std::uint64_t dropped = digits::kTenTo[kDigits - 1 - kExponent - kDecimals];
+    constexpr std::uint64_t scale = digits::kTenTo[kDecimals];
     const std::uint64_t r = (w + dropped / 2) / dropped;
     p = writeSmallWhole(p, static_cast<std::uint32_t>(r / scale));
     *p++ = '.';
@@ -111,7 +105,7 @@ char* writeFixed(char* p, std::uint64_t w) {
 // point always, 'e', the exponent's sign ('+' when not negative) and its
 // digits without padding.
 char* writeScientific(char* p, std::uint64_t w, int e) {
-    constexpr std::uint64_t dropped = tenTo(kDigits - 5);
+    constexpr std::uint64_t dropped = digits::kTenTo[kDigits - 5];
     std::uint64_t r = (w + dropped / 2) / dropped;
     if (r == 100000) {  // 9.99995 and up: 1. at the next power
         r = 10000;
@@ -130,13 +124,13 @@ char* writeScientific(char* p, std::uint64_t w, int e) {
 template <int kExponent>
 char* writeWhole(char* p, std::uint64_t w) {
     constexpr int count = kExponent + 1;
-    digits::writeDigits(w / tenTo(kDigits - count), count, p);
+    digits::writeDigits(w / digits::kTenTo[kDigits - count], count, p);
     return p + count;
 }
 
 template <int kExponent>
 bool isWhole(std::uint64_t w) {
-    return w % tenTo(kDigits - 1 - kExponent) == 0;
+    return w % digits::kTenTo[kDigits - 1 - kExponent] == 0;
 }
 
 // The row a value takes by the decade of its first digit: whole numbers below
@@ -182,7 +176,7 @@ char* writeNumber(char* out, float value) {
     // double's 15 digits with eight zeros after them.
     if (!std::isfinite(value)) return nonFinite(out, value);
     const digits::RoundedWhole r = digits::roundedWhole(std::fabs(static_cast<double>(value)), 7);
-    return writeRow(out, r.whole * tenTo(kDigits - 7), r.exponent, value < 0);
+    return writeRow(out, r.whole * digits::kTenTo[kDigits - 7], r.exponent, value < 0);
 }
 
 }  // namespace bm

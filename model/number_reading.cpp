@@ -45,24 +45,6 @@ bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n'; }
     return static_cast<std::uint32_t>((word & 0x0000ffff0000ffffull) * 42949672960001ull >> 32);
 }
 
-constexpr std::uint64_t kWholePowers[] = {1,
-                                          10,
-                                          100,
-                                          1000,
-                                          10000,
-                                          100000,
-                                          1000000,
-                                          10000000,
-                                          100000000,
-                                          1000000000,
-                                          10000000000,
-                                          100000000000,
-                                          1000000000000,
-                                          10000000000000,
-                                          100000000000000,
-                                          1000000000000000,
-                                          10000000000000000};
-
 // The run of digits from p on, appended to m (which wraps past 19 digits;
 // the caller counts them); `first` is the start of the whole text. Returns
 // the end of the run. Eight bytes at a time, the run's end found by the
@@ -94,7 +76,7 @@ constexpr std::uint64_t kWholePowers[] = {1,
         if (count > 0) {
             // The digits moved to the top bytes, '0's below them.
             word = (word << (8 * (8 - count))) | (0x3030303030303030ull >> (8 * count));
-            m = m * kWholePowers[count] + eightDigits(word);
+            m = m * kTenTo[count] + eightDigits(word);
         }
         return p + count;
     }
@@ -133,7 +115,7 @@ alignas(16) constexpr unsigned char kKeepLast[32] = {0,    0,    0,    0,    0, 
         const __m128i digitBytes = _mm_cmpeq_epi8(_mm_subs_epu8(digits, _mm_set1_epi8(9)), _mm_setzero_si128());
         const int count = std::countr_one(static_cast<unsigned>(_mm_movemask_epi8(digitBytes)));
         if (count == 16) {
-            m = m * kWholePowers[16] + sixteenDigits(digits);
+            m = m * kTenTo[16] + sixteenDigits(digits);
             p += 16;
             continue;
         }
@@ -141,7 +123,7 @@ alignas(16) constexpr unsigned char kKeepLast[32] = {0,    0,    0,    0,    0, 
         const __m128i ending =
             _mm_sub_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p + count - 16)), _mm_set1_epi8('0'));
         const __m128i run = _mm_and_si128(ending, _mm_loadu_si128(reinterpret_cast<const __m128i*>(kKeepLast + count)));
-        m = m * kWholePowers[count] + sixteenDigits(run);
+        m = m * kTenTo[count] + sixteenDigits(run);
         p += count;
         return true;
     }
@@ -337,8 +319,7 @@ constexpr double kExactPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7
         value = 0.0;
         return true;
     }
-    if (!s.truncated) return nearest(s.mantissa, s.scale, value);
-    double low = 0.0, high = 0.0;
+    double low = 0.0, high = 0.0;  // truncated: between m and m + 1 units
     if (!nearest(s.mantissa, s.scale, low) || !nearest(s.mantissa + 1, s.scale, high) || low != high) return false;
     value = low;
     return true;

@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "model/number_digits.h"
+#include "model/number_format.h"
 #include "model/number_pattern.h"
 #include "model/number_reading.h"
 #include "shell/base/runtime_error.h"
@@ -70,40 +71,10 @@ const Pattern* rowOf(double v, const digits::Decimal& d) {
     return &kScientificRow;
 }
 
-// The same row for the double nearest to the digits d themselves, read from
-// their exponent: a decimal of 15 digits and the double nearest to it lie on
-// the same side of every power of ten from 0.001 to 100000 (the doubles there
-// are far finer than the digits).
-const Pattern* rowOfDigits(const digits::Decimal& d) {
-    if (wholeInGeneralText(d)) return d.exponent >= 5 ? &kScientificRow : nullptr;
-    switch (d.exponent) {
-    case 3: return &kFourDigitRow;
-    case 2: return &kThreeDigitRow;
-    case 1: return &kTwoDigitRow;
-    case 0: return &kOneDigitRow;
-    case -1: return &kTenthsRow;
-    case -2: return &kHundredthsRow;
-    case -3: return &kThousandthsRow;
-    default: return &kScientificRow;
-    }
-}
-
 std::string formatRow(const digits::Decimal& d, bool negative, const Pattern* row) {
     if (row != nullptr) return applyPattern(d, negative, *row);
     char text[digits::kGeneralTextRoom];
     return std::string(text, static_cast<std::size_t>(digits::writeGeneral(text, d, negative, 15)));
-}
-
-// 15 digits above the largest double (1.79769313486232E+308 and up): their
-// text reads back as an infinity.
-bool beyondTheDoubles(const digits::Decimal& d) {
-    if (d.exponent != 308) return d.exponent > 308;
-    constexpr char kLargest[] = "179769313486232";
-    for (int i = 0; i < 15; ++i) {
-        const char c = i < d.count ? d.digit[i] : '0';
-        if (c != kLargest[i]) return c > kLargest[i];
-    }
-    return true;
 }
 
 }  // namespace
@@ -150,12 +121,8 @@ std::string formatNumber(std::string_view valueText) {
 }
 
 std::string formatNumber(double value) {
-    // As the number's general text would be formatted: that text holds the
-    // same 15 digits, and reads back as an infinity only beyond the doubles.
-    if (!std::isfinite(value)) return generalText(value);
-    const digits::Decimal d = digits::rounded(std::fabs(value), 15);
-    if (beyondTheDoubles(d)) return generalText(value);
-    return formatRow(d, value < 0, rowOfDigits(d));
+    char text[kNumberTextRoom];
+    return std::string(text, writeNumber(text, value));
 }
 
 std::string formatCell(std::string_view valueText) {

@@ -10,6 +10,26 @@ namespace bm::digits {
 
 __extension__ using Wide = unsigned __int128;
 
+// 10^0 .. 10^17 as whole numbers.
+inline constexpr std::uint64_t kTenTo[] = {1ull,
+                                           10ull,
+                                           100ull,
+                                           1000ull,
+                                           10000ull,
+                                           100000ull,
+                                           1000000ull,
+                                           10000000ull,
+                                           100000000ull,
+                                           1000000000ull,
+                                           10000000000ull,
+                                           100000000000ull,
+                                           1000000000000ull,
+                                           10000000000000ull,
+                                           100000000000000ull,
+                                           1000000000000000ull,
+                                           10000000000000000ull,
+                                           100000000000000000ull};
+
 class PowersOfTen {
 public:
     static constexpr int kMost = 350;

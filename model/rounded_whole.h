@@ -10,25 +10,6 @@
 
 namespace bm::digits {
 
-inline constexpr std::uint64_t kTenTo[] = {1ull,
-                                           10ull,
-                                           100ull,
-                                           1000ull,
-                                           10000ull,
-                                           100000ull,
-                                           1000000ull,
-                                           10000000ull,
-                                           100000000ull,
-                                           1000000000ull,
-                                           10000000000ull,
-                                           100000000000ull,
-                                           1000000000000ull,
-                                           10000000000000ull,
-                                           100000000000000ull,
-                                           1000000000000000ull,
-                                           10000000000000000ull,
-                                           100000000000000000ull};
-
 // |value| rounded to `significant` digits (at most 16), half to even on an
 // exact tie of the binary value, as printf's "%.*e" rounds, as a whole number
 // of exactly `significant` digits (trailing zeros kept): magnitude is about

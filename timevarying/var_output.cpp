@@ -1,6 +1,7 @@
 #include "timevarying/var_output.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "model/number_text.h"
 #include "files/text_file.h"
@@ -109,9 +110,9 @@ std::string timeVaryingMonteCarloOutputText(const DataSet& d) {
 }
 
 bool writeTimeVaryingOutput(const DataSet& data, const std::string& path) {
-    const std::string text = timeVaryingOutputText(data);
+    std::string text = timeVaryingOutputText(data);
     if (text.empty()) return false;
-    writeTextFile(path, text);
+    writeTextFile(path, std::move(text));
     return true;
 }
 

@@ -135,6 +135,10 @@ TEST(NumberForms, PrintedInPlaceAsTheFormatWritesThem) {
     out.printStreamReal(0.1f, ", ");
     out.printSignedReal(1e-20);
     EXPECT_EQ(out.text(), " .5, -.25Time , 0.5 -0.5 ,  0.1  1E-20");
+    // A label longer than the room kept in front of the number.
+    PrintOutput labelled;
+    labelled.printStreamReal(0.5, "Concentration ,");
+    EXPECT_EQ(labelled.text(), "Concentration , 0.5 ");  // the stream form " 0.5 ", as above
 }
 
 TEST(NumberForms, PrintedInPlaceTheSameAsTheirTexts) {
