@@ -39,7 +39,7 @@ Entry& keptNodes(RecentCache<Key, Entry, Entries>& cache, const Key& key, const 
     const bool builtin = nodes == builtinRuleNodes() && weights == builtinRuleWeights();
     if (entry != nullptr && (builtin || entry->rule.holds(nodes, weights))) return *entry;
     if (entry == nullptr) entry = &cache.claim(key);
-    entry->rule.keep(nodes, weights);
+    if (!builtin) entry->rule.keep(nodes, weights);
     fill(*entry);
     return *entry;
 }

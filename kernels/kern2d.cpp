@@ -181,8 +181,9 @@ double finiteSeries(const green::WalledAquifer& aq, double y, const SeriesModes&
     return sum;
 }
 
-// The column of (x, t): made before its entry is claimed, so that a fault
-// raised on the way leaves nothing half made behind.
+// The column of (x, t): what can raise a fault is worked out before its entry
+// is claimed (the series' modes, filled after, raise none), so that a fault
+// leaves nothing half made behind.
 const Column& newColumn(const ColumnKey& key, const green::WalledAquifer& aq, const Transport& c) {
     const double x = key.x, t = key.t;
     const double ceiling = green::semiInfiniteDirichlet(x, t, c.v, c.dx, c.k, c.u);
@@ -317,6 +318,7 @@ std::int16_t cnrml_IL(const TwoDimParameters& parameters, double t, double x, do
     const double nearEdge = std::min(std::fabs(p1), std::fabs(p2)), farEdge = std::max(std::fabs(p1), std::fabs(p2));
     const double value = green::vectorTransitIntegral(range, nodes, weights, [&](const green::TransitNodes& tn, double* g) {
         stripShares(tn.nodeSet, 1.0, tn.s, tn.count, nearEdge, farEdge, inside, kPlanarReach, g);
+        return tn.count;
     });
     result = fp::checked(value);
     return kKernelOk;
@@ -353,6 +355,7 @@ std::int16_t cnrml_IG(const TwoDimParameters& parameters, double t, double x, do
         for (int j = 0; j < tn.count; ++j) out[j] = -gamma * f[j];
         vmath::exp(out, out, tn.count);
         for (int j = 0; j < tn.count; ++j) out[j] *= root[j];
+        return tn.count;
     });
     result = fp::checked(value);
     return kKernelOk;

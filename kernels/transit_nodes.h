@@ -12,7 +12,6 @@
 // them once. They are evaluated in vectors (vector_math.h).
 
 #include <algorithm>
-#include <type_traits>
 
 #include "kernels/green_integrals.h"
 
@@ -35,10 +34,10 @@ struct TransitNodes {
 const TransitNodes& transitNodes(const TransitRange& range, int firstPanel, const double* nodes, const double* weights);
 
 // The transit integral with lateral factors computed per group of nodes:
-// `lateral(nodes, out)` writes G(nodes.s[j]) for j < nodes.count. A lateral
-// that returns an int says how many leading nodes may have a factor other
-// than +0: the rest would add +0 (their weights are positive) to a sum that
-// starts at +0 and never becomes -0, which leaves it as it is, and are left out.
+// `lateral(nodes, out)` writes G(nodes.s[j]) for j < nodes.count and returns
+// how many leading nodes may have a factor other than +0: the rest would add
+// +0 (their weights are positive) to a sum that starts at +0 and never becomes
+// -0, which leaves it as it is, and are left out.
 template <class Lateral>
 double vectorTransitIntegral(const TransitRange& r, const double* nodes, const double* weights, Lateral&& lateral) {
     if (r.panels <= 0 || r.logPrefactor < -745.0) return 0.0;
@@ -46,12 +45,7 @@ double vectorTransitIntegral(const TransitRange& r, const double* nodes, const d
     double g[kMostGroupNodes];
     for (int first = 0; first < r.panels; first += kGroupPanels) {
         const TransitNodes& tn = transitNodes(r, first, nodes, weights);
-        int count = tn.count;
-        if constexpr (std::is_same_v<decltype(lateral(tn, g)), int>) {
-            count = std::min(count, lateral(tn, g));
-        } else {
-            lateral(tn, g);
-        }
+        const int count = std::min(tn.count, static_cast<int>(lateral(tn, g)));
         double sum = 0.0;
         for (int j = 0; j < count; ++j) sum += tn.weight[j] * g[j];
         total += sum;

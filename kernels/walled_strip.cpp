@@ -31,9 +31,8 @@ constexpr double kImageReach = 6.0;
 // then stops at the first node out of reach.
 struct NodeSpreads {
     unsigned long long id = 0;  // differs for every fill on the thread
-    bool anyLong = false;
     bool ordered = false;  // long spreads first, then the scale never falling
-    int firstShort = 0;    // when ordered: the first node of short spread
+    int firstShort = 0;    // the count of long spreads: when ordered, the first node of short spread
     bool isLong[kMostStripNodes];
     double scale[kMostStripNodes], reach[kMostStripNodes], damping[kMostStripNodes];
 };
@@ -69,7 +68,6 @@ const NodeSpreads& nodeSpreads(unsigned long long nodeSet, const double* s, int 
     }
     vmath::exp(r, r, longs);
     for (int k = 0; k < longs; ++k) out.damping[at[k]] = r[k];
-    out.anyLong = longs > 0;
     out.firstShort = longs;
     out.ordered = true;
     for (int j = 0; j < n && out.ordered; ++j)
@@ -246,7 +244,7 @@ int WalledStripFactor::many(unsigned long long nodeSet, const double* s, int n, 
             out[j] += imageMass(d0 * scale, d1 * scale, t0->tailAt(j), t1->tailAt(j), t0->smallAt(j), t1->smallAt(j));
         }
     }
-    if (spreads.anyLong) {
+    if (spreads.firstShort > 0) {  // a node of long spread
         makeModes();
         for (int j = 0; j < n; ++j)
             if (spreads.isLong[j]) out[j] = modeSum(spreads.damping[j]);

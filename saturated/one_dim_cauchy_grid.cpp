@@ -147,7 +147,7 @@ CauchyGridTerms::CauchyGridTerms(const OneDimParameters& parameters, double leng
     for (double x : xs) {
         if (placeAt_.size() == kMostHeld) break;
         // the mid-point's nudge, as the series makes it
-        if (x == L_ / 2.0) x = x * 1.001;
+        x = finite_series::seriesX(x, L_);
         if (!(x >= 0.0) || !(x <= L_) || placeAt_.contains(std::bit_cast<std::uint64_t>(x))) continue;
         places_[placeAt_.size()].x = x;
         placeAt_.emplace(std::bit_cast<std::uint64_t>(x), placeAt_.size());
@@ -176,6 +176,8 @@ const CauchyGridTerms::Place* CauchyGridTerms::place(double x, std::size_t& hint
 }
 
 void CauchyGridTerms::start(Time& time) const {
+    // The budget only fills: once it is spent, no later time can be held.
+    if (timeTermsHeld_.load(std::memory_order_relaxed) >= kMostTimeTerms) return;
     const double t = time.t;
     try {
         time.s = finiteShared(V_, D_, L_, lambda_, t);

@@ -19,6 +19,10 @@ constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
 constexpr double kLargestExponent = 700.0;
 
 // Quantities shared by the two finite-aquifer series.
+// The x at which the Cauchy series is evaluated: the mid-point of the aquifer
+// a little downstream of itself, every other x as it is.
+inline double seriesX(double x, double L) { return x == L / 2.0 ? x * 1.001 : x; }
+
 struct FiniteShared {
     double a;    // V / (2D)
     double aL;   // a L

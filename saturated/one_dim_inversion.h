@@ -40,8 +40,8 @@ InversionPlace inversionPlace(bool cauchy, double V, double D, double L, double 
 double finiteRatioByInversion(const InversionPlace& place, double t);
 
 // The same, its midpoint nodes summed one at a time in complex arithmetic:
-// the plain form of the sum above, which takes two nodes at a time (and
-// gives the same bits).
+// the plain form of the sum above, which takes four nodes at a time in
+// vector lanes (and gives the same bits).
 double finiteRatioByInversionNodeByNode(bool cauchy, double V, double D, double L, double lambda, double x, double t);
 
 // The number of midpoint nodes the inversion above uses at (x, t) (its cost).

@@ -166,8 +166,7 @@ bool finiteCauchyRatio(const OneDimParameters& parameters, double length, double
         result = initialRatio(x);
         return true;
     }
-    // The mid-point of the aquifer is evaluated a little downstream of itself.
-    if (x == length / 2.0) x = x * 1.001;
+    x = finite_series::seriesX(x, length);
 
     if (const CauchyGridTerms* grid = store != nullptr ? store->grid() : nullptr) {
         const CauchyGridTerms::Time* time = grid->time(t, store->timeHint);

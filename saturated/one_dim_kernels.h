@@ -38,7 +38,6 @@ double decayRateOf(const OneDimParameters& parameters);
 // beforehand, or kern1d's roots worked out as far as the series reaches.
 class Eigenvalues {
 public:
-    Eigenvalues() = default;
     Eigenvalues(const List<double>& table) : table_(&table) {}  // NOLINT: a table stands for its eigenvalues
     explicit Eigenvalues(const RootSequence& roots) : roots_(&roots) {}
     double operator()(int i) const { return table_ ? (*table_)(i) : (*roots_)(i); }

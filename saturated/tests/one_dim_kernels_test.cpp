@@ -13,6 +13,7 @@
 #include "kernels/kern1d.h"
 #include "saturated/one_dim_cauchy_grid.h"
 #include "saturated/one_dim_inversion.h"
+#include "saturated/one_dim_finite_series.h"
 #include "saturated/one_dim_kernels.h"
 #include "shell/base/runtime_error.h"
 #include "testing/is_close.h"
@@ -382,7 +383,7 @@ TEST(OneDimKernels, FiniteCauchyOverSharedGridTermsGivesTheSameBits) {
             for (const double x : xs) {
                 if (t > 0.0) {
                     ASSERT_NE(grid.time(t), nullptr) << t;
-                    ASSERT_NE(grid.place(x == g.L / 2 ? x * 1.001 : x), nullptr) << x;
+                    ASSERT_NE(grid.place(finite_series::seriesX(x, g.L)), nullptr) << x;
                 }
                 const Outcome plain = outcomeOf(p, g.L, x, t, roots, nullptr);
                 const Outcome shared = outcomeOf(p, g.L, x, t, roots, &store);
@@ -396,7 +397,7 @@ TEST(OneDimKernels, FiniteCauchyOverSharedGridTermsGivesTheSameBits) {
                 if (plain.error != 0) ++failed;
                 if (plain.error == 0 && t > 0.0 && x < g.L) {
                     const double lambda = std::log(2.0) / g.halfLife;
-                    const double xi = x == g.L / 2 ? x * 1.001 : x;
+                    const double xi = finite_series::seriesX(x, g.L);
                     const double byInversion = finiteRatioByInversion(true, g.V, g.D, g.L, lambda, xi, t);
                     ++(byInversion == plain.value ? inverted : series);
                 }
