@@ -425,20 +425,17 @@ std::int16_t cnrml_IC(const TwoDimParameters& parameters, double t, double x, do
     // a / t, when it is a normal number and exp(w - ln t) is one at every node.
     const double aOverT = logT - wLo < 700.0 && std::fabs(logA - logT) < 700.0 ? std::exp(logA - logT) : HUGE_VAL;
     double integral = 0.0;
-    double phi[n], other[n];
     for (int p = 0; p < panels; ++p) {
         const double mid = wLo + (p + 0.5) * h;
+        double sum = 0.0;
         if (peakInside) {
             // 4 sinh^2(d / 2) = u^2 / (1 + u), u = expm1(|d|), d = w - centre.
-            for (int i = 0; i < n; ++i) phi[i] = std::fabs(halfH * nodes[i] + (mid - centre));
-            vmath::expm1(phi, phi, n);
-            for (int i = 0; i < n; ++i) phi[i] = -q * phi[i] * (phi[i] / (1.0 + phi[i]));
+            sum = vmath::peakedSum({halfH, mid - centre, q}, nodes, weights, n);
         } else if (std::isfinite(aOverT)) {
             // exp(logA - w) = (a / t) / exp(w - ln t).
-            for (int i = 0; i < n; ++i) phi[i] = halfH * nodes[i] + (mid - logT);
-            vmath::expAndExpm1(phi, other, phi, n);
-            for (int i = 0; i < n; ++i) phi[i] *= aOverT / other[i] - bT;
+            sum = vmath::risingSum({halfH, mid - logT, aOverT, bT}, nodes, weights, n);
         } else {
+            double phi[n], other[n];
             for (int i = 0; i < n; ++i) {
                 const double w = mid + halfH * nodes[i];
                 phi[i] = w - logT;
@@ -447,10 +444,9 @@ std::int16_t cnrml_IC(const TwoDimParameters& parameters, double t, double x, do
             vmath::expm1(phi, phi, n);
             vmath::exp(other, other, n);
             for (int i = 0; i < n; ++i) phi[i] *= other[i] - bT;
+            vmath::exp(phi, phi, n);
+            for (int i = 0; i < n; ++i) sum += weights[i] * phi[i];
         }
-        vmath::exp(phi, phi, n);
-        double sum = 0.0;
-        for (int i = 0; i < n; ++i) sum += weights[i] * phi[i];
         integral += halfH * sum;
     }
     result = fp::checked(prefactor * std::exp(exponent) * integral);

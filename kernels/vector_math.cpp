@@ -2,6 +2,7 @@
 
 #include <emmintrin.h>
 
+#include <bit>
 #include <cmath>
 #include <cstdlib>
 #include <sleef.h>
@@ -45,6 +46,16 @@ struct Sse2 {
     }
     // SLEEF's deterministic exp: bit for bit the AVX2 variant's.
     static Vector exp(Vector v) { return Sleef_cinz_expd2_u10sse2(v); }
+    static Vector abs(Vector x) { return _mm_andnot_pd(_mm_set1_pd(-0.0), x); }
+    // A bit for each lane whose magnitude is below limit.
+    static int smallMask(Vector x, double limit) { return _mm_movemask_pd(_mm_cmplt_pd(abs(x), _mm_set1_pd(limit))); }
+    static constexpr int kAllLanes = 0b11;
+    // 2^n for shifted = n + 1.5 * 2^52 (|n| < 1022): n sits in the low bits of
+    // shifted, and 1023 + n is the power's biased exponent.
+    static Vector powerOfTwo(Vector shifted) {
+        constexpr long long bias = 1023 - std::bit_cast<long long>(6755399441055744.0);
+        return _mm_castsi128_pd(_mm_slli_epi64(_mm_add_epi64(_mm_castpd_si128(shifted), _mm_set1_epi64x(bias)), 52));
+    }
     // small where |x| < limit, large elsewhere.
     static Vector selectSmall(Vector x, double limit, Vector small, Vector large) {
         const Vector magnitude = _mm_andnot_pd(_mm_set1_pd(-0.0), x);
@@ -58,7 +69,11 @@ const Functions kSse2Functions = {"SSE2",
                                   overArray<Sse2, expm1<Sse2>>,
                                   overArray<Sse2, erfcTail<Sse2>>,
                                   overArray<Sse2, erfSmall<Sse2>>,
-                                  expAndExpm1OverArray<Sse2>};
+                                  expAndExpm1OverArray<Sse2>,
+                                  peakedSum<Sse2>,
+                                  risingSum<Sse2>,
+                                  quickExpOverArray<Sse2>,
+                                  quickExpAndExpm1OverArray<Sse2>};
 
 bool hasAvx2() {
     __builtin_cpu_init();

@@ -24,10 +24,33 @@ using ArrayFunction = void (*)(const double* x, double* out, int n);
 // e[i] = exp(x[i]) and out[i] = expm1(x[i]) at once, for 0 <= i < n.
 using PairFunction = void (*)(const double* x, double* e, double* out, int n);
 
+// The terms of the point source's integrals over a rule's nodes x:
+// exp(-q u^2 / (1 + u)) with u = expm1(|scale x + offset|) (a peak inside the
+// interval), and exp(expm1(z) (aOverT / exp(z) - bT)) with z = scale x +
+// offset (rising to the interval's end).
+struct PeakedTerms {
+    double scale, offset, q;
+};
+struct RisingTerms {
+    double scale, offset, aOverT, bT;
+};
+
+// The sum of weights[i] * term(nodes[i]) over 0 <= i < n, added one term at a
+// time in the rule's order: the very sum of a plain loop over the terms. In
+// one pass, so that the additions, which wait on each other, overlap the
+// next terms' exponentials.
+using PeakedSum = double (*)(const PeakedTerms& terms, const double* nodes, const double* weights, int n);
+using RisingSum = double (*)(const RisingTerms& terms, const double* nodes, const double* weights, int n);
+
 struct Functions {
     const char* name;
     ArrayFunction exp, expm1, erfcTail, erfSmall;
     PairFunction expAndExpm1;
+    PeakedSum peakedSum;
+    RisingSum risingSum;
+    // Our own exp and expm1 that the sums use (vector_math_lanes.h).
+    ArrayFunction quickExp;
+    PairFunction quickExpAndExpm1;
 };
 
 // The variant this processor runs (the baseline one wherever the environment
@@ -43,5 +66,15 @@ inline void expm1(const double* x, double* out, int n) { functions().expm1(x, ou
 inline void erfcTail(const double* x, double* out, int n) { functions().erfcTail(x, out, n); }
 inline void erfSmall(const double* x, double* out, int n) { functions().erfSmall(x, out, n); }
 inline void expAndExpm1(const double* x, double* e, double* out, int n) { functions().expAndExpm1(x, e, out, n); }
+inline void quickExp(const double* x, double* out, int n) { functions().quickExp(x, out, n); }
+inline void quickExpAndExpm1(const double* x, double* e, double* out, int n) {
+    functions().quickExpAndExpm1(x, e, out, n);
+}
+inline double peakedSum(const PeakedTerms& terms, const double* nodes, const double* weights, int n) {
+    return functions().peakedSum(terms, nodes, weights, n);
+}
+inline double risingSum(const RisingTerms& terms, const double* nodes, const double* weights, int n) {
+    return functions().risingSum(terms, nodes, weights, n);
+}
 
 }  // namespace bm::vmath

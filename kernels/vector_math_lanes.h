@@ -117,25 +117,61 @@ constexpr double kExpm1[kExpm1Degree] = {
     2.755731922398589e-07, 2.505210838544172e-08,  2.08767569878681e-09,  1.6059043836821613e-10,
     1.1470745597729725e-11, 7.647163731819816e-13};
 
-template <class Ops>
-void expAndExpm1(typename Ops::Vector* x, typename Ops::Vector* e) {
-    using V = typename Ops::Vector;
-    V sum[kBlock];
-    for (int b = 0; b < kBlock; ++b) sum[b] = Ops::set(kExpm1[kExpm1Degree - 1]);
-    for (int k = kExpm1Degree - 2; k >= 0; --k) {
-        const V c = Ops::set(kExpm1[k]);
-        for (int b = 0; b < kBlock; ++b) sum[b] = Ops::fma(sum[b], x[b], c);
-    }
-    for (int b = 0; b < kBlock; ++b) {
-        e[b] = Ops::exp(x[b]);
-        x[b] = Ops::selectSmall(x[b], kSmallExpm1, Ops::mul(x[b], sum[b]), Ops::sub(e[b], Ops::set(1.0)));
+// Whether any lane of the block is below kSmallExpm1 in magnitude, and whether all are.
+template <class Ops, int kCount>
+[[gnu::always_inline]] inline void smallLanes(const typename Ops::Vector* x, bool& any, bool& all) {
+    any = false;
+    all = true;
+    for (int b = 0; b < kCount; ++b) {
+        const int mask = Ops::smallMask(x[b], kSmallExpm1);
+        any = any || mask != 0;
+        all = all && mask == Ops::kAllLanes;
     }
 }
 
-template <class Ops>
-void expm1(typename Ops::Vector* x) {
-    typename Ops::Vector e[kBlock];
-    expAndExpm1<Ops>(x, e);
+// x times its Taylor series: expm1 where |x| < kSmallExpm1.
+template <class Ops, int kCount>
+[[gnu::always_inline]] inline void expm1Series(const typename Ops::Vector* x, typename Ops::Vector* out) {
+    using V = typename Ops::Vector;
+    V sum[kCount];
+    for (int b = 0; b < kCount; ++b) sum[b] = Ops::set(kExpm1[kExpm1Degree - 1]);
+    for (int k = kExpm1Degree - 2; k >= 0; --k) {
+        const V c = Ops::set(kExpm1[k]);
+#pragma GCC unroll 8
+        for (int b = 0; b < kCount; ++b) sum[b] = Ops::fma(sum[b], x[b], c);
+    }
+    for (int b = 0; b < kCount; ++b) out[b] = Ops::mul(x[b], sum[b]);
+}
+
+// e = exp(x), x = expm1(x). Each lane takes the series or exp less 1 by its
+// own magnitude; a block whose lanes all take one of them skips the other.
+template <class Ops, int kCount = kBlock>
+[[gnu::always_inline]] inline void expAndExpm1(typename Ops::Vector* x, typename Ops::Vector* e) {
+    using V = typename Ops::Vector;
+    bool anySmall, allSmall;
+    smallLanes<Ops, kCount>(x, anySmall, allSmall);
+    for (int b = 0; b < kCount; ++b) e[b] = Ops::exp(x[b]);
+    if (!anySmall) {
+        for (int b = 0; b < kCount; ++b) x[b] = Ops::sub(e[b], Ops::set(1.0));
+        return;
+    }
+    V series[kCount];
+    expm1Series<Ops, kCount>(x, series);
+    for (int b = 0; b < kCount; ++b)
+        x[b] = Ops::selectSmall(x[b], kSmallExpm1, series[b], Ops::sub(e[b], Ops::set(1.0)));
+}
+
+// expm1 alone: a block of small lanes needs no exponential.
+template <class Ops, int kCount = kBlock>
+[[gnu::always_inline]] inline void expm1(typename Ops::Vector* x) {
+    bool anySmall, allSmall;
+    smallLanes<Ops, kCount>(x, anySmall, allSmall);
+    if (allSmall) {
+        expm1Series<Ops, kCount>(x, x);
+        return;
+    }
+    typename Ops::Vector e[kCount];
+    expAndExpm1<Ops, kCount>(x, e);
 }
 
 // exp and expm1 of an array at once (exp into e, expm1 into out).
@@ -166,6 +202,149 @@ void expAndExpm1OverArray(const double* x, double* e, double* out, int n) {
         out[i + j] = first[j];
         e[i + j] = second[j];
     }
+}
+
+// Our own exponentials for the point source's sums: exp within 1 ulp and
+// expm1 within 2 ulp where |x| < kQuickRange (SLEEF's exp, lane by lane,
+// elsewhere). x = n ln 2 + r, |r| <= ln 2 / 2 (n rounded from x log2 e by
+// adding 1.5 * 2^52, r in two fused steps with ln 2 split in two doubles);
+// p = expm1(r) = r + r^2 (1/2! + r/3! + ... + r^11/13!) (the first term left
+// out is below 5e-18); exp(x) = 2^n (1 + p) and expm1(x) = 2^n p + (2^n - 1),
+// each rounded once. 2^n is built from n's bits, which the added 1.5 * 2^52
+// leaves in the low bits of the sum.
+constexpr double kQuickRange = 708.0;
+constexpr double kLog2e = 1.4426950408889634;
+constexpr double kLn2High = 0.6931471805599453;
+constexpr double kLn2Low = 2.3190468138462996e-17;
+constexpr double kRoundingShift = 6755399441055744.0;  // 1.5 * 2^52
+constexpr int kQuickDegree = 12;
+constexpr double kQuickSeries[kQuickDegree] = {
+    0.5,                    0.16666666666666666,   0.041666666666666664,  0.008333333333333333,
+    0.001388888888888889,   0.0001984126984126984, 2.48015873015873e-05,  2.7557319223985893e-06,
+    2.755731922398589e-07,  2.505210838544172e-08, 2.08767569878681e-09,  1.6059043836821613e-10};
+
+// 2^n and expm1(r) for x = n ln 2 + r.
+template <class Ops>
+[[gnu::always_inline]] inline void quickReduce(typename Ops::Vector x, typename Ops::Vector& power,
+                                               typename Ops::Vector& p) {
+    using V = typename Ops::Vector;
+    const V shifted = Ops::add(Ops::mul(x, Ops::set(kLog2e)), Ops::set(kRoundingShift));
+    const V minusN = Ops::sub(Ops::set(kRoundingShift), shifted);
+    V r = Ops::fma(minusN, Ops::set(kLn2High), x);
+    r = Ops::fma(minusN, Ops::set(kLn2Low), r);
+    V q = Ops::set(kQuickSeries[kQuickDegree - 1]);
+    for (int k = kQuickDegree - 2; k >= 0; --k) q = Ops::fma(q, r, Ops::set(kQuickSeries[k]));
+    p = Ops::fma(Ops::mul(r, r), q, r);
+    power = Ops::powerOfTwo(shifted);
+}
+
+template <class Ops>
+[[gnu::always_inline]] inline typename Ops::Vector quickExp(typename Ops::Vector x) {
+    typename Ops::Vector power, p;
+    quickReduce<Ops>(x, power, p);
+    const typename Ops::Vector e = Ops::fma(power, p, power);
+    if (Ops::smallMask(x, kQuickRange) == Ops::kAllLanes) return e;
+    return Ops::selectSmall(x, kQuickRange, e, Ops::exp(x));
+}
+
+// e = exp(x) and m = expm1(x).
+template <class Ops>
+[[gnu::always_inline]] inline void quickExpAndExpm1(typename Ops::Vector x, typename Ops::Vector& e,
+                                                    typename Ops::Vector& m) {
+    using V = typename Ops::Vector;
+    V power, p;
+    quickReduce<Ops>(x, power, p);
+    e = Ops::fma(power, p, power);
+    m = Ops::fma(power, p, Ops::sub(power, Ops::set(1.0)));
+    if (Ops::smallMask(x, kQuickRange) == Ops::kAllLanes) return;
+    const V slow = Ops::exp(x);
+    e = Ops::selectSmall(x, kQuickRange, e, slow);
+    m = Ops::selectSmall(x, kQuickRange, m, Ops::sub(slow, Ops::set(1.0)));
+}
+
+template <class Ops>
+void quickExpOverArray(const double* x, double* out, int n) {
+    overArray<Ops, eachOf<Ops, quickExp<Ops>>>(x, out, n);
+}
+
+template <class Ops>
+void quickExpAndExpm1OverArray(const double* x, double* e, double* out, int n) {
+    constexpr int kLanes = Ops::kLanes;
+    for (int i = 0; i < n; i += kLanes) {
+        double in[kLanes] = {}, first[kLanes], second[kLanes];
+        for (int j = 0; j < kLanes && i + j < n; ++j) in[j] = x[i + j];
+        typename Ops::Vector ev, mv;
+        quickExpAndExpm1<Ops>(Ops::load(in), ev, mv);
+        Ops::store(first, ev);
+        Ops::store(second, mv);
+        for (int j = 0; j < kLanes && i + j < n; ++j) {
+            e[i + j] = first[j];
+            out[i + j] = second[j];
+        }
+    }
+}
+
+// The sum of weights[i] * term(nodes[i]) in four running sums, node i in sum
+// i % 4 (two vectors of two lanes hold them with SSE2, one of four with
+// AVX2, so the two add alike), joined as (s0 + s1) + (s2 + s3): the terms
+// are added independently, not one after another. A short tail is padded
+// with nodes of weight 0.
+constexpr int kRunningSums = 4;
+
+template <class Ops, class Term>
+[[gnu::always_inline]] inline double laneSum(const Term& term, const double* nodes, const double* weights, int n) {
+    using V = typename Ops::Vector;
+    constexpr int kLanes = Ops::kLanes, kVectors = kRunningSums / kLanes;
+    V sums[kVectors];
+    for (int k = 0; k < kVectors; ++k) sums[k] = Ops::set(0.0);
+    int i = 0;
+    for (; i + kRunningSums <= n; i += kRunningSums) {
+#pragma GCC unroll 4
+        for (int k = 0; k < kVectors; ++k) {
+            const int at = i + k * kLanes;
+            sums[k] = Ops::add(sums[k], Ops::mul(Ops::load(weights + at), term(Ops::load(nodes + at))));
+        }
+    }
+    if (i < n) {
+        double x[kRunningSums] = {}, w[kRunningSums] = {};
+        for (int j = 0; i + j < n; ++j) {
+            x[j] = nodes[i + j];
+            w[j] = weights[i + j];
+        }
+        for (int k = 0; k < kVectors; ++k)
+            sums[k] = Ops::add(sums[k], Ops::mul(Ops::load(w + k * kLanes), term(Ops::load(x + k * kLanes))));
+    }
+    double lanes[kRunningSums];
+    for (int k = 0; k < kVectors; ++k) Ops::store(lanes + k * kLanes, sums[k]);
+    return (lanes[0] + lanes[1]) + (lanes[2] + lanes[3]);
+}
+
+// exp(-q u^2 / (1 + u)), u = expm1(|scale x + offset|).
+template <class Ops>
+double peakedSum(const PeakedTerms& terms, const double* nodes, const double* weights, int n) {
+    using V = typename Ops::Vector;
+    const V scale = Ops::set(terms.scale), offset = Ops::set(terms.offset), minusQ = Ops::set(-terms.q),
+            one = Ops::set(1.0);
+    const auto term = [&](V x) {
+        V e, u;
+        quickExpAndExpm1<Ops>(Ops::abs(Ops::add(Ops::mul(scale, x), offset)), e, u);
+        return quickExp<Ops>(Ops::mul(Ops::mul(minusQ, u), Ops::div(u, Ops::add(one, u))));
+    };
+    return laneSum<Ops>(term, nodes, weights, n);
+}
+
+// exp(expm1(z) * (aOverT / exp(z) - bT)), z = scale x + offset.
+template <class Ops>
+double risingSum(const RisingTerms& terms, const double* nodes, const double* weights, int n) {
+    using V = typename Ops::Vector;
+    const V scale = Ops::set(terms.scale), offset = Ops::set(terms.offset), aOverT = Ops::set(terms.aOverT),
+            bT = Ops::set(terms.bT);
+    const auto term = [&](V x) {
+        V e, m;
+        quickExpAndExpm1<Ops>(Ops::add(Ops::mul(scale, x), offset), e, m);
+        return quickExp<Ops>(Ops::mul(m, Ops::sub(Ops::div(aOverT, e), bT)));
+    };
+    return laneSum<Ops>(term, nodes, weights, n);
 }
 
 }  // namespace
