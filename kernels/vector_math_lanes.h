@@ -207,15 +207,17 @@ void expAndExpm1OverArray(const double* x, double* e, double* out, int n) {
 // Our own exponentials for the point source's sums: exp within 1 ulp and
 // expm1 within 2 ulp where |x| < kQuickRange (SLEEF's exp, lane by lane,
 // elsewhere). x = n ln 2 + r, |r| <= ln 2 / 2 (n rounded from x log2 e by
-// adding 1.5 * 2^52, r in two fused steps with ln 2 split in two doubles);
-// p = expm1(r) = r + r^2 (1/2! + r/3! + ... + r^11/13!) (the first term left
-// out is below 5e-18); exp(x) = 2^n (1 + p) and expm1(x) = 2^n p + (2^n - 1),
-// each rounded once. 2^n is built from n's bits, which the added 1.5 * 2^52
-// leaves in the low bits of the sum.
+// adding 1.5 * 2^52, which leaves n in the low bits of the sum, whence 2^n).
+// r = rHigh + rLow: ln 2's high part has 21 trailing zero bits, so n times it
+// is exact, and so is x less it (the two are within a factor of 2 of each
+// other); rLow = -n times ln 2's low part. p = expm1(r) = rHigh + (rLow + r^2
+// (1/2! + r/3! + ... + r^11/13!)), rounded once (the first term left out is
+// below 5e-18); exp(x) = 2^n (1 + p) and expm1(x) = 2^n p + (2^n - 1), each
+// rounded once again.
 constexpr double kQuickRange = 708.0;
 constexpr double kLog2e = 1.4426950408889634;
-constexpr double kLn2High = 0.6931471805599453;
-constexpr double kLn2Low = 2.3190468138462996e-17;
+constexpr double kLn2High = 0.6931471803691238;      // 0x1.62e42feep-1
+constexpr double kLn2Low = 1.9082149292705877e-10;   // ln 2 - kLn2High
 constexpr double kRoundingShift = 6755399441055744.0;  // 1.5 * 2^52
 constexpr int kQuickDegree = 12;
 constexpr double kQuickSeries[kQuickDegree] = {
@@ -230,11 +232,12 @@ template <class Ops>
     using V = typename Ops::Vector;
     const V shifted = Ops::add(Ops::mul(x, Ops::set(kLog2e)), Ops::set(kRoundingShift));
     const V minusN = Ops::sub(Ops::set(kRoundingShift), shifted);
-    V r = Ops::fma(minusN, Ops::set(kLn2High), x);
-    r = Ops::fma(minusN, Ops::set(kLn2Low), r);
+    const V rHigh = Ops::fma(minusN, Ops::set(kLn2High), x);
+    const V rLow = Ops::mul(minusN, Ops::set(kLn2Low));
+    const V r = Ops::add(rHigh, rLow);
     V q = Ops::set(kQuickSeries[kQuickDegree - 1]);
     for (int k = kQuickDegree - 2; k >= 0; --k) q = Ops::fma(q, r, Ops::set(kQuickSeries[k]));
-    p = Ops::fma(Ops::mul(r, r), q, r);
+    p = Ops::add(rHigh, Ops::fma(Ops::mul(r, r), q, rLow));
     power = Ops::powerOfTwo(shifted);
 }
 

@@ -59,6 +59,7 @@ const ArrayCase kArrayCases[] = {
     {"expm1", &vmath::Functions::expm1, [](long double x) { return std::expm1(x); }, -50.0, 709.0, 2.0},
     {"erfcTail", &vmath::Functions::erfcTail, [](long double x) { return std::erfc(x); }, 0.0, 6.5, 6.0},
     {"erfSmall", &vmath::Functions::erfSmall, [](long double x) { return std::erf(x); }, 0.0, 0.5, 2.0},
+    {"quickExp", &vmath::Functions::quickExp, [](long double x) { return std::exp(x); }, -745.0, 709.0, 1.0},
 };
 
 std::vector<const vmath::Functions*> variants() {
@@ -158,6 +159,124 @@ TEST(VectorMath, EveryInstructionSetGivesTheSameBits) {
     avx2.expAndExpm1(x.data(), e2.data(), m2.data(), static_cast<int>(x.size()));
     EXPECT_EQ(0, std::memcmp(e1.data(), e2.data(), e1.size() * sizeof(double)));
     EXPECT_EQ(0, std::memcmp(m1.data(), m2.data(), m1.size() * sizeof(double)));
+}
+
+TEST(VectorMath, QuickExponentialsAreWithinTheirBoundsOverTheWholeRange) {
+    // exp within 1 ulp, expm1 within 2, both where our own formula serves
+    // (|x| < 708) and where SLEEF takes over, lane by lane in mixed vectors,
+    // at the edges of every reduction step (x near k ln 2 / 2) and near 0.
+    std::mt19937_64 random(41);
+    std::uniform_real_distribution<double> whole(-745.0, 709.0), near(-1.0, 1.0);
+    std::vector<double> x;
+    for (int i = 0; i < 200000; ++i) x.push_back(whole(random));
+    for (int k = -2040; k <= 2040; ++k)
+        for (double nudge : {-1e-12, 0.0, 1e-12}) x.push_back(k * 0.34657359027997264 + nudge);
+    for (int i = 0; i < 20000; ++i) x.push_back(near(random) * std::pow(10.0, -(i % 17)));
+    for (double edge : {707.9, 708.0, 708.1, -708.0, -708.1, -745.0, 709.7, 0.0, -0.0}) x.push_back(edge);
+    for (const vmath::Functions* set : variants()) {
+        std::vector<double> e(x.size()), m(x.size()), alone(x.size());
+        set->quickExpAndExpm1(x.data(), e.data(), m.data(), static_cast<int>(x.size()));
+        set->quickExp(x.data(), alone.data(), static_cast<int>(x.size()));
+        double worstExp = 0.0, worstExpm1 = 0.0;
+        for (std::size_t i = 0; i < x.size(); ++i) {
+            const long double exact = std::exp(static_cast<long double>(x[i]));
+            EXPECT_EQ(e[i], alone[i]) << set->name << " at " << x[i];
+            if (exact < DBL_MIN) {
+                EXPECT_LE(std::fabs(static_cast<long double>(e[i]) - exact), 2 * DBL_MIN) << x[i];
+            } else {
+                worstExp = std::max(worstExp, ulpsApart(e[i], exact));
+            }
+            worstExpm1 = std::max(worstExpm1, ulpsApart(m[i], std::expm1(static_cast<long double>(x[i]))));
+        }
+        EXPECT_LE(worstExp, 1.0) << set->name;
+        EXPECT_LE(worstExpm1, 2.0) << set->name;
+        std::printf("%s quick exp %.3f ulp, expm1 %.3f ulp at most\n", set->name, worstExp, worstExpm1);
+    }
+}
+
+TEST(VectorMath, QuickExponentialsGiveTheSameBitsOnEveryInstructionSet) {
+    if (vmath::avx2Functions() == nullptr) GTEST_SKIP() << "this processor has only the baseline variant";
+    std::mt19937_64 random(43);
+    std::uniform_real_distribution<double> whole(-750.0, 712.0);
+    std::vector<double> x(1 << 16);
+    for (std::size_t i = 0; i < x.size(); ++i) x[i] = i % 5 == 0 ? whole(random) * 1e-3 : whole(random);
+    std::vector<double> e1(x.size()), m1(x.size()), e2(x.size()), m2(x.size());
+    vmath::baselineFunctions().quickExpAndExpm1(x.data(), e1.data(), m1.data(), static_cast<int>(x.size()));
+    vmath::avx2Functions()->quickExpAndExpm1(x.data(), e2.data(), m2.data(), static_cast<int>(x.size()));
+    EXPECT_EQ(0, std::memcmp(e1.data(), e2.data(), e1.size() * sizeof(double)));
+    EXPECT_EQ(0, std::memcmp(m1.data(), m2.data(), m1.size() * sizeof(double)));
+}
+
+namespace {
+
+// The point source's sums term by term in long double: the terms as the
+// kernel states them, added in order.
+long double peakedByNode(const vmath::PeakedTerms& t, const std::vector<double>& nodes,
+                         const std::vector<double>& weights) {
+    long double sum = 0;
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        const long double u = std::expm1(std::fabs(static_cast<long double>(t.scale) * nodes[i] + t.offset));
+        sum += weights[i] * std::exp(-t.q * u * u / (1 + u));
+    }
+    return sum;
+}
+
+long double risingByNode(const vmath::RisingTerms& t, const std::vector<double>& nodes,
+                         const std::vector<double>& weights) {
+    long double sum = 0;
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        const long double z = static_cast<long double>(t.scale) * nodes[i] + t.offset;
+        sum += weights[i] * std::exp(std::expm1(z) * (t.aOverT / std::exp(z) - t.bT));
+    }
+    return sum;
+}
+
+}  // namespace
+
+TEST(VectorMath, PointSourceSumsEqualTheirTermsAddedInLongDouble) {
+    // Within 5e-14 relative: a term's exponent (down to about -42 in the
+    // kernel's windows) is within a few ulp, which its exponential turns into
+    // a relative error up to 42 times as large; the terms are added in four
+    // running sums. Rules of odd lengths take the padded tail; both
+    // instruction sets give the same bits.
+    std::mt19937_64 random(47);
+    std::uniform_real_distribution<double> unit(0.0, 1.0);
+    double worst = 0.0;
+    for (int n : {256, 255, 7, 1}) {
+        std::vector<double> nodes, weights;
+        gaussLegendre(n, nodes, weights);
+        std::shuffle(nodes.begin(), nodes.end(), random);
+        for (int trial = 0; trial < 60; ++trial) {
+            // Windows as the kernel makes them: the exponent falls to about
+            // -42 at the far end (a peak at the centre, cut at a random
+            // place on its right; a rise to the end from exp(z) = 1).
+            const double q = std::pow(10.0, 6.0 * unit(random) - 3.0);
+            const double reach = 2.0 * std::asinh(std::sqrt(42.0 / (4.0 * q)));
+            const double cut = reach * (2.0 * unit(random) - 1.0);
+            const vmath::PeakedTerms peaked{0.5 * (reach + cut), 0.5 * (cut - reach), q};
+            const double aOverT = std::pow(10.0, 6.0 * unit(random) - 3.0), bT = aOverT * unit(random);
+            const double edge = std::log1p(std::exp(std::log(42.0 + bT) - std::log(aOverT)));
+            const vmath::RisingTerms rising{0.5 * edge, -0.5 * edge, aOverT, bT};
+            const long double peakedExact = peakedByNode(peaked, nodes, weights);
+            const long double risingExact = risingByNode(rising, nodes, weights);
+            std::vector<double> peakedSums, risingSums;
+            for (const vmath::Functions* set : variants()) {
+                const double p = set->peakedSum(peaked, nodes.data(), weights.data(), n);
+                const double r = set->risingSum(rising, nodes.data(), weights.data(), n);
+                EXPECT_CLOSE(p, static_cast<double>(peakedExact), 5e-14, 1e-300) << set->name << " n=" << n;
+                EXPECT_CLOSE(r, static_cast<double>(risingExact), 5e-14, 1e-300) << set->name << " n=" << n;
+                worst = std::max({worst, std::fabs(p / static_cast<double>(peakedExact) - 1),
+                                  std::fabs(r / static_cast<double>(risingExact) - 1)});
+                peakedSums.push_back(p);
+                risingSums.push_back(r);
+            }
+            for (std::size_t k = 1; k < peakedSums.size(); ++k) {
+                EXPECT_EQ(0, std::memcmp(&peakedSums[k], &peakedSums[0], sizeof(double)));
+                EXPECT_EQ(0, std::memcmp(&risingSums[k], &risingSums[0], sizeof(double)));
+            }
+        }
+    }
+    std::printf("point source sums: %.2g relative at most\n", worst);
 }
 
 TEST(VectorMath, ShortAndOddArraysAndArraysInPlace) {
