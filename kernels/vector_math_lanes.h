@@ -273,17 +273,22 @@ void quickExpOverArray(const double* x, double* out, int n) {
 template <class Ops>
 void quickExpAndExpm1OverArray(const double* x, double* e, double* out, int n) {
     constexpr int kLanes = Ops::kLanes;
-    for (int i = 0; i < n; i += kLanes) {
-        double in[kLanes] = {}, first[kLanes], second[kLanes];
-        for (int j = 0; j < kLanes && i + j < n; ++j) in[j] = x[i + j];
-        typename Ops::Vector ev, mv;
-        quickExpAndExpm1<Ops>(Ops::load(in), ev, mv);
-        Ops::store(first, ev);
-        Ops::store(second, mv);
-        for (int j = 0; j < kLanes && i + j < n; ++j) {
-            e[i + j] = first[j];
-            out[i + j] = second[j];
-        }
+    typename Ops::Vector ev, mv;
+    int i = 0;
+    for (; i + kLanes <= n; i += kLanes) {
+        quickExpAndExpm1<Ops>(Ops::load(x + i), ev, mv);
+        Ops::store(e + i, ev);
+        Ops::store(out + i, mv);
+    }
+    if (i == n) return;
+    double in[kLanes] = {}, first[kLanes], second[kLanes];
+    for (int j = 0; i + j < n; ++j) in[j] = x[i + j];
+    quickExpAndExpm1<Ops>(Ops::load(in), ev, mv);
+    Ops::store(first, ev);
+    Ops::store(second, mv);
+    for (int j = 0; i + j < n; ++j) {
+        e[i + j] = first[j];
+        out[i + j] = second[j];
     }
 }
 
