@@ -110,7 +110,8 @@ std::int16_t cnrml_3IL(const ThreeDimParameters& parameters, double t, double x,
         return 1;
     }
     const k3::Panels plan = k3::planPanels(column, t);
-    const double dy1 = y - patch.y1, dy2 = patch.y2 - y, dz1 = z - patch.z1, dz2 = patch.z2 - z;
+    const PatchEnds ye = patchEndsY(parameters, y), ze = patchEndsZ(parameters, z);
+    const double dy1 = ye.fromLower, dy2 = ye.toUpper, dz1 = ze.fromLower, dz2 = ze.toUpper;
     result = fp::checked(k3::vectorTimeIntegral(column, plan, nodes, weights, [&](const k3::ColumnNodes& cn, double* out) {
         const double* fy = theYShares.shares(cn, {dy1, dy2, cy}, [&](const k3::ColumnNodes& n, double* f) {
             patchShares(n, dy1, dy2, cy, f);
@@ -121,6 +122,16 @@ std::int16_t cnrml_3IL(const ThreeDimParameters& parameters, double t, double x,
         for (int j = 0; j < cn.count; ++j) out[j] = fy[j] * fz[j];
     }));
     return 1;
+}
+
+PatchEnds patchEndsY(const ThreeDimParameters& parameters, double y) {
+    const Patch patch = patchOf(parameters);
+    return {y - patch.y1, patch.y2 - y};
+}
+
+PatchEnds patchEndsZ(const ThreeDimParameters& parameters, double z) {
+    const Patch patch = patchOf(parameters);
+    return {z - patch.z1, patch.z2 - z};
 }
 
 std::int16_t cnrml_3IC(const ThreeDimParameters& parameters, double t, double x, double y, double z,

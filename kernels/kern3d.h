@@ -134,4 +134,15 @@ std::int16_t cnrml_3IC(const ThreeDimParameters& parameters, double t, double x,
 std::int16_t cnrml_3IL(const ThreeDimParameters& parameters, double t, double x, double y, double z,
                        double& result, const double* nodes, const double* weights);
 
+// The distances from a coordinate to the two ends of cnrml_3IL's patch across
+// y (or z): y less the lower end, the upper end less y. The kernel sees a
+// coordinate only through this pair and takes it as a set (which end is
+// which plays no part), so two points whose pairs are the same but swapped,
+// mirror images about the patch's centre, get the very same value.
+struct PatchEnds {
+    double fromLower, toUpper;
+};
+PatchEnds patchEndsY(const ThreeDimParameters& parameters, double y);
+PatchEnds patchEndsZ(const ThreeDimParameters& parameters, double z);
+
 }  // namespace bm

@@ -42,6 +42,7 @@ public:
     }
 
     bool shifted() const { return code_ == kContinuousPointSource3D; }
+    bool patch() const { return code_ == kPatchSource3D; }
 
     double operator()(double t, double px, double py, double pz) const {
         double c = 0.0;
@@ -97,6 +98,35 @@ std::vector<int> mirrorIndices(const List<double>& values, int n, double centre)
         const double offset = values(k) - centre;
         if (!std::isfinite(offset)) continue;
         if (const auto found = byOffset.find(key(-offset)); found != byOffset.end()) mirror[static_cast<std::size_t>(k)] = found->second;
+    }
+    return mirror;
+}
+
+// The patch source's value at a coordinate depends on its distances to the
+// patch's two ends as a set: for each entry of a list, the entry (from 1)
+// whose distances are its own swapped, 0 where there is none (or where they
+// are the same both ways, the entry being its own image).
+template <class Ends>
+std::vector<int> patchMirrorIndices(const List<double>& values, int n, Ends&& endsOf) {
+    auto key = [](double a, double b) {
+        return std::pair{std::bit_cast<std::uint64_t>(a == 0.0 ? 0.0 : a), std::bit_cast<std::uint64_t>(b == 0.0 ? 0.0 : b)};
+    };
+    struct PairHash {
+        std::size_t operator()(const std::pair<std::uint64_t, std::uint64_t>& p) const {
+            return std::hash<std::uint64_t>()(p.first * 0x9E3779B97F4A7C15ULL ^ p.second);
+        }
+    };
+    std::unordered_map<std::pair<std::uint64_t, std::uint64_t>, int, PairHash> byEnds;
+    for (int k = 1; k <= n; ++k) {
+        const PatchEnds e = endsOf(values(k));
+        if (std::isfinite(e.fromLower) && std::isfinite(e.toUpper)) byEnds.emplace(key(e.fromLower, e.toUpper), k);
+    }
+    std::vector<int> mirror(static_cast<std::size_t>(n) + 1, 0);
+    for (int k = 1; k <= n; ++k) {
+        const PatchEnds e = endsOf(values(k));
+        if (!std::isfinite(e.fromLower) || !std::isfinite(e.toUpper)) continue;
+        if (const auto found = byEnds.find(key(e.toUpper, e.fromLower)); found != byEnds.end() && found->second != k)
+            mirror[static_cast<std::size_t>(k)] = found->second;
     }
     return mirror;
 }
@@ -175,14 +205,18 @@ double solveThreeDimensional(DataSet& data, ThreeDimParameters& parameters, bool
     const InflowTerms terms(data, monteCarlo, iteration);
     const ProgressOwner owner = progressOwnerOf(ModelFamily::Saturated, data.multiChemical);
     // Points in the order y, then x, then z, then t; each on its own, but
-    // where a point source has more than one y or z, a point whose mirror
-    // image about y = Yc or z = Zc came first takes that image's value.
+    // where a point source or a patch in an unbounded aquifer has more than
+    // one y or z, a point whose mirror image about the source's centre came
+    // first takes that image's value.
     const GridCursor<4> order({ny, nx, nz, nt});  // k, i, l, j
-    const bool mirrors = solution.shifted() && (ny > 1 || nz > 1);
-    const std::vector<int> firstY =
-        firstImages(mirrors ? mirrorIndices(data.yValues, ny, parameters.sourceYc) : std::vector<int>(), ny);
-    const std::vector<int> firstZ =
-        firstImages(mirrors ? mirrorIndices(data.zValues, nz, parameters.sourceZc) : std::vector<int>(), nz);
+    const bool mirrors = (solution.shifted() || solution.patch()) && (ny > 1 || nz > 1);
+    const auto mirrorsOf = [&](const List<double>& values, int n, double centre, auto endsOf) {
+        if (!mirrors) return std::vector<int>();
+        if (solution.patch()) return patchMirrorIndices(values, n, [&](double v) { return endsOf(parameters, v); });
+        return mirrorIndices(values, n, centre);
+    };
+    const std::vector<int> firstY = firstImages(mirrorsOf(data.yValues, ny, parameters.sourceYc, patchEndsY), ny);
+    const std::vector<int> firstZ = firstImages(mirrorsOf(data.zValues, nz, parameters.sourceZc, patchEndsZ), nz);
     auto compute = [&data, &solution, &terms, &parameters, &firstY, &firstZ, cursor = order](long long at) mutable {
         const auto [k, i, l, j] = cursor(at);
         if (firstY[static_cast<std::size_t>(k)] != k || firstZ[static_cast<std::size_t>(l)] != l)

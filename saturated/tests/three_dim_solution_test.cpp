@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include <cmath>
 #include <string>
 #include <utility>
@@ -379,6 +381,47 @@ TEST_F(ThreeDimSolution, CentredPointSourceGridIsTheLibraryToTheBit) {
             solve(d, ui);
             expectGrid(d, kContinuousPointSource3D, threeDimRecord(), terms, 0.0);
             EXPECT_GT(d.result3D(5, 4, 3, 4), 1e-4);  // x 8, y -3, z -2, t 24: a plume, not zeros
+        }
+    }
+}
+
+// A patch in an unbounded aquifer, centred in its y and z ranges (points
+// mirrored about its centre are computed once) and off centre by an amount
+// no grid step divides (the two ends' distances of a point and of its
+// would-be image then differ in their last bits, and each is computed):
+// every value is the library's own at its point on the program's rule, to
+// the bit, on one thread and on several.
+TEST_F(ThreeDimSolution, PatchGridMirroredAboutItsCentreIsTheLibraryToTheBit) {
+    for (const char* centreY : {"5", "5.3"}) {
+        for (const int threads : {1, 3}) {
+            const ScopedCalculationThreads scope(threads);
+            DataSet d = threeDimModel("Infinite", "Finite");
+            d.xRange = "0:20:5";
+            d.yRange = "-5:15:0.5";
+            d.zRange = "0:10:1";
+            d.sourceYc = centreY;
+            d.sourceZc = "5";
+            d.timeRange = "0:40:10";
+            parseCoordinates(d);
+            ScriptedUserInterface ui;
+            solve(d, ui);
+            const ThreeDimSourceTable& table = threeDimSourceTable();
+            ASSERT_EQ(table.sourceCode, kPatchSource3D);
+            ThreeDimParameters p = threeDimRecord();
+            p.sourceYc = std::stod(centreY), p.sourceZc = 5;
+            int differing = 0;
+            for (int j = 1; j <= d.numTTerms; ++j)
+                for (int l = 1; l <= d.numZTerms; ++l)
+                    for (int i = 1; i <= d.numXTerms; ++i)
+                        for (int k = 1; k <= d.numYTerms; ++k) {
+                            double c = -1.0;
+                            cnrml_3IL(p, d.tValues(j), d.xValues(i), d.yValues(k), d.zValues(l), c,
+                                      table.quadratureNodes.data() + 1, table.quadratureWeights.data() + 1);
+                            const double expected = c < 0.0 || c > 1.0 ? 0.0 : c;
+                            differing += std::memcmp(&d.result3D(i, k, l, j), &expected, sizeof(double)) != 0;
+                        }
+            EXPECT_EQ(differing, 0) << centreY << " on " << threads << " threads";
+            EXPECT_GT(d.result3D(3, 21, 6, 3), 1e-3) << centreY;  // x 10, y 5, z 5, t 20: a plume
         }
     }
 }
