@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 
 #include <pthread.h>
 
@@ -19,9 +20,15 @@ namespace {
 
 std::atomic<int> theThreads{0};
 
-double secondsNow() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+double serialRunBelowAtStart() {
+    const char* given = std::getenv("BRENMOOR_SERIAL_BELOW");
+    if (given == nullptr) return 0.005;
+    char* end = nullptr;
+    const double seconds = std::strtod(given, &end);
+    return end != given && seconds >= 0.0 ? seconds : 0.005;
 }
+
+std::atomic<double> theSerialRunBelow{serialRunBelowAtStart()};
 
 // A batch this long keeps the progress display moving and answers Stop at once.
 constexpr double kShortBatch = 0.02;
@@ -44,7 +51,15 @@ ScopedCalculationThreads::ScopedCalculationThreads(int threads) : former_(theThr
 
 ScopedCalculationThreads::~ScopedCalculationThreads() { theThreads.store(former_); }
 
+double serialRunBelow() { return theSerialRunBelow.load(); }
+
+void setSerialRunBelow(double seconds) { theSerialRunBelow.store(std::max(seconds, 0.0)); }
+
 namespace batches {
+
+double secondsNow() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
 
 // The worker threads hold back the terminating signals (SIGINT, SIGTERM,
 // SIGHUP), so that the process receives them on the calling thread, which

@@ -26,6 +26,14 @@ void setCalculationThreads(int threads);
 // The processor's cores.
 int availableCores();
 
+// A run whose work left after its first batch would take less than this many
+// seconds on one thread stays on the calling thread: starting the threads and
+// handing them batches would cost more than they gain. 0: a run of more than
+// one item always spreads. 0.005 unless set (or BRENMOOR_SERIAL_BELOW says
+// otherwise); the results are the same either way.
+double serialRunBelow();
+void setSerialRunBelow(double seconds);
+
 // Sets the calculation threads for a scope and puts the former count back.
 class ScopedCalculationThreads {
 public:
@@ -39,6 +47,9 @@ private:
 };
 
 namespace batches {
+
+// A steady clock, in seconds.
+double secondsNow();
 
 // The threads of one spread loop, kept from batch to batch.
 class Spread {
@@ -122,12 +133,41 @@ bool forEachInOrderedBatches(long long count, Compute& compute, Store&& store, P
         return true;
     }
 
+    batches::BatchSizer sizer(threads, line);
+    long long first = 0;
+    if (const double below = serialRunBelow(); below > 0.0) {
+        // Items on the calling thread, one by one as on one thread, for a
+        // fifth of the threshold (the clock read every 16 items and at the
+        // ends of lines): on alone to the end when what is left would take
+        // less than the threshold.
+        const double started = batches::secondsNow();
+        double took = 0.0;
+        while (first < count) {
+            if (!proceed()) return false;
+            store(first, compute(first));
+            ++first;
+            progress(first);
+            if (first % 16 == 0 || first % sizer.line() == 0 || first == count) {
+                took = batches::secondsNow() - started;
+                if (took >= 0.2 * below) break;
+            }
+        }
+        const double perItem = took / static_cast<double>(std::max(first, 1LL));
+        if (perItem * static_cast<double>(count - first) < below) {
+            for (; first < count; ++first) {
+                if (!proceed()) return false;
+                store(first, compute(first));
+                progress(first + 1);
+            }
+        }
+    }
+    if (first >= count) return true;
+
     std::vector<std::optional<Compute>> copies(static_cast<std::size_t>(threads));
     std::vector<std::optional<Value>> values;
     batches::Spread spread(threads);
-    batches::BatchSizer sizer(threads, line);
     batches::FirstFailure failure;
-    for (long long first = 0; first < count;) {
+    while (first < count) {
         if (!proceed()) return false;
         const long long last = sizer.endOf(first, count);
         values.assign(static_cast<std::size_t>(last - first), std::nullopt);

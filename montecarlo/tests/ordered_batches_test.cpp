@@ -152,6 +152,49 @@ TEST(OrderedBatches, AnItemThatFailsOnAWorkerAloneIsRecoveredOnTheCallingThread)
     for (long long i = 0; i < 1000; ++i) EXPECT_EQ(values[static_cast<std::size_t>(i)], 0.5 * static_cast<double>(i));
 }
 
+TEST(OrderedBatches, AShortRunStaysOnTheCallingThreadAndALongOneSpreads) {
+    // With the programs' own threshold: 20000 square roots take well under
+    // 5 ms and never leave the calling thread; 2000 items of 20 us each
+    // (40 ms) go to the workers after the first batch. Both store every item
+    // in order with its own value.
+    const ScopedCalculationThreads scope(3);
+    const double former = serialRunBelow();
+    setSerialRunBelow(0.005);
+    for (const double itemMicroseconds : {0.0, 20.0}) {
+        const long long count = itemMicroseconds > 0.0 ? 2000 : 20000;
+        std::mutex guard;
+        std::vector<std::thread::id> seen;
+        auto compute = [&](long long item) {
+            if (itemMicroseconds > 0.0) {
+                const auto until = std::chrono::steady_clock::now() + std::chrono::duration<double, std::micro>(itemMicroseconds);
+                while (std::chrono::steady_clock::now() < until) {
+                }
+            }
+            const std::lock_guard<std::mutex> lock(guard);
+            if (std::find(seen.begin(), seen.end(), std::this_thread::get_id()) == seen.end())
+                seen.push_back(std::this_thread::get_id());
+            return static_cast<double>(item) * 0.25;
+        };
+        std::vector<long long> stored;
+        const bool finished = forEachInOrderedBatches<double>(
+            count, compute,
+            [&](long long item, double value) {
+                EXPECT_EQ(value, static_cast<double>(item) * 0.25);
+                stored.push_back(item);
+            },
+            [] { return true; }, [](long long) {}, [&](long long item) { return compute(item); });
+        EXPECT_TRUE(finished);
+        EXPECT_EQ(stored, itemsUpTo(count));
+        if (itemMicroseconds > 0.0) {
+            EXPECT_GT(seen.size(), 1u) << "a long run spreads";
+        } else {
+            ASSERT_EQ(seen.size(), 1u) << "a short run stays";
+            EXPECT_EQ(seen.front(), std::this_thread::get_id());
+        }
+    }
+    setSerialRunBelow(former);
+}
+
 TEST(OrderedBatches, TheThreadCountIsAllCoresUnlessSet) {
     EXPECT_GE(availableCores(), 1);
     {
