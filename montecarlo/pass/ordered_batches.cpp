@@ -22,10 +22,10 @@ std::atomic<int> theThreads{0};
 
 double serialRunBelowAtStart() {
     const char* given = std::getenv("BRENMOOR_SERIAL_BELOW");
-    if (given == nullptr) return 0.005;
+    if (given == nullptr) return 0.008;
     char* end = nullptr;
     const double seconds = std::strtod(given, &end);
-    return end != given && seconds >= 0.0 ? seconds : 0.005;
+    return end != given && seconds >= 0.0 ? seconds : 0.008;
 }
 
 std::atomic<double> theSerialRunBelow{serialRunBelowAtStart()};

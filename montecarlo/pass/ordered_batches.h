@@ -10,6 +10,7 @@
 // loop is the plain loop of stop test, item, store and progress.
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <atomic>
 #include <functional>
@@ -26,10 +27,11 @@ void setCalculationThreads(int threads);
 // The processor's cores.
 int availableCores();
 
-// A run whose work left after its first batch would take less than this many
-// seconds on one thread stays on the calling thread: starting the threads and
+// A run whose work left after a first part on the calling thread would take
+// less than this many seconds there stays there: starting the threads
+// (about 2 ms in all, with the library's start and end in the process) and
 // handing them batches would cost more than they gain. 0: a run of more than
-// one item always spreads. 0.005 unless set (or BRENMOOR_SERIAL_BELOW says
+// one item always spreads. 0.008 unless set (or BRENMOOR_SERIAL_BELOW says
 // otherwise); the results are the same either way.
 double serialRunBelow();
 void setSerialRunBelow(double seconds);
@@ -136,30 +138,29 @@ bool forEachInOrderedBatches(long long count, Compute& compute, Store&& store, P
     batches::BatchSizer sizer(threads, line);
     long long first = 0;
     if (const double below = serialRunBelow(); below > 0.0) {
-        // Items on the calling thread, one by one as on one thread, for a
-        // fifth of the threshold (the clock read every 16 items and at the
-        // ends of lines): on alone to the end when what is left would take
-        // less than the threshold.
-        const double started = batches::secondsNow();
-        double took = 0.0;
-        while (first < count) {
-            if (!proceed()) return false;
-            store(first, compute(first));
-            ++first;
-            progress(first);
-            if (first % 16 == 0 || first % sizer.line() == 0 || first == count) {
-                took = batches::secondsNow() - started;
-                if (took >= 0.2 * below) break;
-            }
-        }
-        const double perItem = took / static_cast<double>(std::max(first, 1LL));
-        if (perItem * static_cast<double>(count - first) < below) {
-            for (; first < count; ++first) {
+        // Items on the calling thread, one by one as on one thread, for two
+        // spells of a fifth of the threshold each (the clock read every 16
+        // items and at the ends of lines); the second spell's pace, which
+        // the first items' own set-up no longer slows, tells how long the
+        // rest would take: under the threshold, it is done here too.
+        const auto spell = [&](double seconds) {
+            const double started = batches::secondsNow();
+            while (first < count) {
                 if (!proceed()) return false;
                 store(first, compute(first));
-                progress(first + 1);
+                ++first;
+                progress(first);
+                if ((first % 16 == 0 || first % sizer.line() == 0) && batches::secondsNow() - started >= seconds) break;
             }
-        }
+            return true;
+        };
+        if (!spell(0.2 * below)) return false;
+        const long long secondFrom = first;
+        const double secondStarted = batches::secondsNow();
+        if (!spell(0.2 * below)) return false;
+        const double perItem =
+            (batches::secondsNow() - secondStarted) / static_cast<double>(std::max(first - secondFrom, 1LL));
+        if (perItem * static_cast<double>(count - first) < below && !spell(HUGE_VAL)) return false;
     }
     if (first >= count) return true;
 

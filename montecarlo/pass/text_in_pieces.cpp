@@ -12,6 +12,9 @@ namespace {
 
 // Below this many items a text is written faster than threads start.
 constexpr long long kFewestSpreadItems = 512;
+// About how fast one thread writes a result table, for the threshold below
+// which a run stays on one thread (serialRunBelow).
+constexpr double kBytesPerSecond = 4.0e8;
 // Pieces a thread: enough for one that finishes early to take another.
 constexpr long long kPiecesPerThread = 4;
 
@@ -25,7 +28,9 @@ void appendTextInPieces(std::string& out, long long count, std::size_t itemBytes
         return itemBytes != 0 && n > std::numeric_limits<std::size_t>::max() / 4 / itemBytes ? 0 : n * itemBytes;
     };
     const int threads = calculationThreads();
-    if (threads <= 1 || count < kFewestSpreadItems) {
+    const double below = serialRunBelow();
+    const bool shortText = below > 0.0 && static_cast<double>(bytesOf(count)) < below * kBytesPerSecond;
+    if (threads <= 1 || count < kFewestSpreadItems || shortText) {
         out.reserve(out.size() + bytesOf(count));
         write(0, count, out);
         return;
