@@ -15,6 +15,13 @@
 // finite argument, erfcTail within 6 ulp of erfc on 0 <= x <= 6.5, erfSmall
 // within 2 ulp of erf on 0 <= x <= 0.5 (vector_math_lanes.h; the kernels'
 // tests hold them to these bounds).
+//
+// The point source's sums take our own exponentials instead (quickExp within
+// 1 ulp, quickExpAndExpm1's expm1 within 2, SLEEF's exp lane by lane where
+// |x| >= 708): inlined into one pass over the rule, with no call between a
+// node's two exponentials, they cost 1.8 ns a value for exp and expm1
+// together against 3.0 for the pair above, and the point source's kernel on
+// a whole grid about 0.72 of its time with SLEEF.
 
 namespace bm::vmath {
 

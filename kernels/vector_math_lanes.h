@@ -118,11 +118,11 @@ constexpr double kExpm1[kExpm1Degree] = {
     1.1470745597729725e-11, 7.647163731819816e-13};
 
 // Whether any lane of the block is below kSmallExpm1 in magnitude, and whether all are.
-template <class Ops, int kCount>
+template <class Ops>
 [[gnu::always_inline]] inline void smallLanes(const typename Ops::Vector* x, bool& any, bool& all) {
     any = false;
     all = true;
-    for (int b = 0; b < kCount; ++b) {
+    for (int b = 0; b < kBlock; ++b) {
         const int mask = Ops::smallMask(x[b], kSmallExpm1);
         any = any || mask != 0;
         all = all && mask == Ops::kAllLanes;
@@ -130,48 +130,48 @@ template <class Ops, int kCount>
 }
 
 // x times its Taylor series: expm1 where |x| < kSmallExpm1.
-template <class Ops, int kCount>
+template <class Ops>
 [[gnu::always_inline]] inline void expm1Series(const typename Ops::Vector* x, typename Ops::Vector* out) {
     using V = typename Ops::Vector;
-    V sum[kCount];
-    for (int b = 0; b < kCount; ++b) sum[b] = Ops::set(kExpm1[kExpm1Degree - 1]);
+    V sum[kBlock];
+    for (int b = 0; b < kBlock; ++b) sum[b] = Ops::set(kExpm1[kExpm1Degree - 1]);
     for (int k = kExpm1Degree - 2; k >= 0; --k) {
         const V c = Ops::set(kExpm1[k]);
 #pragma GCC unroll 8
-        for (int b = 0; b < kCount; ++b) sum[b] = Ops::fma(sum[b], x[b], c);
+        for (int b = 0; b < kBlock; ++b) sum[b] = Ops::fma(sum[b], x[b], c);
     }
-    for (int b = 0; b < kCount; ++b) out[b] = Ops::mul(x[b], sum[b]);
+    for (int b = 0; b < kBlock; ++b) out[b] = Ops::mul(x[b], sum[b]);
 }
 
 // e = exp(x), x = expm1(x). Each lane takes the series or exp less 1 by its
 // own magnitude; a block whose lanes all take one of them skips the other.
-template <class Ops, int kCount = kBlock>
+template <class Ops>
 [[gnu::always_inline]] inline void expAndExpm1(typename Ops::Vector* x, typename Ops::Vector* e) {
     using V = typename Ops::Vector;
     bool anySmall, allSmall;
-    smallLanes<Ops, kCount>(x, anySmall, allSmall);
-    for (int b = 0; b < kCount; ++b) e[b] = Ops::exp(x[b]);
+    smallLanes<Ops>(x, anySmall, allSmall);
+    for (int b = 0; b < kBlock; ++b) e[b] = Ops::exp(x[b]);
     if (!anySmall) {
-        for (int b = 0; b < kCount; ++b) x[b] = Ops::sub(e[b], Ops::set(1.0));
+        for (int b = 0; b < kBlock; ++b) x[b] = Ops::sub(e[b], Ops::set(1.0));
         return;
     }
-    V series[kCount];
-    expm1Series<Ops, kCount>(x, series);
-    for (int b = 0; b < kCount; ++b)
+    V series[kBlock];
+    expm1Series<Ops>(x, series);
+    for (int b = 0; b < kBlock; ++b)
         x[b] = Ops::selectSmall(x[b], kSmallExpm1, series[b], Ops::sub(e[b], Ops::set(1.0)));
 }
 
 // expm1 alone: a block of small lanes needs no exponential.
-template <class Ops, int kCount = kBlock>
+template <class Ops>
 [[gnu::always_inline]] inline void expm1(typename Ops::Vector* x) {
     bool anySmall, allSmall;
-    smallLanes<Ops, kCount>(x, anySmall, allSmall);
+    smallLanes<Ops>(x, anySmall, allSmall);
     if (allSmall) {
-        expm1Series<Ops, kCount>(x, x);
+        expm1Series<Ops>(x, x);
         return;
     }
-    typename Ops::Vector e[kCount];
-    expAndExpm1<Ops, kCount>(x, e);
+    typename Ops::Vector e[kBlock];
+    expAndExpm1<Ops>(x, e);
 }
 
 // exp and expm1 of an array at once (exp into e, expm1 into out).

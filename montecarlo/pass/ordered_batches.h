@@ -138,8 +138,9 @@ bool forEachInOrderedBatches(long long count, Compute& compute, Store&& store, P
     batches::BatchSizer sizer(threads, line);
     long long first = 0;
     if (const double below = serialRunBelow(); below > 0.0) {
-        // Items on the calling thread, one by one as on one thread, for two
-        // spells of a fifth of the threshold each (the clock read every 16
+        // Items on the calling thread, one by one as on one thread (an item
+        // that fails goes to recover() as on a worker), for two spells of a
+        // fifth of the threshold each (the clock read every 16
         // items and at the ends of lines); the second spell's pace, which
         // the first items' own set-up no longer slows, tells how long the
         // rest would take: under the threshold, it is done here too.
@@ -147,7 +148,13 @@ bool forEachInOrderedBatches(long long count, Compute& compute, Store&& store, P
             const double started = batches::secondsNow();
             while (first < count) {
                 if (!proceed()) return false;
-                store(first, compute(first));
+                std::optional<Value> value;
+                try {
+                    value.emplace(compute(first));
+                } catch (...) {  // as an item that fails on a worker
+                    value.emplace(recover(first));
+                }
+                store(first, std::move(*value));
                 ++first;
                 progress(first);
                 if ((first % 16 == 0 || first % sizer.line() == 0) && batches::secondsNow() - started >= seconds) break;

@@ -131,25 +131,31 @@ TEST(OrderedBatches, AFailingItemRaisesItsErrorAfterTheItemsBeforeItAsOnOneThrea
 }
 
 TEST(OrderedBatches, AnItemThatFailsOnAWorkerAloneIsRecoveredOnTheCallingThread) {
-    // Item 300 cannot be computed on a worker; recovered on the calling
-    // thread it gives its value and the work goes on after it.
-    const ScopedCalculationThreads scope(3);
-    auto compute = [](long long item) -> double {
-        if (item == 300) throw std::runtime_error("not on this thread");
-        return static_cast<double>(item) * 0.5;
-    };
-    std::vector<long long> stored;
-    std::vector<double> values;
-    const bool finished = forEachInOrderedBatches<double>(
-        1000, compute,
-        [&](long long item, double value) {
-            stored.push_back(item);
-            values.push_back(value);
-        },
-        [] { return true; }, [](long long) {}, [](long long item) { return static_cast<double>(item) * 0.5; });
-    EXPECT_TRUE(finished);
-    EXPECT_EQ(stored, itemsUpTo(1000));
-    for (long long i = 0; i < 1000; ++i) EXPECT_EQ(values[static_cast<std::size_t>(i)], 0.5 * static_cast<double>(i));
+    // Item 300 cannot be computed on a copy; recovered on the calling thread
+    // it gives its value and the work goes on after it, whether it is met
+    // on a worker or in the first part a run takes on the calling thread.
+    for (const double below : {0.0, 0.008}) {
+        const ScopedCalculationThreads scope(3);
+        const double former = serialRunBelow();
+        setSerialRunBelow(below);
+        auto compute = [](long long item) -> double {
+            if (item == 300) throw std::runtime_error("not on this thread");
+            return static_cast<double>(item) * 0.5;
+        };
+        std::vector<long long> stored;
+        std::vector<double> values;
+        const bool finished = forEachInOrderedBatches<double>(
+            1000, compute,
+            [&](long long item, double value) {
+                stored.push_back(item);
+                values.push_back(value);
+            },
+            [] { return true; }, [](long long) {}, [](long long item) { return static_cast<double>(item) * 0.5; });
+        EXPECT_TRUE(finished);
+        EXPECT_EQ(stored, itemsUpTo(1000));
+        for (long long i = 0; i < 1000; ++i) EXPECT_EQ(values[static_cast<std::size_t>(i)], 0.5 * static_cast<double>(i));
+        setSerialRunBelow(former);
+    }
 }
 
 TEST(OrderedBatches, AShortRunStaysOnTheCallingThreadAndALongOneSpreads) {
