@@ -29,6 +29,7 @@ double serialRunBelowAtStart() {
 }
 
 std::atomic<double> theSerialRunBelow{serialRunBelowAtStart()};
+std::atomic<bool> theThreadsStarted{false};
 
 // A batch this long keeps the progress display moving and answers Stop at once.
 constexpr double kShortBatch = 0.02;
@@ -54,6 +55,8 @@ ScopedCalculationThreads::~ScopedCalculationThreads() { theThreads.store(former_
 double serialRunBelow() { return theSerialRunBelow.load(); }
 
 void setSerialRunBelow(double seconds) { theSerialRunBelow.store(std::max(seconds, 0.0)); }
+
+bool calculationThreadsStarted() { return theThreadsStarted.load(); }
 
 namespace batches {
 
@@ -90,7 +93,7 @@ struct Spread::Threads {
     QuietWorkers quiet;
 };
 
-Spread::Spread(int threads) : threads_(std::make_unique<Threads>(threads)) {}
+Spread::Spread(int threads) : threads_(std::make_unique<Threads>(threads)) { theThreadsStarted.store(true); }
 
 Spread::~Spread() = default;
 

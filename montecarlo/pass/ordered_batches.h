@@ -35,6 +35,9 @@ int availableCores();
 // otherwise); the results are the same either way.
 double serialRunBelow();
 void setSerialRunBelow(double seconds);
+// Whether work has been spread in this process: the threads' library has
+// then started, and spreading again costs little.
+bool calculationThreadsStarted();
 
 // Sets the calculation threads for a scope and puts the former count back.
 class ScopedCalculationThreads {

@@ -29,7 +29,9 @@ void appendTextInPieces(std::string& out, long long count, std::size_t itemBytes
     };
     const int threads = calculationThreads();
     const double below = serialRunBelow();
-    const bool shortText = below > 0.0 && static_cast<double>(bytesOf(count)) < below * kBytesPerSecond;
+    // Short enough to stay on the calling thread, unless the threads run already.
+    const bool shortText = below > 0.0 && !calculationThreadsStarted() &&
+                           static_cast<double>(bytesOf(count)) < below * kBytesPerSecond;
     if (threads <= 1 || count < kFewestSpreadItems || shortText) {
         out.reserve(out.size() + bytesOf(count));
         write(0, count, out);
