@@ -1,6 +1,7 @@
 #include "kernels/gauss_legendre.h"
 
 #include <array>
+#include <atomic>
 #include <cmath>
 #include <cstdio>
 #include <string>
@@ -51,9 +52,15 @@ void gaussLegendre(int n, double* nodes, double* weights) {
 
 namespace {
 
+// The built-in rule's nodes once it is built.
+std::atomic<const double*> theBuiltinNodes{nullptr};
+
 struct BuiltinRule {
     std::array<double, 256> nodes{}, weights{};
-    BuiltinRule() { gaussLegendre(256, nodes.data(), weights.data()); }
+    BuiltinRule() {
+        gaussLegendre(256, nodes.data(), weights.data());
+        theBuiltinNodes.store(nodes.data());
+    }
 };
 
 // Built at its first use, in static storage: a run that never needs it does
@@ -67,6 +74,11 @@ const BuiltinRule& builtinRule() {
 
 const double* builtinRuleNodes() { return builtinRule().nodes.data(); }
 const double* builtinRuleWeights() { return builtinRule().weights.data(); }
+
+bool isBuiltinRule(const double* nodes, const double* weights) {
+    const double* built = theBuiltinNodes.load();
+    return built != nullptr && nodes == built && weights == builtinRule().weights.data();
+}
 
 std::string gaussPointsFileText() {
     std::vector<double> x, w;

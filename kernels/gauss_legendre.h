@@ -17,6 +17,17 @@ void gaussLegendre(int n, double* nodes, double* weights);
 // nodes ascending, weights to match.
 const double* builtinRuleNodes();
 const double* builtinRuleWeights();
+// Whether these are the built-in rule's arrays, without building it (a run
+// on the program's own rule never needs it, and building it takes a
+// millisecond and more).
+bool isBuiltinRule(const double* nodes, const double* weights);
+
+// A caller that fills the arrays it passes to the kernels with another rule
+// (at the same addresses or at addresses it passed before) says so here
+// before its next call: the kernels keep values made from a rule and check
+// the caller's arrays against it only when they are new or said to change.
+// The program says so whenever it reads its points file.
+void ruleArraysChanged();
 
 // The text of the points file: five header lines, the 128 positive nodes of the
 // 256-point rule (largest first), then their 128 weights; CR LF line ends.

@@ -6,6 +6,7 @@
 #include <iterator>
 #include <string_view>
 
+#include "kernels/gauss_legendre.h"
 #include "model/app_state.h"
 #include "shell/base/runtime_error.h"
 
@@ -77,6 +78,7 @@ bool readQuadraturePoints(const std::string& path, List<double>& nodes, List<dou
     }
     nodes = std::move(x);
     weights = std::move(w);
+    ruleArraysChanged();  // new arrays, perhaps where earlier ones were
     return true;
 }
 

@@ -6,7 +6,9 @@
 
 #include <cmath>
 #include <sstream>
+#include <vector>
 
+#include "kernels/gauss_legendre.h"
 #include "kernels/kern2d.h"
 #include "kernels/tests/kern2d_reference.h"
 #include "testing/is_close.h"
@@ -181,6 +183,30 @@ TEST(Kern2dStrip, RuleMayComeInTheProgramsMirroredOrder) {
         cnrml_IL(p, 10, xx, 0.7, mirrored, x.data(), w.data());
         EXPECT_CLOSE(mirrored, stripAt(p, 10, xx, 0.7), 1e-13, 1e-16);
     }
+}
+
+TEST(Kern2dStrip, ArraysRefilledWithAnotherRuleAreFollowed) {
+    // The kernel keeps values made from the caller's arrays. Refilled where
+    // only one node's weight changes, they give what fresh arrays holding
+    // that rule give, once the change is said; refilled with every weight
+    // doubled, they give twice the result at once.
+    std::vector<double> x(theRule().nodes.begin(), theRule().nodes.end());
+    std::vector<double> w(theRule().weights.begin(), theRule().weights.end());
+    Flow f;
+    TwoDimParameters p = record(f);
+    p.sourceWidth = 2;
+    double first = -1, said = -1, fresh = -1, doubled = -1;
+    cnrml_IL(p, 10, 1.0, 0.7, first, x.data(), w.data());
+    w[100] *= 1.5;  // a node near the middle of the time range
+    ruleArraysChanged();
+    cnrml_IL(p, 10, 1.0, 0.7, said, x.data(), w.data());
+    const std::vector<double> x2 = x, w2 = w;
+    cnrml_IL(p, 10, 1.0, 0.7, fresh, x2.data(), w2.data());
+    EXPECT_EQ(said, fresh);
+    EXPECT_NE(said, first);
+    for (double& v : w) v *= 2.0;
+    cnrml_IL(p, 10, 1.0, 0.7, doubled, x.data(), w.data());
+    EXPECT_CLOSE(doubled, 2.0 * said, 1e-14, 0);
 }
 
 TEST(Kern2dStrip, NoRuleIsAFailedStatusNotACrash) {
