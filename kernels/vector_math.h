@@ -31,7 +31,8 @@ using ArrayFunction = void (*)(const double* x, double* out, int n);
 // e[i] = exp(x[i]) and out[i] = expm1(x[i]) at once, for 0 <= i < n.
 using PairFunction = void (*)(const double* x, double* e, double* out, int n);
 
-// The terms of the point source's integrals over a rule's nodes x:
+// The terms of the point source's integrals over a rule's nodes x (in
+// [-1, 1]):
 // exp(-q u^2 / (1 + u)) with u = expm1(|scale x + offset|) (a peak inside the
 // interval), and exp(expm1(z) (aOverT / exp(z) - bT)) with z = scale x +
 // offset (rising to the interval's end).

@@ -230,7 +230,7 @@ template <class Ops>
 [[gnu::always_inline]] inline void quickReduce(typename Ops::Vector x, typename Ops::Vector& power,
                                                typename Ops::Vector& p) {
     using V = typename Ops::Vector;
-    const V shifted = Ops::add(Ops::mul(x, Ops::set(kLog2e)), Ops::set(kRoundingShift));
+    const V shifted = Ops::fma(x, Ops::set(kLog2e), Ops::set(kRoundingShift));
     const V minusN = Ops::sub(Ops::set(kRoundingShift), shifted);
     const V rHigh = Ops::fma(minusN, Ops::set(kLn2High), x);
     const V rLow = Ops::mul(minusN, Ops::set(kLn2Low));
@@ -250,8 +250,8 @@ template <class Ops>
     return Ops::selectSmall(x, kQuickRange, e, Ops::exp(x));
 }
 
-// e = exp(x) and m = expm1(x).
-template <class Ops>
+// e = exp(x) and m = expm1(x); kInRange: the caller knows |x| < kQuickRange.
+template <class Ops, bool kInRange = false>
 [[gnu::always_inline]] inline void quickExpAndExpm1(typename Ops::Vector x, typename Ops::Vector& e,
                                                     typename Ops::Vector& m) {
     using V = typename Ops::Vector;
@@ -259,7 +259,7 @@ template <class Ops>
     quickReduce<Ops>(x, power, p);
     e = Ops::fma(power, p, power);
     m = Ops::fma(power, p, Ops::sub(power, Ops::set(1.0)));
-    if (Ops::smallMask(x, kQuickRange) == Ops::kAllLanes) return;
+    if (kInRange || Ops::smallMask(x, kQuickRange) == Ops::kAllLanes) return;
     const V slow = Ops::exp(x);
     e = Ops::selectSmall(x, kQuickRange, e, slow);
     m = Ops::selectSmall(x, kQuickRange, m, Ops::sub(slow, Ops::set(1.0)));
@@ -310,7 +310,7 @@ template <class Ops, class Term>
 #pragma GCC unroll 4
         for (int k = 0; k < kVectors; ++k) {
             const int at = i + k * kLanes;
-            sums[k] = Ops::add(sums[k], Ops::mul(Ops::load(weights + at), term(Ops::load(nodes + at))));
+            sums[k] = Ops::fma(Ops::load(weights + at), term(Ops::load(nodes + at)), sums[k]);
         }
     }
     if (i < n) {
@@ -320,39 +320,58 @@ template <class Ops, class Term>
             w[j] = weights[i + j];
         }
         for (int k = 0; k < kVectors; ++k)
-            sums[k] = Ops::add(sums[k], Ops::mul(Ops::load(w + k * kLanes), term(Ops::load(x + k * kLanes))));
+            sums[k] = Ops::fma(Ops::load(w + k * kLanes), term(Ops::load(x + k * kLanes)), sums[k]);
     }
     double lanes[kRunningSums];
     for (int k = 0; k < kVectors; ++k) Ops::store(lanes + k * kLanes, sums[k]);
     return (lanes[0] + lanes[1]) + (lanes[2] + lanes[3]);
 }
 
+// Whether |scale x + offset| < kQuickRange for every x in [-1, 1], where the
+// rule's nodes lie: the first exponential of a term then needs no check.
+inline bool firstInRange(double scale, double offset) {
+    const double reach = (scale < 0.0 ? -scale : scale) + (offset < 0.0 ? -offset : offset);
+    return reach < kQuickRange;
+}
+
 // exp(-q u^2 / (1 + u)), u = expm1(|scale x + offset|).
-template <class Ops>
-double peakedSum(const PeakedTerms& terms, const double* nodes, const double* weights, int n) {
+template <class Ops, bool kInRange>
+double peakedSumOf(const PeakedTerms& terms, const double* nodes, const double* weights, int n) {
     using V = typename Ops::Vector;
     const V scale = Ops::set(terms.scale), offset = Ops::set(terms.offset), minusQ = Ops::set(-terms.q),
             one = Ops::set(1.0);
     const auto term = [&](V x) {
         V e, u;
-        quickExpAndExpm1<Ops>(Ops::abs(Ops::add(Ops::mul(scale, x), offset)), e, u);
+        quickExpAndExpm1<Ops, kInRange>(Ops::abs(Ops::add(Ops::mul(scale, x), offset)), e, u);
         return quickExp<Ops>(Ops::mul(Ops::mul(minusQ, u), Ops::div(u, Ops::add(one, u))));
     };
     return laneSum<Ops>(term, nodes, weights, n);
 }
 
-// exp(expm1(z) * (aOverT / exp(z) - bT)), z = scale x + offset.
 template <class Ops>
-double risingSum(const RisingTerms& terms, const double* nodes, const double* weights, int n) {
+double peakedSum(const PeakedTerms& terms, const double* nodes, const double* weights, int n) {
+    return firstInRange(terms.scale, terms.offset) ? peakedSumOf<Ops, true>(terms, nodes, weights, n)
+                                                   : peakedSumOf<Ops, false>(terms, nodes, weights, n);
+}
+
+// exp(expm1(z) * (aOverT / exp(z) - bT)), z = scale x + offset.
+template <class Ops, bool kInRange>
+double risingSumOf(const RisingTerms& terms, const double* nodes, const double* weights, int n) {
     using V = typename Ops::Vector;
     const V scale = Ops::set(terms.scale), offset = Ops::set(terms.offset), aOverT = Ops::set(terms.aOverT),
             bT = Ops::set(terms.bT);
     const auto term = [&](V x) {
         V e, m;
-        quickExpAndExpm1<Ops>(Ops::add(Ops::mul(scale, x), offset), e, m);
+        quickExpAndExpm1<Ops, kInRange>(Ops::add(Ops::mul(scale, x), offset), e, m);
         return quickExp<Ops>(Ops::mul(m, Ops::sub(Ops::div(aOverT, e), bT)));
     };
     return laneSum<Ops>(term, nodes, weights, n);
+}
+
+template <class Ops>
+double risingSum(const RisingTerms& terms, const double* nodes, const double* weights, int n) {
+    return firstInRange(terms.scale, terms.offset) ? risingSumOf<Ops, true>(terms, nodes, weights, n)
+                                                   : risingSumOf<Ops, false>(terms, nodes, weights, n);
 }
 
 }  // namespace
