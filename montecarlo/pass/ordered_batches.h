@@ -143,12 +143,13 @@ bool forEachInOrderedBatches(long long count, Compute& compute, Store&& store, P
     if (const double below = serialRunBelow(); below > 0.0) {
         // Items on the calling thread, one by one as on one thread (an item
         // that fails goes to recover() as on a worker), for two spells of a
-        // fifth of the threshold each (the clock read every 16
-        // items and at the ends of lines); the second spell's pace, which
-        // the first items' own set-up no longer slows, tells how long the
-        // rest would take: under the threshold, it is done here too.
+        // fifth of the threshold each (the clock read every 16 items); the
+        // second spell's pace, which the first items' own set-up no longer
+        // slows, tells how long the rest would take: under the threshold, it
+        // is done here too.
         const auto spell = [&](double seconds) {
             const double started = batches::secondsNow();
+            int untilClock = 16;
             while (first < count) {
                 if (!proceed()) return false;
                 std::optional<Value> value;
@@ -160,7 +161,9 @@ bool forEachInOrderedBatches(long long count, Compute& compute, Store&& store, P
                 store(first, std::move(*value));
                 ++first;
                 progress(first);
-                if ((first % 16 == 0 || first % sizer.line() == 0) && batches::secondsNow() - started >= seconds) break;
+                if (--untilClock > 0) continue;
+                untilClock = 16;
+                if (batches::secondsNow() - started >= seconds) break;
             }
             return true;
         };
