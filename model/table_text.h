@@ -4,14 +4,53 @@
 // results' number format (model/number_format.h) and the string grows by
 // whole blocks, not by a call for every field.
 
+#include <bit>
+#include <cstdint>
 #include <cstring>
 #include <exception>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "model/number_format.h"
 
 namespace bm {
+
+// The texts of numbers written lately, by their bits: a grid's table repeats
+// many values (points mirrored about a source's centre hold the same bits),
+// and copying a kept text costs a fraction of writing it again.
+class KeptNumberTexts {
+public:
+    // Writes the text of `value` at out (kNumberTextRoom free), the kept one
+    // where there is one; returns its end.
+    char* write(char* out, double value) {
+        const std::uint64_t bits = std::bit_cast<std::uint64_t>(value);
+        Entry& kept = entries_[(bits * 0x9E3779B97F4A7C15ULL) >> (64 - kBits)];
+        if (kept.length != 0 && kept.bits == bits) {
+            std::memcpy(out, kept.text, sizeof kept.text);
+            return out + kept.length;
+        }
+        char* end = writeNumber(out, value);
+        const auto length = static_cast<std::size_t>(end - out);
+        if (length <= sizeof kept.text) {
+            kept.bits = bits;
+            kept.length = static_cast<std::uint8_t>(length);
+            std::memcpy(kept.text, out, length);
+        }
+        return end;
+    }
+
+private:
+    static constexpr int kBits = 10;
+    struct Entry {
+        std::uint64_t bits = 0;
+        std::uint8_t length = 0;  // 0: empty
+        char text[23] = {};
+    };
+    static_assert(sizeof(Entry::text) <= kNumberTextRoom);
+    Entry entries_[1 << kBits];
+};
 
 class TableText {
 public:
@@ -28,14 +67,14 @@ public:
     template <class Real>
     void number(Real value) {
         makeRoom(kNumberTextRoom);
-        end_ = writeNumber(end_, value);
+        end_ = write(end_, value);
     }
     template <class Real>
     void field(Real value) {
         makeRoom(kNumberTextRoom + 2);
         *end_++ = ',';
         *end_++ = ' ';
-        end_ = writeNumber(end_, value);
+        end_ = write(end_, value);
     }
     void text(std::string_view words) {
         if (words.size() > kBlock / 2) {
@@ -54,12 +93,25 @@ public:
 
 private:
     static constexpr std::size_t kBlock = 4096;
+    // Numbers written before texts are kept: a short table never pays for the store.
+    static constexpr int kWrittenBeforeKeeping = 256;
+
+    template <class Real>
+    char* write(char* out, Real value) {
+        if constexpr (std::is_same_v<Real, double>) {
+            if (kept_ == nullptr && ++written_ > kWrittenBeforeKeeping) kept_ = std::make_unique<KeptNumberTexts>();
+            if (kept_ != nullptr) return kept_->write(out, value);
+        }
+        return writeNumber(out, value);
+    }
     void makeRoom(std::size_t size) {
         if (static_cast<std::size_t>(block_ + kBlock - end_) < size) flush();
     }
 
     std::string& out_;
     int unwinding_;
+    int written_ = 0;
+    std::unique_ptr<KeptNumberTexts> kept_;
     char block_[kBlock];
     char* end_ = block_;
 };

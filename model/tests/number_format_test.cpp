@@ -14,6 +14,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "model/number_format.h"
 #include "model/table_text.h"
@@ -247,6 +248,33 @@ TEST(NumberFormat, FieldsAppendAfterTheText) {
         table.number(3.0);
     }
     EXPECT_EQ(row, "x, 0.25, 2.53");
+}
+
+TEST(NumberFormat, ATableThatRepeatsValuesWritesEachAsOnItsOwn) {
+    // Long enough that the table keeps the texts it wrote: values drawn from
+    // a small pool (repeats, as a mirrored grid has them), with values whose
+    // bits differ but whose texts may not (+0 and -0, neighbours), and
+    // values that collide in the store; every field as formatNumber gives it.
+    std::mt19937_64 random(53);
+    std::vector<double> pool = {0.0, -0.0, 1.0, std::nextafter(1.0, 2.0), 1e-300, 4.9e-324, 123456.789, -2.5e-7};
+    std::uniform_real_distribution<double> logSpread(-300.0, 300.0);
+    for (int i = 0; i < 3000; ++i) pool.push_back(std::pow(10.0, logSpread(random)) * (i % 2 ? 1.0 : -1.0));
+    std::uniform_int_distribution<std::size_t> pick(0, pool.size() - 1);
+    std::string written, expected;
+    {
+        bm::TableText table(written);
+        for (int i = 0; i < 40000; ++i) {
+            const double value = pool[pick(random)];
+            if (i % 10 == 0) {
+                table.number(value);
+                expected += bm::formatNumber(value);
+            } else {
+                table.field(value);
+                expected += ", " + bm::formatNumber(value);
+            }
+        }
+    }
+    EXPECT_EQ(written, expected);
 }
 
 }  // namespace
