@@ -1,19 +1,21 @@
 #!/bin/bash
-# Usage: bench/side_by_side.sh OLD_BUILD NEW_BUILD  (build folders holding suite/brenmoor/brenmoor-calc; run it on a quiet machine)
+# Usage: bench/side_by_side.sh OLD_BUILD NEW_BUILD [RUNS]  (build folders holding suite/brenmoor/brenmoor-calc; RUNS rounds, 5 unless given)
 #
 # The eight grids of bench/grids through brenmoor-calc of two builds, one after
-# the other on the same machine: each grid best of three, less the best of
-# three of its start-up file (the same model on two points), per grid point,
-# in microseconds of wall-clock time. The old build runs as it runs (a build
-# without --threads is one thread), the new one on one thread and on all
-# cores. The output file goes through standard output into /dev/null (the
-# calculator refuses a device as --output).
+# the other on the same machine, taking turns: each grid's best run less the
+# best run of its start-up file (the same model on two points), per grid
+# point, in microseconds of wall-clock time. The old build runs as it runs (a
+# build without --threads is one thread), the new one on one thread and on
+# all cores. The output file goes through standard output into /dev/null (the
+# calculator refuses a device as --output). The per-point figures count every
+# point of the grid, t = 0 included.
 set -euo pipefail
 
-if [ $# -ne 2 ]; then
-    echo "usage: $0 OLD_BUILD NEW_BUILD" >&2
+if [ $# -lt 2 ] || [ $# -gt 3 ]; then
+    echo "usage: $0 OLD_BUILD NEW_BUILD [RUNS]" >&2
     exit 2
 fi
+runs=${3:-5}
 here=$(cd "$(dirname "$0")" && pwd)
 grids=$here/grids
 old=$1/suite/brenmoor/brenmoor-calc
@@ -37,40 +39,41 @@ grid_list=(
     "column.one 10201 2"
 )
 
-# Best of three wall-clock runs of a command, in nanoseconds.
-best_of_three() {
-    local best=
-    for _ in 1 2 3; do
-        local start end
-        start=$(date +%s%N)
-        if ! "$@" > /dev/null; then
-            echo "failed: $*" >&2
-            exit 1
-        fi
-        end=$(date +%s%N)
-        local took=$((end - start))
-        if [ -z "$best" ] || [ "$took" -lt "$best" ]; then best=$took; fi
-    done
-    echo "$best"
+# Wall-clock nanoseconds of one run of a command.
+took() {
+    local start end
+    start=$(date +%s%N)
+    if ! "$@" > /dev/null; then
+        echo "failed: $*" >&2
+        exit 1
+    fi
+    end=$(date +%s%N)
+    echo $((end - start))
 }
 
-# Microseconds per point of one build on one grid (extra arguments go to the program).
+smaller() { if [ -z "$1" ] || [ "$2" -lt "$1" ]; then echo "$2"; else echo "$1"; fi; }
+
+# Microseconds per point from the best whole run and the best start-up run.
 per_point() {
-    local program=$1 name=$2 points=$3 start_points=$4
-    shift 4
-    local whole start_up
-    whole=$(best_of_three "$program" "$@" "$grids/$name")
-    start_up=$(best_of_three "$program" "$@" "$grids/start_up_$name")
-    awk -v w="$whole" -v s="$start_up" -v p="$points" -v q="$start_points" \
-        'BEGIN { printf "%.2f", (w - s) / (p - q) / 1000 }'
+    awk -v w="$1" -v s="$2" -v p="$3" -v q="$4" 'BEGIN { printf "%.2f", (w - s) / (p - q) / 1000 }'
 }
 
 cores=$(nproc)
 printf '%-18s %8s %12s %12s %14s\n' grid points "old µs/pt" "new 1 thread" "new $cores threads"
 for entry in "${grid_list[@]}"; do
     read -r name points start_points <<< "$entry"
-    before=$(per_point "$old" "$name" "$points" "$start_points")
-    one=$(per_point "$new" "$name" "$points" "$start_points" --threads 1)
-    all=$(per_point "$new" "$name" "$points" "$start_points" --threads "$cores")
-    printf '%-18s %8s %12s %12s %14s\n' "$name" "$points" "$before" "$one" "$all"
+    # The three programs take turns, RUNS rounds, each keeping its best whole
+    # run and its best start-up run: a machine whose speed drifts slows them
+    # alike.
+    old_w= old_s= one_w= one_s= all_w= all_s=
+    for _ in $(seq "$runs"); do
+        old_w=$(smaller "$old_w" "$(took "$old" "$grids/$name")")
+        old_s=$(smaller "$old_s" "$(took "$old" "$grids/start_up_$name")")
+        one_w=$(smaller "$one_w" "$(took "$new" --threads 1 "$grids/$name")")
+        one_s=$(smaller "$one_s" "$(took "$new" --threads 1 "$grids/start_up_$name")")
+        all_w=$(smaller "$all_w" "$(took "$new" --threads "$cores" "$grids/$name")")
+        all_s=$(smaller "$all_s" "$(took "$new" --threads "$cores" "$grids/start_up_$name")")
+    done
+    printf '%-18s %8s %12s %12s %14s\n' "$name" "$points" "$(per_point "$old_w" "$old_s" "$points" "$start_points")" \
+        "$(per_point "$one_w" "$one_s" "$points" "$start_points")" "$(per_point "$all_w" "$all_s" "$points" "$start_points")"
 done
