@@ -67,12 +67,13 @@ for entry in "${grid_list[@]}"; do
     # alike.
     old_w= old_s= one_w= one_s= all_w= all_s=
     for _ in $(seq "$runs"); do
-        old_w=$(smaller "$old_w" "$(took "$old" "$grids/$name")")
-        old_s=$(smaller "$old_s" "$(took "$old" "$grids/start_up_$name")")
-        one_w=$(smaller "$one_w" "$(took "$new" --threads 1 "$grids/$name")")
-        one_s=$(smaller "$one_s" "$(took "$new" --threads 1 "$grids/start_up_$name")")
-        all_w=$(smaller "$all_w" "$(took "$new" --threads "$cores" "$grids/$name")")
-        all_s=$(smaller "$all_s" "$(took "$new" --threads "$cores" "$grids/start_up_$name")")
+        # (each time taken on its own line, so that a failed run stops the script)
+        t=$(took "$old" "$grids/$name"); old_w=$(smaller "$old_w" "$t")
+        t=$(took "$old" "$grids/start_up_$name"); old_s=$(smaller "$old_s" "$t")
+        t=$(took "$new" --threads 1 "$grids/$name"); one_w=$(smaller "$one_w" "$t")
+        t=$(took "$new" --threads 1 "$grids/start_up_$name"); one_s=$(smaller "$one_s" "$t")
+        t=$(took "$new" --threads "$cores" "$grids/$name"); all_w=$(smaller "$all_w" "$t")
+        t=$(took "$new" --threads "$cores" "$grids/start_up_$name"); all_s=$(smaller "$all_s" "$t")
     done
     printf '%-18s %8s %12s %12s %14s\n' "$name" "$points" "$(per_point "$old_w" "$old_s" "$points" "$start_points")" \
         "$(per_point "$one_w" "$one_s" "$points" "$start_points")" "$(per_point "$all_w" "$all_s" "$points" "$start_points")"

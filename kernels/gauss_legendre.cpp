@@ -75,6 +75,17 @@ const BuiltinRule& builtinRule() {
 const double* builtinRuleNodes() { return builtinRule().nodes.data(); }
 const double* builtinRuleWeights() { return builtinRule().weights.data(); }
 
+namespace {
+// Starts at 1, so that a kept rule never checked (generation 0) is checked.
+std::atomic<unsigned long long> theRuleArraysGeneration{1};
+}  // namespace
+
+// Relaxed: callers refill their arrays, and say so, before they start the
+// calculation that spreads over the threads, which orders the two.
+void ruleArraysChanged() { theRuleArraysGeneration.fetch_add(1, std::memory_order_relaxed); }
+
+unsigned long long ruleArraysGeneration() { return theRuleArraysGeneration.load(std::memory_order_relaxed); }
+
 bool isBuiltinRule(const double* nodes, const double* weights) {
     const double* built = theBuiltinNodes.load();
     return built != nullptr && nodes == built && weights == builtinRule().weights.data();

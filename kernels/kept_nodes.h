@@ -16,7 +16,7 @@ namespace bm {
 unsigned long long nextNodeSet();
 
 // How many times callers have said their rule arrays changed
-// (ruleArraysChanged, gauss_legendre.h): a kept set of nodes compares its
+// (ruleArraysChanged, gauss_legendre.h; both kept in gauss_legendre.cpp): a kept set of nodes compares its
 // rule with the caller's arrays once, and then trusts the same arrays (but
 // for a few entries it still compares) until they are said to change.
 unsigned long long ruleArraysGeneration();

@@ -327,11 +327,21 @@ template <class Ops, class Term>
     return (lanes[0] + lanes[1]) + (lanes[2] + lanes[3]);
 }
 
-// Whether |scale x + offset| < kQuickRange for every x in [-1, 1], where the
-// rule's nodes lie: the first exponential of a term then needs no check.
-inline bool firstInRange(double scale, double offset) {
-    const double reach = (scale < 0.0 ? -scale : scale) + (offset < 0.0 ? -offset : offset);
-    return reach < kQuickRange;
+// Whether |scale x + offset| < kQuickRange at every node: the first
+// exponential of a term then needs no check. (A rule's nodes lie in [-1, 1],
+// but they come from a file, so they are looked at; a NaN node takes the
+// checked path too.)
+template <class Ops>
+bool firstInRange(double scale, double offset, const double* nodes, int n) {
+    const double a = scale < 0.0 ? -scale : scale, b = offset < 0.0 ? -offset : offset;
+    if (!(a * 1.0 + b < kQuickRange)) return false;  // the nodes of [-1, 1]; NaN here too
+    const double limit = (kQuickRange - b) / a * (1.0 - 1e-12);  // a > 0 unless every term is alike
+    int i = 0;
+    for (; i + Ops::kLanes <= n; i += Ops::kLanes)
+        if (Ops::smallMask(Ops::load(nodes + i), limit) != Ops::kAllLanes) return false;
+    for (; i < n; ++i)
+        if (!(nodes[i] < limit && -nodes[i] < limit)) return false;
+    return true;
 }
 
 // exp(-q u^2 / (1 + u)), u = expm1(|scale x + offset|).
@@ -350,7 +360,7 @@ double peakedSumOf(const PeakedTerms& terms, const double* nodes, const double* 
 
 template <class Ops>
 double peakedSum(const PeakedTerms& terms, const double* nodes, const double* weights, int n) {
-    return firstInRange(terms.scale, terms.offset) ? peakedSumOf<Ops, true>(terms, nodes, weights, n)
+    return firstInRange<Ops>(terms.scale, terms.offset, nodes, n) ? peakedSumOf<Ops, true>(terms, nodes, weights, n)
                                                    : peakedSumOf<Ops, false>(terms, nodes, weights, n);
 }
 
@@ -370,7 +380,7 @@ double risingSumOf(const RisingTerms& terms, const double* nodes, const double* 
 
 template <class Ops>
 double risingSum(const RisingTerms& terms, const double* nodes, const double* weights, int n) {
-    return firstInRange(terms.scale, terms.offset) ? risingSumOf<Ops, true>(terms, nodes, weights, n)
+    return firstInRange<Ops>(terms.scale, terms.offset, nodes, n) ? risingSumOf<Ops, true>(terms, nodes, weights, n)
                                                    : risingSumOf<Ops, false>(terms, nodes, weights, n);
 }
 

@@ -3,6 +3,7 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -82,53 +83,61 @@ double pointConcentration(const ThreeDimSolution& solution, const InflowTerms& t
     return c < 0.0 ? 0.0 : c;
 }
 
-// The point source is the same on both sides of the planes y = Yc and z = Zc
-// through it (its kernel sees the offsets only through hypot). For each entry
-// of a list, the entry (from 1) whose offset from the centre is the negative
-// of its own, 0 where there is none.
-std::vector<int> mirrorIndices(const List<double>& values, int n, double centre) {
-    auto key = [](double offset) { return std::bit_cast<std::uint64_t>(offset == 0.0 ? 0.0 : offset); };
-    std::unordered_map<std::uint64_t, int> byOffset;
-    for (int k = 1; k <= n; ++k) {
-        const double offset = values(k) - centre;
-        if (std::isfinite(offset)) byOffset.emplace(key(offset), k);
+// A coordinate as the kernel sees it, as bits (-0 as +0): a point source's
+// offset from its centre, or a patch's distances to its two ends.
+using ImageKey = std::pair<std::uint64_t, std::uint64_t>;
+
+std::uint64_t bitsOf(double v) { return std::bit_cast<std::uint64_t>(v == 0.0 ? 0.0 : v); }
+
+struct ImageKeyHash {
+    std::size_t operator()(const ImageKey& key) const {
+        return std::hash<std::uint64_t>()(key.first * 0x9E3779B97F4A7C15ULL ^ key.second);
     }
+};
+
+// For each entry of a list (from 1), the entry whose key is the image of its
+// own (imageOf), 0 where there is none; keyOf gives nothing for a value the
+// kernel could not take (not finite).
+template <class KeyOf, class ImageOf>
+std::vector<int> imageIndices(const List<double>& values, int n, KeyOf&& keyOf, ImageOf&& imageOf) {
+    std::unordered_map<ImageKey, int, ImageKeyHash> byKey;
+    for (int k = 1; k <= n; ++k)
+        if (const std::optional<ImageKey> key = keyOf(values(k))) byKey.emplace(*key, k);
     std::vector<int> mirror(static_cast<std::size_t>(n) + 1, 0);
     for (int k = 1; k <= n; ++k) {
-        const double offset = values(k) - centre;
-        if (!std::isfinite(offset)) continue;
-        if (const auto found = byOffset.find(key(-offset)); found != byOffset.end()) mirror[static_cast<std::size_t>(k)] = found->second;
+        const std::optional<ImageKey> key = keyOf(values(k));
+        if (!key) continue;
+        if (const auto found = byKey.find(imageOf(*key)); found != byKey.end()) mirror[static_cast<std::size_t>(k)] = found->second;
     }
     return mirror;
 }
 
+// The point source is the same on both sides of the planes y = Yc and z = Zc
+// through it (its kernel sees the offsets only through hypot): the entry
+// whose offset from the centre is the negative of its own.
+std::vector<int> mirrorIndices(const List<double>& values, int n, double centre) {
+    return imageIndices(
+        values, n,
+        [centre](double v) -> std::optional<ImageKey> {
+            const double offset = v - centre;
+            if (!std::isfinite(offset)) return std::nullopt;
+            return ImageKey{bitsOf(offset), 0};
+        },
+        [](const ImageKey& key) { return ImageKey{bitsOf(-std::bit_cast<double>(key.first)), 0}; });
+}
+
 // The patch source's value at a coordinate depends on its distances to the
-// patch's two ends as a set: for each entry of a list, the entry (from 1)
-// whose distances are its own swapped, 0 where there is none (or where they
-// are the same both ways, the entry being its own image).
+// patch's two ends as a set: the entry whose distances are its own swapped.
 template <class Ends>
 std::vector<int> patchMirrorIndices(const List<double>& values, int n, Ends&& endsOf) {
-    auto key = [](double a, double b) {
-        return std::pair{std::bit_cast<std::uint64_t>(a == 0.0 ? 0.0 : a), std::bit_cast<std::uint64_t>(b == 0.0 ? 0.0 : b)};
-    };
-    struct PairHash {
-        std::size_t operator()(const std::pair<std::uint64_t, std::uint64_t>& p) const {
-            return std::hash<std::uint64_t>()(p.first * 0x9E3779B97F4A7C15ULL ^ p.second);
-        }
-    };
-    std::unordered_map<std::pair<std::uint64_t, std::uint64_t>, int, PairHash> byEnds;
-    for (int k = 1; k <= n; ++k) {
-        const PatchEnds e = endsOf(values(k));
-        if (std::isfinite(e.fromLower) && std::isfinite(e.toUpper)) byEnds.emplace(key(e.fromLower, e.toUpper), k);
-    }
-    std::vector<int> mirror(static_cast<std::size_t>(n) + 1, 0);
-    for (int k = 1; k <= n; ++k) {
-        const PatchEnds e = endsOf(values(k));
-        if (!std::isfinite(e.fromLower) || !std::isfinite(e.toUpper)) continue;
-        if (const auto found = byEnds.find(key(e.toUpper, e.fromLower)); found != byEnds.end() && found->second != k)
-            mirror[static_cast<std::size_t>(k)] = found->second;
-    }
-    return mirror;
+    return imageIndices(
+        values, n,
+        [&endsOf](double v) -> std::optional<ImageKey> {
+            const PatchEnds e = endsOf(v);
+            if (!std::isfinite(e.fromLower) || !std::isfinite(e.toUpper)) return std::nullopt;
+            return ImageKey{bitsOf(e.fromLower), bitsOf(e.toUpper)};
+        },
+        [](const ImageKey& key) { return ImageKey{key.second, key.first}; });
 }
 
 // For each entry (from 1), the entry that stands for it: its mirror image when

@@ -279,6 +279,24 @@ TEST(VectorMath, PointSourceSumsEqualTheirTermsAddedInLongDouble) {
     std::printf("point source sums: %.2g relative at most\n", worst);
 }
 
+TEST(VectorMath, PointSourceSumsOverNodesPastTheUnitIntervalStayRight) {
+    // Nodes read from a damaged points file may lie outside [-1, 1]: the
+    // terms' first exponential then reaches arguments past its own range
+    // (here z down to -1200, and |d| up to 709.0) and must take the checked
+    // path.
+    std::vector<double> nodes, weights;
+    gaussLegendre(64, nodes, weights);
+    for (double& x : nodes) x *= 3.0;
+    const vmath::RisingTerms rising{300.0, -300.0, 2.0, 0.5};
+    const vmath::PeakedTerms peaked{236.5, 0.0, 1e-3};  // |d| up to 709.0
+    for (const vmath::Functions* set : variants()) {
+        const double r = set->risingSum(rising, nodes.data(), weights.data(), 64);
+        const double p = set->peakedSum(peaked, nodes.data(), weights.data(), 64);
+        EXPECT_CLOSE(r, static_cast<double>(risingByNode(rising, nodes, weights)), 5e-14, 1e-300) << set->name;
+        EXPECT_CLOSE(p, static_cast<double>(peakedByNode(peaked, nodes, weights)), 5e-14, 1e-300) << set->name;
+    }
+}
+
 TEST(VectorMath, ShortAndOddArraysAndArraysInPlace) {
     for (const vmath::Functions* set : variants()) {
         for (int n : {0, 1, 2, 3, 5, 7, 9}) {

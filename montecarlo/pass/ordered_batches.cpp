@@ -1,6 +1,7 @@
 #include "montecarlo/pass/ordered_batches.h"
 
 #include <chrono>
+#include <cmath>
 #include <csignal>
 #include <cstdlib>
 
@@ -25,10 +26,15 @@ double serialRunBelowAtStart() {
     if (given == nullptr) return 0.008;
     char* end = nullptr;
     const double seconds = std::strtod(given, &end);
-    return end != given && seconds >= 0.0 ? seconds : 0.008;
+    return end != given && std::isfinite(seconds) && seconds >= 0.0 ? seconds : 0.008;
 }
 
-std::atomic<double> theSerialRunBelow{serialRunBelowAtStart()};
+// The threshold, read from the environment at its first use (not during
+// static initialisation, which another file's initialiser might precede).
+std::atomic<double>& theSerialRunBelow() {
+    static std::atomic<double> below{serialRunBelowAtStart()};
+    return below;
+}
 std::atomic<bool> theThreadsStarted{false};
 
 // A batch this long keeps the progress display moving and answers Stop at once.
@@ -52,9 +58,9 @@ ScopedCalculationThreads::ScopedCalculationThreads(int threads) : former_(theThr
 
 ScopedCalculationThreads::~ScopedCalculationThreads() { theThreads.store(former_); }
 
-double serialRunBelow() { return theSerialRunBelow.load(); }
+double serialRunBelow() { return theSerialRunBelow().load(); }
 
-void setSerialRunBelow(double seconds) { theSerialRunBelow.store(std::max(seconds, 0.0)); }
+void setSerialRunBelow(double seconds) { theSerialRunBelow().store(std::max(seconds, 0.0)); }
 
 bool calculationThreadsStarted() { return theThreadsStarted.load(); }
 

@@ -143,13 +143,14 @@ bool forEachInOrderedBatches(long long count, Compute& compute, Store&& store, P
     if (const double below = serialRunBelow(); below > 0.0) {
         // Items on the calling thread, one by one as on one thread (an item
         // that fails goes to recover() as on a worker), for two spells of a
-        // fifth of the threshold each (the clock read every 16 items); the
+        // fifth of the threshold each (the clock read after 1, 2, 4 and 8
+        // items, then every 16, so that slow items are not run in a row); the
         // second spell's pace, which the first items' own set-up no longer
         // slows, tells how long the rest would take: under the threshold, it
         // is done here too.
         const auto spell = [&](double seconds) {
             const double started = batches::secondsNow();
-            int untilClock = 16;
+            int stride = 1, untilClock = 1;
             while (first < count) {
                 if (!proceed()) return false;
                 std::optional<Value> value;
@@ -162,7 +163,8 @@ bool forEachInOrderedBatches(long long count, Compute& compute, Store&& store, P
                 ++first;
                 progress(first);
                 if (--untilClock > 0) continue;
-                untilClock = 16;
+                stride = std::min(stride * 2, 16);
+                untilClock = stride;
                 if (batches::secondsNow() - started >= seconds) break;
             }
             return true;

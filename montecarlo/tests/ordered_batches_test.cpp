@@ -68,6 +68,13 @@ ItemRun runItems(int threads, long long count, long long stopAfter = -1, long lo
     return run;
 }
 
+// Sets the short-run threshold for a scope and puts the former one back.
+struct SerialRunBelow {
+    explicit SerialRunBelow(double seconds) { setSerialRunBelow(seconds); }
+    ~SerialRunBelow() { setSerialRunBelow(former); }
+    double former = serialRunBelow();
+};
+
 std::vector<long long> itemsUpTo(long long count) {
     std::vector<long long> items;
     for (long long i = 0; i < count; ++i) items.push_back(i);
@@ -136,8 +143,7 @@ TEST(OrderedBatches, AnItemThatFailsOnAWorkerAloneIsRecoveredOnTheCallingThread)
     // on a worker or in the first part a run takes on the calling thread.
     for (const double below : {0.0, 0.008}) {
         const ScopedCalculationThreads scope(3);
-        const double former = serialRunBelow();
-        setSerialRunBelow(below);
+        const SerialRunBelow threshold(below);
         auto compute = [](long long item) -> double {
             if (item == 300) throw std::runtime_error("not on this thread");
             return static_cast<double>(item) * 0.5;
@@ -154,20 +160,18 @@ TEST(OrderedBatches, AnItemThatFailsOnAWorkerAloneIsRecoveredOnTheCallingThread)
         EXPECT_TRUE(finished);
         EXPECT_EQ(stored, itemsUpTo(1000));
         for (long long i = 0; i < 1000; ++i) EXPECT_EQ(values[static_cast<std::size_t>(i)], 0.5 * static_cast<double>(i));
-        setSerialRunBelow(former);
     }
 }
 
 TEST(OrderedBatches, AShortRunStaysOnTheCallingThreadAndALongOneSpreads) {
-    // With the programs' own threshold: 20000 square roots take well under
+    // With the programs' own threshold: 2000 cheap items take well under
     // 8 ms and never leave the calling thread; 2000 items of 20 us each
     // (40 ms) go to the workers after a first part. Both store every item
     // in order with its own value.
     const ScopedCalculationThreads scope(3);
-    const double former = serialRunBelow();
-    setSerialRunBelow(0.008);
+    const SerialRunBelow threshold(0.008);
     for (const double itemMicroseconds : {0.0, 20.0}) {
-        const long long count = itemMicroseconds > 0.0 ? 2000 : 20000;
+        const long long count = 2000;
         std::mutex guard;
         std::vector<std::thread::id> seen;
         auto compute = [&](long long item) {
@@ -194,11 +198,12 @@ TEST(OrderedBatches, AShortRunStaysOnTheCallingThreadAndALongOneSpreads) {
         if (itemMicroseconds > 0.0) {
             EXPECT_GT(seen.size(), 1u) << "a long run spreads";
         } else {
-            ASSERT_EQ(seen.size(), 1u) << "a short run stays";
-            EXPECT_EQ(seen.front(), std::this_thread::get_id());
+            EXPECT_EQ(seen.size(), 1u) << "a short run stays";
+            if (!seen.empty()) {
+                EXPECT_EQ(seen.front(), std::this_thread::get_id());
+            }
         }
     }
-    setSerialRunBelow(former);
 }
 
 TEST(OrderedBatches, TheThreadCountIsAllCoresUnlessSet) {
