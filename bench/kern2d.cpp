@@ -116,25 +116,6 @@ void BM_ErrorFunctionsOfOneStripCall(benchmark::State& state) {
 }
 BENCHMARK(BM_ErrorFunctionsOfOneStripCall);
 
-// The grid of a strip-source run: x = 0:100:1, y = -25:25:1, t = 0:100:10.
-void BM_StripGrid101x51x11(benchmark::State& state) {
-    const TwoDimParameters p = plume();
-    for (auto _ : state) {
-        double sum = 0;
-        for (int k = 0; k <= 10; ++k)
-            for (int i = 0; i <= 100; ++i)
-                for (int j = 0; j <= 50; ++j) {
-                    double c;
-                    cnrml_IL(p, 10.0 * k, i, -25.0 + j, c, theRule.nodes.data(), theRule.weights.data());
-                    sum += c;
-                }
-        benchmark::DoNotOptimize(sum);
-    }
-    state.counters["points"] = 101 * 51 * 11;
-    state.counters["per_point_us"] =
-        benchmark::Counter(101 * 51 * 11, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
-}
-BENCHMARK(BM_StripGrid101x51x11)->Unit(benchmark::kMillisecond);
 
 // The grids of the whole-run benchmarks (bench/grids/*.two): x = 10:1010:10,
 // y = 0:1000:20, t = 0:1100:100, in the order a run visits them (y fastest,
@@ -167,23 +148,42 @@ struct ProgramRule {
 };
 const ProgramRule theProgramRule;
 
+// Points of a grid in the order a run visits them: y fastest, then x, then t.
+struct GridAxes {
+    double t0, dt;
+    int nt;
+    double x0, dx;
+    int nx;
+    double y0, dy;
+    int ny;
+};
+
 template <class Kernel>
-void runWholeRunGrid(benchmark::State& state, Kernel kernel) {
-    const TwoDimParameters p = wholeRunGrid();
-    constexpr int kPoints = 101 * 51 * 12;
+void runGrid(benchmark::State& state, const TwoDimParameters& p, const GridAxes& g, Kernel kernel) {
     for (auto _ : state) {
         double sum = 0;
-        for (int k = 0; k <= 11; ++k)
-            for (int i = 1; i <= 101; ++i)
-                for (int j = 0; j <= 50; ++j) {
+        for (int k = 0; k < g.nt; ++k)
+            for (int i = 0; i < g.nx; ++i)
+                for (int j = 0; j < g.ny; ++j) {
                     double c;
-                    kernel(p, 100.0 * k, 10.0 * i, 20.0 * j, c);
+                    kernel(p, g.t0 + g.dt * k, g.x0 + g.dx * i, g.y0 + g.dy * j, c);
                     sum += c;
                 }
         benchmark::DoNotOptimize(sum);
     }
-    state.counters["per_point_us"] =
-        benchmark::Counter(kPoints, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["per_point_us"] = benchmark::Counter(g.nt * g.nx * g.ny, benchmark::Counter::kIsIterationInvariantRate |
+                                                                                 benchmark::Counter::kInvert);
+}
+
+// The grid of a strip-source run: x = 0:100:1, y = -25:25:1, t = 0:100:10.
+void BM_StripGrid101x51x11(benchmark::State& state) {
+    runGrid(state, plume(), {0, 10, 11, 0, 1, 101, -25, 1, 51}, strip);
+}
+BENCHMARK(BM_StripGrid101x51x11)->Unit(benchmark::kMillisecond);
+
+template <class Kernel>
+void runWholeRunGrid(benchmark::State& state, Kernel kernel) {
+    runGrid(state, wholeRunGrid(), {0, 100, 12, 10, 10, 101, 0, 20, 51}, kernel);
 }
 
 // The finite-width grid: the image sources up to x = 250, the cosine series beyond.

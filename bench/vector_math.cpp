@@ -21,51 +21,32 @@ std::vector<double> arguments(double from, double to) {
     return x;
 }
 
-template <class Run>
-void perValue(benchmark::State& state, Run run) {
-    for (auto _ : state) run();
+// One of this processor's array functions over arguments from .. to, per value.
+void arrayFunction(benchmark::State& state, vmath::ArrayFunction vmath::Functions::*function, double from, double to) {
+    const std::vector<double> x = arguments(from, to);
+    std::vector<double> out(kValues);
+    for (auto _ : state) {
+        (vmath::functions().*function)(x.data(), out.data(), kValues);
+        benchmark::DoNotOptimize(out.data());
+    }
     state.SetItemsProcessed(state.iterations() * kValues);
 }
 
-void BM_SleefExp(benchmark::State& state) {
-    const std::vector<double> x = arguments(-42, 0);
-    std::vector<double> out(kValues);
-    perValue(state, [&] { vmath::exp(x.data(), out.data(), kValues); benchmark::DoNotOptimize(out.data()); });
-}
-BENCHMARK(BM_SleefExp);
-
-void BM_QuickExp(benchmark::State& state) {
-    const std::vector<double> x = arguments(-42, 0);
-    std::vector<double> out(kValues);
-    perValue(state, [&] { vmath::quickExp(x.data(), out.data(), kValues); benchmark::DoNotOptimize(out.data()); });
-}
-BENCHMARK(BM_QuickExp);
-
-void BM_QuickExpWholeRange(benchmark::State& state) {
-    const std::vector<double> x = arguments(-700, 700);
-    std::vector<double> out(kValues);
-    perValue(state, [&] { vmath::quickExp(x.data(), out.data(), kValues); benchmark::DoNotOptimize(out.data()); });
-}
-BENCHMARK(BM_QuickExpWholeRange);
-
-void BM_SleefExpAndExpm1(benchmark::State& state) {
-    const std::vector<double> x = arguments(-5, 0);
+// One of its functions giving exp and expm1 at once.
+void pairFunction(benchmark::State& state, vmath::PairFunction vmath::Functions::*function, double from, double to) {
+    const std::vector<double> x = arguments(from, to);
     std::vector<double> e(kValues), m(kValues);
-    perValue(state, [&] {
-        vmath::expAndExpm1(x.data(), e.data(), m.data(), kValues);
+    for (auto _ : state) {
+        (vmath::functions().*function)(x.data(), e.data(), m.data(), kValues);
         benchmark::DoNotOptimize(m.data());
-    });
+    }
+    state.SetItemsProcessed(state.iterations() * kValues);
 }
-BENCHMARK(BM_SleefExpAndExpm1);
 
-void BM_QuickExpAndExpm1(benchmark::State& state) {
-    const std::vector<double> x = arguments(-5, 0);
-    std::vector<double> e(kValues), m(kValues);
-    perValue(state, [&] {
-        vmath::quickExpAndExpm1(x.data(), e.data(), m.data(), kValues);
-        benchmark::DoNotOptimize(m.data());
-    });
-}
-BENCHMARK(BM_QuickExpAndExpm1);
+BENCHMARK_CAPTURE(arrayFunction, SleefExp, &vmath::Functions::exp, -42.0, 0.0);
+BENCHMARK_CAPTURE(arrayFunction, QuickExp, &vmath::Functions::quickExp, -42.0, 0.0);
+BENCHMARK_CAPTURE(arrayFunction, QuickExpWholeRange, &vmath::Functions::quickExp, -700.0, 700.0);
+BENCHMARK_CAPTURE(pairFunction, SleefExpAndExpm1, &vmath::Functions::expAndExpm1, -5.0, 0.0);
+BENCHMARK_CAPTURE(pairFunction, QuickExpAndExpm1, &vmath::Functions::quickExpAndExpm1, -5.0, 0.0);
 
 }  // namespace

@@ -35,6 +35,8 @@ constexpr double kPi = 3.14159265358979323846;
 struct Patch {
     double y1, y2, z1, z2;
     bool contains(double y, double z) const { return y1 <= y && y <= y2 && z1 <= z && z <= z2; }
+    PatchEnds endsY(double y) const { return {y - y1, y2 - y}; }
+    PatchEnds endsZ(double z) const { return {z - z1, z2 - z}; }
 };
 
 Patch patchOf(const ThreeDimParameters& p) {
@@ -110,7 +112,7 @@ std::int16_t cnrml_3IL(const ThreeDimParameters& parameters, double t, double x,
         return 1;
     }
     const k3::Panels plan = k3::planPanels(column, t);
-    const PatchEnds ye = patchEndsY(parameters, y), ze = patchEndsZ(parameters, z);
+    const PatchEnds ye = patch.endsY(y), ze = patch.endsZ(z);
     const double dy1 = ye.fromLower, dy2 = ye.toUpper, dz1 = ze.fromLower, dz2 = ze.toUpper;
     result = fp::checked(k3::vectorTimeIntegral(column, plan, nodes, weights, [&](const k3::ColumnNodes& cn, double* out) {
         const double* fy = theYShares.shares(cn, {dy1, dy2, cy}, [&](const k3::ColumnNodes& n, double* f) {
@@ -124,15 +126,9 @@ std::int16_t cnrml_3IL(const ThreeDimParameters& parameters, double t, double x,
     return 1;
 }
 
-PatchEnds patchEndsY(const ThreeDimParameters& parameters, double y) {
-    const Patch patch = patchOf(parameters);
-    return {y - patch.y1, patch.y2 - y};
-}
+PatchEnds patchEndsY(const ThreeDimParameters& parameters, double y) { return patchOf(parameters).endsY(y); }
 
-PatchEnds patchEndsZ(const ThreeDimParameters& parameters, double z) {
-    const Patch patch = patchOf(parameters);
-    return {z - patch.z1, patch.z2 - z};
-}
+PatchEnds patchEndsZ(const ThreeDimParameters& parameters, double z) { return patchOf(parameters).endsZ(z); }
 
 std::int16_t cnrml_3IC(const ThreeDimParameters& parameters, double t, double x, double y, double z,
                        double& result) {

@@ -138,7 +138,6 @@ bool forEachInOrderedBatches(long long count, Compute& compute, Store&& store, P
         return true;
     }
 
-    batches::BatchSizer sizer(threads, line);
     long long first = 0;
     if (const double below = serialRunBelow(); below > 0.0) {
         // Items on the calling thread, one by one as on one thread (an item
@@ -182,6 +181,7 @@ bool forEachInOrderedBatches(long long count, Compute& compute, Store&& store, P
     std::vector<std::optional<Compute>> copies(static_cast<std::size_t>(threads));
     std::vector<std::optional<Value>> values;
     batches::Spread spread(threads);
+    batches::BatchSizer sizer(threads, line);
     batches::FirstFailure failure;
     while (first < count) {
         if (!proceed()) return false;
